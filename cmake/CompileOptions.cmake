@@ -1,0 +1,19 @@
+# Options that all our own code is compiled with.
+add_library(tarnmf_options INTERFACE)
+
+if(MSVC)
+  target_compile_options(tarnmf_options INTERFACE /W4 /permissive-)
+else()
+  target_compile_options(tarnmf_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+endif()
+if(TARNMF_WARNINGS_AS_ERRORS)
+  set_property(TARGET tarnmf_options APPEND PROPERTY INTERFACE_COMPILE_OPTIONS
+    $<IF:$<CXX_COMPILER_ID:MSVC>,/WX,-Werror>)
+endif()
+
+if(TARNMF_SANITIZE)
+  add_compile_options(-fsanitize=${TARNMF_SANITIZE} -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${TARNMF_SANITIZE})
+endif()

@@ -1,0 +1,22 @@
+# What is installed, and the two ways in which other builds find it.
+include(CMakePackageConfigHelpers)
+
+install(TARGETS tarnmf btkhost EXPORT tarnmfTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY include/tarnmf DESTINATION ${TARNMF_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+install(FILES ${BTK_PUBLIC_HEADERS} DESTINATION ${TARNMF_INSTALL_INCLUDEDIR}/platform)
+install(FILES ${BTK_HOST_HEADERS} DESTINATION ${TARNMF_INSTALL_INCLUDEDIR}/platform/host)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/tarnmf)
+install(EXPORT tarnmfTargets NAMESPACE tarnmf:: DESTINATION ${package_dir})
+configure_package_config_file(cmake/tarnmfConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/tarnmfConfig.cmake INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/tarnmfConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/tarnmfConfig.cmake
+  ${PROJECT_BINARY_DIR}/tarnmfConfigVersion.cmake DESTINATION ${package_dir})
+
+configure_file(cmake/tarnmf.pc.in ${PROJECT_BINARY_DIR}/tarnmf.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/tarnmf.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

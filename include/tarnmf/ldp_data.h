@@ -1,0 +1,25 @@
+// The container of one load point's records. records.h has the rules for all records.
+#ifndef TARNMF_LDP_DATA_H
+#define TARNMF_LDP_DATA_H
+
+#include "tarnmf/export.h"
+#include "tarnmf/intf_class.h"
+#include "tarnmf/list.h"
+#include "tarnmf/module.h"
+#include "tarnmf/runnable.h"
+
+#include "platform/types.h"
+
+struct TARNMF_API MfLdpDataT {
+  MfLdpDataT();
+  MfLdpDataT(const MfLdpDataT&) = delete;
+  MfLdpDataT& operator=(const MfLdpDataT& other);
+  ~MfLdpDataT();
+
+  btkWChar* loadpoint = nullptr;  // path of the load point; modules and runnables may borrow it
+  MfListT<MfIntfClassT> classes;
+  MfListT<MfModuleT> modules;
+  MfListT<MfRunnableT> runnables;
+};
+
+#endif  // TARNMF_LDP_DATA_H

@@ -1,0 +1,86 @@
+// The process-wide repository of everything that the manifests of the process's load points
+// declare.
+#ifndef TARNMF_REPOSITORY_H
+#define TARNMF_REPOSITORY_H
+
+#include "tarnmf/export.h"
+#include "tarnmf/ldp_data.h"
+#include "tarnmf/runnable.h"
+#include "tarnmf/svc_resolve.h"
+
+#include "platform/errors.h"
+#include "platform/filesystem.h"
+#include "platform/types.h"
+#include "platform/unique_id.h"
+
+// Every pointer that a query returns points into the repository: it stays valid for the life of the
+// process and must be neither changed nor freed.
+//
+// Thread rules: no lock is taken. Initialize and AddLoadpoint must not overlap with any other
+// operation of the repository; queries may run on several threads at once.
+class TARNMF_API liMfRepository {
+ public:
+  // Makes the process's repository: reads `files`, the process's manifest files, as the manifests
+  // of the process's own load point, publishes and preloads what they declare, and files it. `dir`
+  // is not looked at. Codes:
+  //   0    success; Instance answers from now on
+  //   1    the repository exists already (nothing changes), or a manifest file cannot be opened
+  //   33   no dynamic-library manager
+  //   112  memory could not be had
+  //   others: as liLdpMfLoader::Load, liMfPublisher::Add and Publish, and the platform's managers
+  // After any failure but "exists already" there is no repository and Initialize may be tried
+  // again; registrations already made with the platform stay.
+  static BtkErrorT Initialize(const btkFSList& files, const btkWChar* dir);
+
+  // The repository, or null while no Initialize has succeeded. It is never destroyed.
+  static liMfRepository* Instance();
+
+  liMfRepository(const liMfRepository&) {}
+  liMfRepository& operator=(const liMfRepository&) { return *this; }
+
+  // Adds an installation: reads the layout file ".installed" of the directory `dir`, if there is
+  // one, and all its "*.tmfx" manifests in the order of their names, publishes and files them. The
+  // load point's path is the base directory that the layout file names, by default the parent of
+  // `dir`. Codes:
+  //   0    success
+  //   33   no dynamic-library manager
+  //   35   `dir` is null or empty
+  //   112  memory could not be had
+  //   261  a load point with the same path is filed already
+  //   432  a syntax error in the layout file, or a malformed manifest
+  //   others: as liLdpMfLoader::Load, liMfPublisher::Add and Publish, and the platform's managers
+  // A failure up to the publisher's Add leaves the repository as it was; after a later one the load
+  // point stays filed. Registrations already made with the platform stay.
+  virtual BtkErrorT AddLoadpoint(const btkWChar* dir) = 0;
+
+  // Returns the number of load points and, when `ids` is not null and `capacity` suffices, copies
+  // their ids in ascending order; otherwise copies nothing.
+  virtual std::int32_t GetLoadpointIds(UniIdT* ids, std::int32_t capacity) = 0;
+
+  // The manifest data of the load point with this id, or null. A null `id` stands for the null id.
+  virtual MfLdpDataT* FindLoadpoint(const UniIdT* id) = 0;
+
+  // The first service role with this id among the runnables of the load point with this path, or
+  // null. A null `loadpoint` is a path that no load point has.
+  virtual MfServiceRoleT* FindService(const UniIdT* svcid, const btkWChar* loadpoint) = 0;
+
+  // The best implementation of the class called `name` (case-sensitive) for a caller in `scope`: of
+  // the entries whose service version is at least `reqVersion` (less than 0 counts as 0) and whose
+  // oldest supported version is at most `limit`, the newest of the scope itself, else the newest
+  // without a scope; of equal versions the one filed last. Null when there is none.
+  virtual MfSvcResolveT* FindClassImpl(const UniIdT* scope, const char* name,
+                                       std::int16_t reqVersion, std::int16_t limit) = 0;
+
+  // The exposed service with this combined id (not null), or null.
+  virtual MfSvcResolveT* FindServiceEntry(const UniIdT* id) = 0;
+
+  // Returns the number of exposed services and, when `entries` is not null and `capacity` suffices,
+  // copies their entries in ascending order of combined id; otherwise copies nothing.
+  virtual std::int32_t GetServiceEntries(MfSvcResolveT* entries, std::int32_t capacity) = 0;
+
+ protected:
+  liMfRepository() = default;
+  virtual ~liMfRepository();
+};
+
+#endif  // TARNMF_REPOSITORY_H

@@ -1,0 +1,13 @@
+// Everything that the library offers.
+#ifndef TARNMF_TARNMF_H
+#define TARNMF_TARNMF_H
+
+#include "tarnmf/ldp_loader.h"
+#include "tarnmf/ldp_writer.h"
+#include "tarnmf/options.h"
+#include "tarnmf/publisher.h"
+#include "tarnmf/records.h"
+#include "tarnmf/repository.h"
+#include "tarnmf/stream_parser.h"
+
+#endif  // TARNMF_TARNMF_H

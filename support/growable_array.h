@@ -1,0 +1,155 @@
+// The growable array: a count, a capacity and one block of elements, all 32-bit signed.
+#ifndef SUPPORT_GROWABLE_ARRAY_H
+#define SUPPORT_GROWABLE_ARRAY_H
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+
+#include "tarnmf/list.h"
+
+#include "platform/memory.h"
+
+namespace tarnmf {
+
+// Where an array's block comes from.
+struct RuntimeHeap {
+  static void* Resize(void* block, std::size_t bytes) { return btkReAlloc(block, bytes); }
+  static void Free(void* block) { btkFree(block); }
+};
+struct ProcessHeap {
+  static void* Resize(void* block, std::size_t bytes) { return btkSysReAlloc(block, bytes); }
+  static void Free(void* block) { btkSysFree(block); }
+};
+
+// What becomes of an array's elements when the array is cleared.
+struct BorrowsElements {
+  template <class T>
+  static void Release(T&) {}
+};
+struct DeletesElements {
+  template <class T>
+  static void Release(T* record) {
+    delete record;
+  }
+};
+struct FreesStrings {
+  template <class Char>
+  static void Release(Char* text) {
+    btkStrFree(text);
+  }
+};
+
+// Elements are moved as bytes. The capacity is always a multiple of Step, room that was made is
+// zero-filled, and a growth that fails leaves the array as it was.
+template <class T, std::int32_t Step, class Owner = BorrowsElements, class Heap = RuntimeHeap>
+class GrowableArray {
+  static_assert(std::is_trivially_copyable_v<T> && Step > 0);
+
+ public:
+  GrowableArray() = default;
+  GrowableArray(const GrowableArray&) = delete;
+  GrowableArray& operator=(const GrowableArray&) = delete;
+  ~GrowableArray() { Clear(); }
+
+  std::int32_t Count() const { return count_; }
+  std::int32_t Capacity() const { return capacity_; }
+  bool Empty() const { return count_ == 0; }
+  T* begin() const { return items_; }
+  T* end() const { return items_ + count_; }
+  T& operator[](std::int32_t index) const { return items_[index]; }
+  T& Last() const { return items_[count_ - 1]; }
+
+  // Makes room for `need` elements in all.
+  [[nodiscard]] bool Reserve(std::int64_t need) {
+    if (need <= capacity_) return true;
+    const std::int64_t steps = (need - capacity_ + Step - 1) / Step;
+    const std::int64_t capacity = capacity_ + Step * steps;
+    if (capacity > std::numeric_limits<std::int32_t>::max()) return false;
+    void* block = Heap::Resize(items_, static_cast<std::size_t>(capacity) * sizeof(T));
+    if (block == nullptr) return false;
+    items_ = static_cast<T*>(block);
+    // An adopted list has more elements than capacity.
+    const std::int32_t used = count_ > capacity_ ? count_ : capacity_;
+    std::memset(static_cast<void*>(items_ + used), 0,
+                static_cast<std::size_t>(capacity - used) * sizeof(T));
+    capacity_ = static_cast<std::int32_t>(capacity);
+    return true;
+  }
+
+  [[nodiscard]] bool ReserveMore(std::int32_t more) { return Reserve(std::int64_t{count_} + more); }
+
+  [[nodiscard]] bool Append(const T& element) {
+    if (!ReserveMore(1)) return false;
+    AppendReserved(element);
+    return true;
+  }
+
+  // The ...Reserved operations use room that was made before and cannot fail.
+  void AppendReserved(const T& element) { items_[count_++] = element; }
+
+  void InsertReserved(std::int32_t place, const T& element) {
+    T* at = items_ + place;
+    std::memmove(static_cast<void*>(at + 1), at,
+                 static_cast<std::size_t>(count_ - place) * sizeof(T));
+    *at = element;
+    ++count_;
+  }
+
+  [[nodiscard]] bool Insert(std::int32_t place, const T& element) {
+    if (!ReserveMore(1)) return false;
+    InsertReserved(place, element);
+    return true;
+  }
+
+  // Takes the last element out.
+  T TakeLast() { return items_[--count_]; }
+
+  // Forgets the elements without releasing them and keeps the room.
+  void Forget() { count_ = 0; }
+
+  // Takes over an exactly sized list, which is left empty. This array must be empty.
+  void Adopt(MfArrayT<T>& list) {
+    items_ = list.count > 0 ? list.items : nullptr;
+    count_ = list.count > 0 ? list.count : 0;
+    capacity_ = 0;
+    list = {};
+  }
+
+  // Hands the elements over as an exactly sized list and is empty afterwards. The block keeps its
+  // size when it cannot be shrunk.
+  MfArrayT<T> HandOver() {
+    MfArrayT<T> list{items_, count_};
+    if (count_ == 0) {
+      Heap::Free(items_);
+      list.items = nullptr;
+    } else if (capacity_ > count_) {
+      void* block = Heap::Resize(items_, static_cast<std::size_t>(count_) * sizeof(T));
+      if (block != nullptr) list.items = static_cast<T*>(block);
+    }
+    items_ = nullptr;
+    count_ = 0;
+    capacity_ = 0;
+    return list;
+  }
+
+  // Releases the elements, the last one first, and then the block.
+  void Clear() {
+    while (count_ > 0)
+      Owner::Release(items_[--count_]);
+    Heap::Free(items_);
+    items_ = nullptr;
+    capacity_ = 0;
+  }
+
+ private:
+  std::int32_t count_ = 0;
+  std::int32_t capacity_ = 0;
+  T* items_ = nullptr;
+};
+
+}  // namespace tarnmf
+
+#endif  // SUPPORT_GROWABLE_ARRAY_H

@@ -1,0 +1,29 @@
+// A directory that ends with its object.
+#ifndef TESTS_SUPPORT_TEMP_DIRECTORY_H
+#define TESTS_SUPPORT_TEMP_DIRECTORY_H
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace tarnmf::test {
+
+class TempDirectory {
+ public:
+  TempDirectory();
+  TempDirectory(const TempDirectory&) = delete;
+  TempDirectory& operator=(const TempDirectory&) = delete;
+  ~TempDirectory();
+
+  const std::filesystem::path& Path() const { return path_; }
+
+  // Writes a file below the directory, making the folders on its way; returns its full path.
+  std::string Write(const std::filesystem::path& name, std::string_view content) const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace tarnmf::test
+
+#endif  // TESTS_SUPPORT_TEMP_DIRECTORY_H
