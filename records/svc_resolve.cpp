@@ -1,0 +1,7 @@
+#include "tarnmf/svc_resolve.h"
+
+MfSvcResolveT& MfSvcResolveT::operator=(const MfSvcResolveT& other) = default;
+// Nothing is owned, so a move has nothing to take away.
+MfSvcResolveT& MfSvcResolveT::operator=(MfSvcResolveT&& other) {
+  return *this = static_cast<const MfSvcResolveT&>(other);
+}

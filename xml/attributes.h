@@ -1,0 +1,157 @@
+// What the rows of attribute tables are made of: a value family, the field that it fills, and the
+// bit of the reader that stands for the attribute.
+//
+// A field is named by a pointer to a data member of its record, or by a function from the record to
+// the field where the member alone does not say it.
+#ifndef XML_ATTRIBUTES_H
+#define XML_ATTRIBUTES_H
+
+#include <functional>
+#include <type_traits>
+
+#include "xml/dispatch.h"
+#include "xml/readers.h"
+#include "xml/value_readers.h"
+
+namespace tarnmf {
+
+// The handler of an attribute: refuses it when it has been read before (261), reads it with Family,
+// and marks it as read when that went well.
+template <class Reader, class Family, std::uint32_t SeenBit>
+BtkErrorT Attribute(void* context, DOMNode* node) {
+  Reader& reader = *static_cast<Reader*>(context);
+  if ((reader.flags & SeenBit) != 0) return kBtkDuplicate;
+  if (BtkErrorT e = Family::Read(reader, node->getNodeValue())) return e;
+  reader.flags |= SeenBit;
+  return kBtkOk;
+}
+
+// Handlers of attributes that are not read.
+inline BtkErrorT IgnoredAttribute(void*, DOMNode*) {
+  return kBtkOk;
+}
+inline BtkErrorT RefusedAttribute(void*, DOMNode*) {
+  return kBtkRefused;
+}
+
+template <class Field>
+struct FieldRecord;
+template <class Record, class Value>
+struct FieldRecord<Value Record::*> {
+  using Type = Record;
+};
+template <class Record, class Value>
+struct FieldRecord<Value& (*)(Record&)> {
+  using Type = Record;
+};
+
+// The field of the record that `reader` is filling.
+template <auto Field, class Reader>
+auto& FieldOf(Reader& reader) {
+  using Record = typename FieldRecord<decltype(Field)>::Type;
+  return std::invoke(Field, reader.Target(RecordT<Record>()));
+}
+
+// ---- Families
+// ------------------------------------------------------------------------------------
+
+template <const KeywordTableT& Table, auto Field>
+struct Keyword {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    std::int32_t number = 0;
+    if (BtkErrorT e = ReadKeyword(text, Table, number)) return e;
+    auto& field = FieldOf<Field>(reader);
+    field = static_cast<std::remove_reference_t<decltype(field)>>(number);
+    return kBtkOk;
+  }
+};
+
+template <auto Field>
+struct Boolean {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    return ReadBoolean(text, FieldOf<Field>(reader));
+  }
+};
+
+// A boolean that stands as one bit among others.
+template <auto Flags, std::uint32_t Bit>
+struct Flag {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    bool value = false;
+    if (BtkErrorT e = ReadBoolean(text, value)) return e;
+    if (value) FieldOf<Flags>(reader) |= Bit;
+    return kBtkOk;
+  }
+};
+
+template <auto Field>
+struct Decimal {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    return ReadDecimal(text, FieldOf<Field>(reader));
+  }
+};
+
+template <auto Field>
+struct Decimal16 {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    std::int16_t number = 0;
+    if (BtkErrorT e = ReadDecimal16(text, number)) return e;
+    auto& field = FieldOf<Field>(reader);
+    field = static_cast<std::remove_reference_t<decltype(field)>>(number);
+    return kBtkOk;
+  }
+};
+
+template <auto Field>
+struct UniqueId {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    return ReadUniqueId(text, FieldOf<Field>(reader));
+  }
+};
+
+enum class EmptyTextT { kAccepted, kRefused };
+
+template <auto Field, EmptyTextT Empty = EmptyTextT::kAccepted>
+struct Utf8 {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    Utf8TextT value;
+    if (BtkErrorT e = ReadUtf8(text, value)) return e;
+    if (Empty == EmptyTextT::kRefused && *value == '\0') return kBtkMalformed;
+    FieldOf<Field>(reader) = value.release();
+    return kBtkOk;
+  }
+};
+
+template <auto Field, EmptyTextT Empty = EmptyTextT::kAccepted>
+struct Wide {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    WideTextT value;
+    if (BtkErrorT e = ReadWide(text, value)) return e;
+    if (Empty == EmptyTextT::kRefused && *value == 0) return kBtkMalformed;
+    FieldOf<Field>(reader) = value.release();
+    return kBtkOk;
+  }
+};
+
+// A wide text that its record may also borrow: the bit says that it owns this one.
+template <class Text, auto Flags, std::uint32_t OwnedBit>
+struct Owned {
+  template <class Reader>
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    if (BtkErrorT e = Text::Read(reader, text)) return e;
+    FieldOf<Flags>(reader) |= OwnedBit;
+    return kBtkOk;
+  }
+};
+
+}  // namespace tarnmf
+
+#endif  // XML_ATTRIBUTES_H

@@ -1,0 +1,303 @@
+// The reader contexts: what the enclosing elements have set up for the handlers of an element.
+#ifndef XML_READERS_H
+#define XML_READERS_H
+
+#include <cstdint>
+
+#include "tarnmf/ldp_data.h"
+
+#include "support/growable_array.h"
+
+namespace tarnmf {
+
+struct ReleasesCommands {
+  static void Release(EnvCmdT& command) { btkEnvCmdRelease(&command, 1); }
+};
+
+// The lists that a parse fills.
+using ClassListT = GrowableArray<MfIntfClassT*, 8, DeletesElements>;
+using ModuleListT = GrowableArray<MfModuleT*, 2, DeletesElements>;
+using RunnableListT = GrowableArray<MfRunnableT*, 4, DeletesElements>;
+using ImplListT = GrowableArray<MfModuleImplT*, 2, DeletesElements>;
+using PreloadListT = GrowableArray<MfPreloadInfoT*, 2, DeletesElements>;
+using EnvListT = GrowableArray<EnvCmdT, 4, ReleasesCommands>;
+using ArgListT = GrowableArray<btkWChar*, 4, FreesStrings>;
+using TypeListT = GrowableArray<char*, 4, FreesStrings>;
+
+// Names a record type where an overload is chosen by it.
+template <class Record>
+struct RecordT {};
+
+// Flags of the document-level readers.
+enum DocumentFlagT : std::uint32_t {
+  kReadOne = 0x1,   // an element of the reader's kind has been read
+  kListSeen = 0x2,  // a list element of the reader's kind has been entered
+};
+
+// The root's reader; nested in it are the readers of everything below. Their Create... operations
+// return null when memory cannot be had. Each Target(RecordT<T>) is the T whose attributes are
+// being read; it belongs to the element's handler or to a list.
+class liMfReader {
+ public:
+  class ModuleMfReader;
+  class ClassMfReader;
+  class RunnableMfReader;
+  class MfReader;
+  class ModuleReader;
+  class ClassReader;
+  class RunnableReader;
+  class EnvReader;
+  class ArgsReader;
+
+  liMfReader(ClassListT& classList, ModuleListT& moduleList, RunnableListT& runnableList)
+      : classes(&classList), modules(&moduleList), runnables(&runnableList) {}
+  virtual ~liMfReader() = default;
+
+  virtual ModuleMfReader* CreateModuleMfReader(std::int32_t version, ModuleListT* modules);
+  virtual ClassMfReader* CreateClassMfReader(std::int32_t version, ClassListT* classes,
+                                             ModuleListT* modules);
+  virtual RunnableMfReader* CreateRunnableMfReader(std::int32_t version, RunnableListT* runnables,
+                                                   ModuleListT* modules);
+  virtual MfReader* CreateMfReader(std::int32_t version, ClassListT* classes,
+                                   RunnableListT* runnables, ModuleListT* modules);
+
+  liMfReader& Target(RecordT<liMfReader>) { return *this; }
+
+  enum SeenT : std::uint32_t { kSeenVersion = 0x1 };
+
+  ClassListT* classes;
+  ModuleListT* modules;
+  RunnableListT* runnables;
+  std::int32_t version = 0;
+  std::uint32_t flags = 0;
+};
+
+// Below the root of mixed documents: every child element gets a document-level reader of its own.
+class liMfReader::MfReader {
+ public:
+  MfReader(std::int32_t documentVersion, ClassListT* classList, RunnableListT* runnableList,
+           ModuleListT* moduleList)
+      : version(documentVersion),
+        classes(classList),
+        modules(moduleList),
+        runnables(runnableList) {}
+  virtual ~MfReader() = default;
+
+  virtual ModuleMfReader* CreateModuleMfReader(std::int32_t version, ModuleListT* modules);
+  virtual ClassMfReader* CreateClassMfReader(std::int32_t version, ClassListT* classes,
+                                             ModuleListT* modules);
+  virtual RunnableMfReader* CreateRunnableMfReader(std::int32_t version, RunnableListT* runnables,
+                                                   ModuleListT* modules);
+
+  std::int32_t version;
+  ClassListT* classes;
+  ModuleListT* modules;
+  RunnableListT* runnables;
+};
+
+class liMfReader::ModuleMfReader {
+ public:
+  explicit ModuleMfReader(ModuleListT* moduleList) : modules(moduleList) {}
+  virtual ~ModuleMfReader() = default;
+
+  virtual ModuleReader* CreateModuleReader(ModuleListT* modules);
+
+  ModuleListT* modules;
+  std::uint32_t flags = 0;  // DocumentFlagT
+};
+
+class liMfReader::ClassMfReader {
+ public:
+  ClassMfReader(ClassListT* classList, ModuleListT* moduleList)
+      : classes(classList), modules(moduleList) {}
+  virtual ~ClassMfReader() = default;
+
+  virtual ClassReader* CreateClassReader(ClassListT* classes, ModuleListT* modules);
+
+  ClassListT* classes;
+  ModuleListT* modules;
+  std::uint32_t flags = 0;  // DocumentFlagT
+};
+
+class liMfReader::RunnableMfReader {
+ public:
+  RunnableMfReader(RunnableListT* runnableList, ModuleListT* moduleList)
+      : runnables(runnableList), modules(moduleList) {}
+  virtual ~RunnableMfReader() = default;
+
+  virtual RunnableReader* CreateRunnableReader(RunnableListT* runnables, ModuleListT* modules);
+
+  RunnableListT* runnables;
+  ModuleListT* modules;
+  std::uint32_t flags = 0;  // DocumentFlagT
+};
+
+class liMfReader::ModuleReader {
+ public:
+  enum SeenT : std::uint32_t {
+    kSeenType = 0x1,
+    kSeenId = 0x2,
+    kSeenLoadpoint = 0x4,
+    kSeenPrivate = 0x8,
+    kSeenABits = 0x10,
+
+    kSeenName = 0x20,
+    kSeenExplicitName = 0x40,
+    kSeenPath = 0x80,
+    kSeenForcePath = 0x100,
+    kSeenApiLevel = 0x200,
+    kSeenVersion = 0x400,
+    kSeenMachineType = 0x800,
+    kSeenOfImplementation =
+        kSeenName | kSeenExplicitName | kSeenPath | kSeenForcePath | kSeenApiLevel | kSeenVersion,
+
+    kSeenBy = 0x1000,
+    kSeenPreloadName = 0x2000,
+    kSeenSvcId = 0x4000,
+    kSeenOptionId = 0x8000,
+    kSeenOfPreload = kSeenBy | kSeenPreloadName | kSeenSvcId | kSeenOptionId,
+  };
+
+  explicit ModuleReader(ModuleListT* moduleList) : modules(moduleList) {}
+  virtual ~ModuleReader() = default;
+
+  MfModuleT& Target(RecordT<MfModuleT>) { return *module; }
+  MfModuleImplT& Target(RecordT<MfModuleImplT>) { return *impl; }
+  MfPreloadInfoT& Target(RecordT<MfPreloadInfoT>) { return *preload; }
+
+  ModuleListT* modules;
+  MfModuleT* module = nullptr;
+  ImplListT impls;
+  MfModuleImplT* impl = nullptr;
+  PreloadListT
+      preloads[2];  // of the module's own implementation, of the platform module being read
+  MfPreloadInfoT* preload = nullptr;
+  bool inPlatformModule = false;
+  std::uint32_t flags = 0;  // SeenT
+};
+
+class liMfReader::ClassReader {
+ public:
+  enum SeenT : std::uint32_t {
+    kSeenId = 0x1,
+    kSeenAffinity = 0x2,
+    kSeenCommonName = 0x4,
+    kSeenDisplayName = 0x8,
+    kSeenVersion = 0x10,
+    kSeenManagedType = 0x20,
+
+    kSeenModuleRef = 0x40,
+    kSeenMultiplicity = 0x80,
+    kSeenOfSide = kSeenModuleRef | kSeenMultiplicity,
+
+    kSeenSvcId = 0x100,
+    kSeenXsId = 0x200,
+    kSeenXsName = 0x400,
+    kSeenXsVersion = 0x800,
+    kSeenIsolation = 0x1000,
+    kSeenExposed = 0x2000,
+
+    kClientSideRead = 0x4000,
+    kServiceSideRead = 0x8000,
+    kAgentSideRead = 0x10000,
+  };
+
+  ClassReader(ClassListT* classList, ModuleListT* moduleList)
+      : classes(classList), modules(moduleList) {}
+  virtual ~ClassReader() = default;
+
+  virtual ModuleReader* CreateModuleReader(ModuleListT* modules);
+
+  MfIntfClassT& Target(RecordT<MfIntfClassT>) { return *current; }
+  MfIntfSideT& Target(RecordT<MfIntfSideT>) { return current->sides[side]; }
+
+  ClassListT* classes;
+  ModuleListT* modules;
+  MfIntfClassT* current = nullptr;
+  std::uint32_t flags = 0;  // SeenT
+  MfSideT side = kMfClientSide;
+};
+
+class liMfReader::RunnableReader {
+ public:
+  enum SeenT : std::uint32_t {
+    kSeenModuleRef = 0x1,
+
+    kSeenModel = 0x2,
+    kSeenId = 0x4,
+    kSeenCommonName = 0x8,
+    kSeenVersion = 0x10,
+    kSeenLauncher = 0x20,
+    kSeenCsim = 0x40,
+    kSeenManagedType = 0x80,
+    kSeenMultiplicity = 0x100,
+    kSeenRecover = 0x200,
+    kSeenExposed = 0x400,
+    kSeenPort = 0x800,
+    kSeenUrl = 0x1000,
+    kSeenNameId = 0x2000,
+    kSeenTypes = 0x4000,
+    kSeenOfRole = 0x7ffe,
+  };
+
+  RunnableReader(RunnableListT* runnableList, ModuleListT* moduleList)
+      : runnables(runnableList), modules(moduleList) {}
+  virtual ~RunnableReader() = default;
+
+  MfRunnableT& Target(RecordT<MfRunnableT>) { return *runnable; }
+  MfAppRoleT& Target(RecordT<MfAppRoleT>) { return *app; }
+  MfServiceRoleT& Target(RecordT<MfServiceRoleT>) { return *service; }
+  MfLauncherRoleT& Target(RecordT<MfLauncherRoleT>) { return *launcher; }
+  MfRunRoleBaseT& Target(RecordT<MfRunRoleBaseT>) { return *role; }
+
+  RunnableListT* runnables;
+  ModuleListT* modules;
+  MfRunnableT* runnable = nullptr;
+  MfAppRoleT* app = nullptr;
+  MfServiceRoleT* service = nullptr;
+  MfLauncherRoleT* launcher = nullptr;
+  MfRunRoleBaseT* role = nullptr;  // whose arguments and environment are being read
+  std::uint32_t flags = 0;         // SeenT
+};
+
+class liMfReader::EnvReader {
+ public:
+  enum SeenT : std::uint32_t {
+    kSeenInitState = 0x1,
+    kSeenName = 0x2,
+    kSeenRestrictTo = 0x4,
+    kSeenOfCommand = kSeenName | kSeenRestrictTo,
+  };
+
+  explicit EnvReader(MfRunRoleBaseT* currentRole) : role(currentRole) {}
+  virtual ~EnvReader() = default;
+
+  MfRunRoleBaseT& Target(RecordT<MfRunRoleBaseT>) { return *role; }
+  // The command being read: built behind the last one of the list, not counted before it is whole.
+  EnvCmdT& Target(RecordT<EnvCmdT>) { return *env.end(); }
+
+  MfRunRoleBaseT* role;
+  std::uint32_t flags = 0;  // SeenT
+  EnvListT env;
+};
+
+class liMfReader::ArgsReader {
+ public:
+  enum FlagT : std::uint32_t {
+    kPrecomposed = 0x1,  // the current argument is taken as it stands
+    kSeenPrecomposed = 0x2,
+  };
+
+  explicit ArgsReader(MfRunRoleBaseT* currentRole) : role(currentRole) {}
+  virtual ~ArgsReader() = default;
+
+  ArgsReader& Target(RecordT<ArgsReader>) { return *this; }
+
+  MfRunRoleBaseT* role;
+  std::uint32_t flags = 0;  // FlagT
+  ArgListT args;
+};
+
+}  // namespace tarnmf
+
+#endif  // XML_READERS_H

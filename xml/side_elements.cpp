@@ -1,0 +1,168 @@
+#include "xml/side_elements.h"
+
+#include <memory>
+
+#include "platform/unique_id.h"
+#include "support/owned.h"
+#include "xml/attributes.h"
+#include "xml/module_elements.h"
+
+namespace tarnmf {
+namespace {
+
+using Reader = liMfReader::ClassReader;
+using ModuleReader = liMfReader::ModuleReader;
+
+constexpr std::size_t kPlainIdSize = 33;
+
+UniIdT& ServiceSideId(MfIntfClassT& record) {
+  return record.ids[kMfServiceSide];
+}
+
+struct SideMultiplicity {
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    using Any = Keyword<kMultiplicity, &MfIntfSideT::multiplicity>;
+    if (BtkErrorT e = Any::Read(reader, text)) return e;
+    reader.Target(RecordT<MfIntfSideT>()).flags |= kMfSideMultiplicityGiven;
+    return kBtkOk;
+  }
+};
+
+using SideModuleRef = Utf8<&MfIntfSideT::moduleref, EmptyTextT::kRefused>;
+
+constexpr MfTagEntryT kSideAttributes[] = {
+    {"moduleref", Attribute<Reader, SideModuleRef, Reader::kSeenModuleRef>},
+    {"multiplicity", Attribute<Reader, SideMultiplicity, Reader::kSeenMultiplicity>},
+};
+
+constexpr MfTagEntryT kServiceSideAttributes[] = {
+    {"moduleref", Attribute<Reader, SideModuleRef, Reader::kSeenModuleRef>},
+    {"multiplicity", Attribute<Reader, SideMultiplicity, Reader::kSeenMultiplicity>},
+    {"svcid", Attribute<Reader, UniqueId<&ServiceSideId>, Reader::kSeenSvcId>},
+    {"xsid", Attribute<Reader, UniqueId<&MfIntfClassT::xsid>, Reader::kSeenXsId>},
+    {"xsname", Attribute<Reader, Utf8<&MfIntfClassT::xsname>, Reader::kSeenXsName>},
+    {"xsversion", Attribute<Reader, Decimal<&MfIntfClassT::xsversion>, Reader::kSeenXsVersion>},
+    {"isolation",
+     Attribute<Reader, Keyword<kIsolation, &MfIntfClassT::isolation>, Reader::kSeenIsolation>},
+    {"exposed", Attribute<Reader, Boolean<&MfIntfClassT::exposed>, Reader::kSeenExposed>},
+};
+
+bool Given(const Reader& reader, Reader::SeenT bit) {
+  return (reader.flags & bit) != 0;
+}
+
+// Classes refer to modules by id, so a nested module without one is given a fresh id.
+BtkErrorT GenerateId(MfModuleT& module) {
+  UniIdT id;
+  if (BtkErrorT e = btkUniIdGen14(&id, kBtkUniIdRandom, 0)) return e;
+  char text[kPlainIdSize];
+  if (BtkErrorT e = btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdPlain, 0)) return e;
+  module.id = btk_strdup(text);
+  if (module.id == nullptr) return kBtkNoMemory;
+  module.flags |= kMfModuleGeneratedId;
+  return kBtkOk;
+}
+
+BtkErrorT ReadNestedModule(Reader& reader, DOMNode& element) {
+  if (Given(reader, Reader::kSeenModuleRef)) return kBtkDuplicate;
+  const std::unique_ptr<ModuleReader> moduleReader(reader.CreateModuleReader(reader.modules));
+  if (!moduleReader) return kBtkNoMemory;
+  if (BtkErrorT e = ReadModule(*moduleReader, element)) return e;
+
+  MfModuleT& module = *reader.modules->Last();
+  if (module.type != nullptr) {
+    delete reader.modules->TakeLast();
+    return kBtkNotSharedLib;
+  }
+  if (module.id == nullptr) {
+    if (BtkErrorT e = GenerateId(module)) return e;
+  }
+  char*& moduleref = reader.Target(RecordT<MfIntfSideT>()).moduleref;
+  moduleref = btk_strdup(module.id);
+  if (moduleref == nullptr) return kBtkNoMemory;
+  reader.flags |= Reader::kSeenModuleRef;
+  return kBtkOk;
+}
+
+constexpr MfTagEntryT kSideChildren[] = {
+    {"module", Element<Reader, ReadNestedModule>},
+};
+
+// A side names its module or holds it. Any child node counts, white space included.
+BtkErrorT ReadNestedModules(Reader& reader, DOMNode& element) {
+  if (Given(reader, Reader::kSeenModuleRef)) return kBtkDuplicate;
+  return DispatchChildren(element, &reader, kSideChildren);
+}
+
+// The next side of the class starts with its own attributes.
+void FinishSide(Reader& reader, Reader::SeenT sideRead) {
+  reader.flags = (reader.flags & ~Reader::kSeenOfSide) | sideRead;
+}
+
+BtkErrorT ReadPlainSide(Reader& reader, DOMNode& element, MfSideT side, Reader::SeenT sideRead) {
+  reader.side = side;
+  if (BtkErrorT e = DispatchAttributes(element, &reader, kSideAttributes)) return e;
+  if (element.hasChildNodes()) {
+    if (BtkErrorT e = ReadNestedModules(reader, element)) return e;
+  } else if (!Given(reader, Reader::kSeenModuleRef)) {
+    return kBtkMissing;
+  }
+  FinishSide(reader, sideRead);
+  return kBtkOk;
+}
+
+// What a service side holds depends on whether the class is served: offered as a service of its
+// own, and not only hosted by another one.
+BtkErrorT ReadServiceModule(Reader& reader, DOMNode& element, bool served) {
+  if (element.hasChildNodes()) {
+    return served ? ReadNestedModules(reader, element) : kBtkMissing;
+  }
+  const bool complete =
+      Given(reader, Reader::kSeenModuleRef) ? served : Given(reader, Reader::kSeenXsId);
+  return complete ? kBtkOk : kBtkMissing;
+}
+
+}  // namespace
+
+BtkErrorT ReadClientSide(Reader& reader, DOMNode& element) {
+  if (Given(reader, Reader::kClientSideRead)) return kBtkDuplicate;
+  if (reader.current->affinity == kMfAgentClass) return kBtkForbidden;
+  return ReadPlainSide(reader, element, kMfClientSide, Reader::kClientSideRead);
+}
+
+BtkErrorT ReadAgentSide(Reader& reader, DOMNode& element) {
+  if (Given(reader, Reader::kAgentSideRead)) return kBtkDuplicate;
+  if (reader.current->affinity == kMfAppClass) return kBtkForbidden;
+  return ReadPlainSide(reader, element, kMfAgentSide, Reader::kAgentSideRead);
+}
+
+BtkErrorT ReadServiceSide(Reader& reader, DOMNode& element) {
+  MfIntfClassT& record = *reader.current;
+  if (Given(reader, Reader::kServiceSideRead)) return kBtkDuplicate;
+  if (record.affinity != kMfServiceClass) return kBtkForbidden;
+  reader.side = kMfServiceSide;
+  if (BtkErrorT e = DispatchAttributes(element, &reader, kServiceSideAttributes)) return e;
+  if (!Given(reader, Reader::kSeenMultiplicity)) {
+    record.sides[kMfServiceSide].multiplicity = kMfSingleInstance;
+  }
+
+  const bool worker = record.managedtype == kMfWorker;
+  const bool served = worker || Given(reader, Reader::kSeenSvcId);
+  if (!served && !Given(reader, Reader::kSeenXsId)) return kBtkMissing;
+  if (Given(reader, Reader::kSeenIsolation) && !Given(reader, Reader::kSeenXsId)) {
+    return kBtkForbidden;
+  }
+  if (BtkErrorT e = ReadServiceModule(reader, element, served)) return e;
+
+  if (worker && !Given(reader, Reader::kSeenSvcId)) {
+    record.ids[kMfServiceSide] = record.ids[kMfClientSide];
+  }
+  if (Given(reader, Reader::kSeenXsVersion) && !Given(reader, Reader::kSeenXsName)) {
+    return kBtkForbidden;
+  }
+  if (Given(reader, Reader::kSeenXsName) && Given(reader, Reader::kSeenXsId)) return kBtkForbidden;
+  FinishSide(reader, Reader::kServiceSideRead);
+  return kBtkOk;
+}
+
+}  // namespace tarnmf

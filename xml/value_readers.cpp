@@ -1,0 +1,116 @@
+#include "xml/value_readers.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+
+#include "platform/runtime.h"
+#include "platform/text.h"
+#include "xml/readers.h"
+
+namespace tarnmf {
+namespace {
+
+constexpr std::size_t kBooleanSize = 6;
+constexpr std::size_t kDecimalSize = 16;
+constexpr std::size_t kUniqueIdSize = 37;
+constexpr std::size_t kLargestKeywordSize = 15;
+constexpr std::size_t kPlainIdLength = 32;
+constexpr std::size_t kDashedIdLength = 36;
+
+// Converts a value that is short by its nature; one that does not fit cannot be right.
+BtkErrorT ToShortText(const XMLCh* text, char* buffer, std::size_t size,
+                      std::size_t* length = nullptr) {
+  if (text == nullptr) return kBtkMalformed;
+  const BtkErrorT e = btkStrUtf16ToUtf8(buffer, size, length, text, kBtkWholeText);
+  return e == kBtkTooLong ? kBtkMalformed : e;
+}
+
+}  // namespace
+
+BtkErrorT ReadKeyword(const XMLCh* text, const KeywordTableT& table, std::int32_t& number) {
+  char value[kLargestKeywordSize];
+  if (BtkErrorT e = ToShortText(text, value, table.bufferSize)) return e;
+  for (const KeywordT& keyword : table.words) {
+    if (btk_strcasecmp(value, keyword.word) != 0) continue;
+    number = keyword.number;
+    return kBtkOk;
+  }
+  return kBtkMalformed;
+}
+
+BtkErrorT ReadBoolean(const XMLCh* text, bool& value) {
+  static constexpr KeywordT kWords[] = {{"yes", 1}, {"true", 1}, {"no", 0}, {"false", 0}};
+  static constexpr KeywordTableT kBoolean = {kBooleanSize, kWords};
+  std::int32_t number = 0;
+  if (BtkErrorT e = ReadKeyword(text, kBoolean, number)) return e;
+  value = number != 0;
+  return kBtkOk;
+}
+
+BtkErrorT ReadDecimal(const XMLCh* text, std::int32_t& number) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  char value[kDecimalSize];
+  if (BtkErrorT e = ToShortText(text, value, sizeof value)) return e;
+  if (value[0] == '\0') return kBtkMalformed;
+  errno = 0;
+  const long long parsed = std::strtoll(value, nullptr, 10);
+  if (errno != 0 || parsed < Limits::min() || parsed > Limits::max()) return kBtkMalformed;
+  number = static_cast<std::int32_t>(parsed);
+  return kBtkOk;
+}
+
+BtkErrorT ReadDecimal16(const XMLCh* text, std::int16_t& number) {
+  std::int32_t parsed = 0;
+  if (BtkErrorT e = ReadDecimal(text, parsed)) return e;
+  if (parsed < 0 || parsed > std::numeric_limits<std::int16_t>::max()) return kBtkOutOfRange;
+  number = static_cast<std::int16_t>(parsed);
+  return kBtkOk;
+}
+
+BtkErrorT ReadUniqueId(const XMLCh* text, UniIdT& id) {
+  char value[kUniqueIdSize];
+  std::size_t length = 0;
+  if (ToShortText(text, value, sizeof value, &length) != kBtkOk) return kBtkMalformed;
+  if (length != kPlainIdLength && length != kDashedIdLength) return kBtkMalformed;
+  const int form = length == kPlainIdLength ? kBtkUniIdPlain : kBtkUniIdDashed;
+  const BtkErrorT e = btkUniIdParse(&id, value, kBtkWholeText, nullptr, form);
+  return e == kBtkOk || e == kBtkNoMemory ? e : kBtkMalformed;
+}
+
+BtkErrorT ReadUtf8(const XMLCh* text, Utf8TextT& value) {
+  if (text == nullptr) return kBtkMalformed;
+  return btkStrUtf16ToUtf8Alloc(Out(value), nullptr, text, kBtkWholeText);
+}
+
+BtkErrorT ReadWide(const XMLCh* text, WideTextT& value) {
+  if (text == nullptr) return kBtkMalformed;
+  value.reset(btk_wcsdup(text));
+  return value ? kBtkOk : kBtkNoMemory;
+}
+
+BtkErrorT ReadWords(const XMLCh* text, MfListT<char>& words) {
+  static constexpr char kSeparator[] = ";";
+  Utf8TextT all;
+  if (BtkErrorT e = ReadUtf8(text, all)) return e;
+  char* rest = all.get() + std::strspn(all.get(), kSeparator);
+  if (*rest == '\0') return kBtkMalformed;
+
+  TypeListT collected;
+  collected.Adopt(words);
+  while (*rest != '\0') {
+    char* const word = rest;
+    rest += std::strcspn(rest, kSeparator);
+    if (*rest != '\0') *rest++ = '\0';
+    rest += std::strspn(rest, kSeparator);
+
+    Utf8TextT copy(btk_strdup(word));
+    if (!copy || !collected.Append(copy.get())) return kBtkNoMemory;
+    copy.release();
+  }
+  words = collected.HandOver();
+  return kBtkOk;
+}
+
+}  // namespace tarnmf

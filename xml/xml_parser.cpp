@@ -1,0 +1,73 @@
+#include "xml/xml_parser.h"
+
+#include <new>
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include "xml/readers.h"
+#include "xml/root_elements.h"
+#include "xml/xml_input_source.h"
+#include "xml/xml_platform.h"
+
+namespace tarnmf {
+namespace {
+
+// The lists of a container while a document is added to them. What they hold ends with this object
+// unless it is handed back, so that a failed parse keeps nothing.
+class WorkingListsT {
+ public:
+  explicit WorkingListsT(MfLdpDataT& data) : data_(data) {
+    classes.Adopt(data.classes);
+    modules.Adopt(data.modules);
+    runnables.Adopt(data.runnables);
+  }
+
+  void HandBack() {
+    data_.classes = classes.HandOver();
+    data_.modules = modules.HandOver();
+    data_.runnables = runnables.HandOver();
+  }
+
+  ClassListT classes;
+  ModuleListT modules;
+  RunnableListT runnables;
+
+ private:
+  MfLdpDataT& data_;
+};
+
+BtkErrorT ReadRoot(const xercesc::DOMDocument* document, WorkingListsT& lists) {
+  if (document == nullptr) return kBtkMalformed;
+  xercesc::DOMElement* const root = document->getDocumentElement();
+  if (root == nullptr || root->getNodeType() != DOMNode::ELEMENT_NODE) return kBtkUnexpected;
+  liMfReader reader(lists.classes, lists.modules, lists.runnables);
+  return DispatchNode(*root, &reader, kRoots);
+}
+
+}  // namespace
+
+BtkErrorT liMfXMLParser::Parse(MfLdpDataT* data, btkIStream* stream) {
+  if (data == nullptr || stream == nullptr) return kBtkNullArgument;
+  WorkingListsT lists(*data);
+  btkXMLInputSource source(stream);
+  xercesc::XercesDOMParser parser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+  parser.parse(source);
+  const BtkErrorT result = ReadRoot(parser.getDocument(), lists);
+  if (result == kBtkOk) lists.HandBack();
+  return result;
+}
+
+}  // namespace tarnmf
+
+liMfStmParser* liMfStmParser::CreateNew(const char* /*kind*/) {
+  tarnmf::EnsureFactoryUse();
+  return new (std::nothrow) tarnmf::liMfXMLParser;
+}
+
+void liMfStmParser::Dispose() {
+  delete this;
+}
+
+liMfStmParser::~liMfStmParser() = default;
