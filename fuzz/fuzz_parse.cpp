@@ -1,0 +1,24 @@
+// Parses one input as a manifest document.
+#include <xercesc/util/OutOfMemoryException.hpp>
+#include <xercesc/util/XMLException.hpp>
+
+#include "tarnmf/stream_parser.h"
+
+#include "support/memory_stream.h"
+#include "support/owned.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  static const tarnmf::DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  tarnmf::test::MemoryStream stream(std::string(reinterpret_cast<const char*>(bytes), size));
+  MfLdpDataT data;
+  BtkErrorT result = kBtkMalformed;
+  try {
+    result = parser->Parse(&data, &stream);
+  } catch (const xercesc::XMLException&) {
+  } catch (const xercesc::OutOfMemoryException&) {
+  }
+  const bool empty = data.classes.count + data.modules.count + data.runnables.count == 0;
+  if (result != kBtkOk && !empty) __builtin_trap();
+  if (stream.References() != 1) __builtin_trap();
+  return 0;
+}

@@ -1,0 +1,90 @@
+#include "platform/host/embedded_services.h"
+
+#include "platform/runtime.h"
+
+namespace {
+
+bool IsSamePath(const btkHostWideT& left, const btkWChar* right) {
+  const btkWChar* const leftText = left.c_str();
+  const btkWChar* const rightText = right != nullptr ? right : BTK_W("");
+  return Cmp_cWPaths_Safe(&leftText, &rightText) == 0;
+}
+
+}  // namespace
+
+btkHostServiceT* btkHostServiceManager::Find(const UniIdT& id, const btkWChar* loadpoint) {
+  for (btkHostServiceT& service : services_) {
+    if (btkUniIdIsEqual(&service.id, &id) && IsSamePath(service.loadpoint, loadpoint)) {
+      return &service;
+    }
+  }
+  return nullptr;
+}
+
+BtkErrorT btkHostServiceManager::DefineService(const UniIdT* id, const btkWChar* loadpoint,
+                                               const char* idText, const UniIdT* model,
+                                               std::uint32_t flags, std::int32_t /*reserved1*/,
+                                               std::int32_t /*reserved2*/,
+                                               std::int32_t /*reserved3*/) {
+  if (btkHostServiceT* const defined = Find(*id, loadpoint)) {
+    defined->model = *model;
+    defined->flags = flags;
+    return kBtkOk;
+  }
+  services_.push_back({*id, loadpoint != nullptr ? loadpoint : BTK_W(""), idText, *model, flags,
+                       std::nullopt, 0, kBtkInfoShared, false});
+  return kBtkOk;
+}
+
+BtkErrorT btkHostServiceManager::SetServiceInfo(const UniIdT* id, const btkWChar* loadpoint,
+                                                const char* commonname, std::int16_t version,
+                                                std::int32_t mode) {
+  btkHostServiceT* const service = Find(*id, loadpoint);
+  if (service == nullptr) return kBtkNotFound;
+  service->commonname.reset();
+  if (commonname != nullptr) service->commonname = commonname;
+  service->version = version;
+  service->mode = mode;
+  return kBtkOk;
+}
+
+BtkErrorT btkHostServiceManager::QueryServiceVersions(std::int16_t* version,
+                                                      std::int16_t* minVersion, const UniIdT* id,
+                                                      const btkWChar* loadpoint) {
+  const btkHostServiceT* const service = Find(*id, loadpoint);
+  if (service == nullptr) return kBtkNotFound;
+  *version = service->version;
+  *minVersion = 0;
+  return kBtkOk;
+}
+
+BtkErrorT btkHostServiceManager::ResolveExternalService(UniIdT* id, const char* name,
+                                                        std::int16_t version,
+                                                        std::int16_t /*reserved*/,
+                                                        const btkWChar* loadpoint) {
+  const int oldest = version < 0 ? -version : 0;
+  const btkHostServiceT* best = nullptr;
+  bool bestIsNear = false;
+  for (const btkHostServiceT& service : services_) {
+    if (service.commonname != name || (oldest > 0 && service.version < oldest)) continue;
+    const bool isNear = IsSamePath(service.loadpoint, loadpoint);
+    const bool isBetter = best == nullptr || (isNear && !bestIsNear) ||
+                          (isNear == bestIsNear && service.version > best->version);
+    if (!isBetter) continue;
+    best = &service;
+    bestIsNear = isNear;
+  }
+  if (best == nullptr) return kBtkNotFound;
+  *id = best->id;
+  return kBtkOk;
+}
+
+BtkErrorT btkHostServiceManager::AddServiceInstance(const void* /*reserved1*/, const UniIdT* id,
+                                                    const btkWChar* loadpoint, const char* /*text*/,
+                                                    std::int32_t /*reserved2*/) {
+  btkHostServiceT* const service = Find(*id, loadpoint);
+  if (service == nullptr) return kBtkNotFound;
+  if (service->hasInstance) return kBtkDuplicate;
+  service->hasInstance = true;
+  return kBtkOk;
+}

@@ -1,0 +1,184 @@
+#include "platform/filesystem.h"
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <iterator>
+#include <string_view>
+#include <system_error>
+#include <utf8.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+#if defined(_WIN32)
+constexpr std::string_view kSeparators = "/\\";
+#else
+constexpr std::string_view kSeparators = "/";
+#endif
+
+bool IsSeparator(char character) {
+  return kSeparators.find(character) != std::string_view::npos;
+}
+
+using WideStringT = std::basic_string<btkWChar>;
+
+// A byte that belongs to no UTF-8 character stands in the wide text as this plus its value; no
+// character of Unicode has such a unit alone.
+constexpr unsigned kStrayByteBase = 0xdc00;
+
+bool IsStrayByte(char32_t unit) {
+  return unit >= kStrayByteBase + 0x80 && unit <= kStrayByteBase + 0xff;
+}
+
+WideStringT Widen(std::string_view narrow) {
+  WideStringT wide;
+  wide.reserve(narrow.size());
+  auto rest = narrow.begin();
+  while (rest != narrow.end()) {
+    const auto stray = utf8::find_invalid(rest, narrow.end());
+    utf8::unchecked::utf8to16(rest, stray, std::back_inserter(wide));
+    rest = stray;
+    if (rest == narrow.end()) break;
+    wide.push_back(static_cast<btkWChar>(kStrayByteBase + static_cast<unsigned char>(*rest++)));
+  }
+  return wide;
+}
+
+// The character at the start of `wide`, which is cut off. A surrogate without its partner stays
+// alone.
+char32_t TakeCharacter(std::basic_string_view<btkWChar>& wide) {
+  const char32_t first = wide[0];
+  const bool isLead = first >= 0xd800 && first <= 0xdbff;
+  const char32_t second = isLead && wide.size() > 1 ? wide[1] : 0;
+  const bool isPair = second >= 0xdc00 && second <= 0xdfff;
+  wide.remove_prefix(isPair ? 2 : 1);
+  return isPair ? 0x10000 + ((first - 0xd800) << 10) + (second - 0xdc00) : first;
+}
+
+std::string Narrow(std::basic_string_view<btkWChar> wide) {
+  constexpr char32_t kReplacement = 0xfffd;
+  std::string narrow;
+  narrow.reserve(wide.size());
+  while (!wide.empty()) {
+    const char32_t character = TakeCharacter(wide);
+    if (IsStrayByte(character)) {
+      narrow.push_back(static_cast<char>(character - kStrayByteBase));
+    } else {
+      const bool isAlone = character >= 0xd800 && character <= 0xdfff;
+      utf8::append(isAlone ? kReplacement : character, std::back_inserter(narrow));
+    }
+  }
+  return narrow;
+}
+
+template <class Char>
+std::basic_string_view<Char> TextOrEmpty(const Char* text) {
+  return text != nullptr ? std::basic_string_view<Char>(text) : std::basic_string_view<Char>();
+}
+
+// Without the separators at its end; the root keeps one.
+std::string_view WithoutTrailingSeparators(std::string_view path) {
+  while (path.size() > 1 && IsSeparator(path.back()))
+    path.remove_suffix(1);
+  return path;
+}
+
+std::string_view LastComponent(std::string_view path) {
+  path = WithoutTrailingSeparators(path);
+  const std::size_t separator = path.find_last_of(kSeparators);
+  return separator == std::string_view::npos ? path : path.substr(separator + 1);
+}
+
+bool Matches(const char* pattern, const char* name) {
+  for (; *pattern != '\0'; ++pattern) {
+    if (*pattern == '*') {
+      for (;; ++name) {
+        if (Matches(pattern + 1, name)) return true;
+        if (*name == '\0') return false;
+      }
+    }
+    if (*name == '\0' || (*pattern != '?' && *pattern != *name)) return false;
+    ++name;
+  }
+  return *name == '\0';
+}
+
+std::vector<std::string> MatchingFiles(const char* directory, const char* pattern) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (fs::directory_iterator file(directory, error), end; !error && file != end;
+       file.increment(error)) {
+    std::error_code ignored;
+    std::string name = file->path().filename().string();
+    if (Matches(pattern, name.c_str()) && file->is_regular_file(ignored)) {
+      names.push_back(std::move(name));
+    }
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+}  // namespace
+
+btkZString::btkZString(const char* text) : text_(TextOrEmpty(text)) {}
+
+btkZString& btkZString::operator=(const char* text) {
+  text_ = TextOrEmpty(text);
+  return *this;
+}
+
+bool operator==(const btkZString& left, const btkWChar* right) {
+  return left.Text() == Narrow(TextOrEmpty(right));
+}
+
+btkFSPath::btkFSPath(const char* narrow) : narrow_(TextOrEmpty(narrow)), wide_(Widen(narrow_)) {}
+
+btkFSPath::btkFSPath(const btkWChar* wide)
+    : narrow_(Narrow(TextOrEmpty(wide))), wide_(TextOrEmpty(wide)) {}
+
+btkFSEntry::btkFSEntry(const char* narrow) : path_(TextOrEmpty(narrow)) {}
+
+btkFSEntry::btkFSEntry(const btkWChar* wide) : path_(Narrow(TextOrEmpty(wide))) {}
+
+btkFSEntry btkFSEntry::GetHead() const {
+  const std::string_view path = WithoutTrailingSeparators(path_);
+  const std::string_view tail = LastComponent(path);
+  if (tail == "." || tail == "..") return btkFSEntry((std::string(path) + "/..").c_str());
+  const std::string_view head = path.substr(0, path.size() - tail.size());
+  if (head.empty()) return btkFSEntry(".");
+  return btkFSEntry(std::string(WithoutTrailingSeparators(head)).c_str());
+}
+
+btkZString btkFSEntry::GetTail() const {
+  return btkZString(std::string(LastComponent(path_)).c_str());
+}
+
+btkFSEntry& btkFSEntry::operator/=(const char* component) {
+  if (!path_.empty() && !IsSeparator(path_.back())) path_ += '/';
+  path_ += component;
+  return *this;
+}
+
+btkFSEntry& btkFSEntry::operator+=(const char* text) {
+  path_ += text;
+  return *this;
+}
+
+btkFSList::btkFSList(int reserve) {
+  if (reserve > 0) entries_.reserve(static_cast<std::size_t>(reserve));
+}
+
+btkFSList::btkFSList(const btkFSEntry& directory, const char* pattern) {
+  const btkFSPath path = directory.Path();
+  for (const std::string& name : MatchingFiles(path.NarrowText(), pattern)) {
+    btkFSEntry file = directory;
+    file /= name.c_str();
+    entries_.push_back(std::move(file));
+  }
+}
+
+void btkFSList::Append(const btkFSEntry& entry) {
+  entries_.push_back(entry);
+}

@@ -1,0 +1,105 @@
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "platform/filesystem.h"
+#include "platform/host/btkhost.h"
+#include "platform/runtime.h"
+
+#if defined(_WIN32)
+#include <windows.h>
+#endif
+
+namespace {
+
+using WideStringT = std::basic_string<btkWChar>;
+
+// What the process queries answer. Machine types are handed out as pointers that live as long as
+// the process, so an earlier answer is left where it is when a new one is set.
+struct ProcessT {
+  WideStringT loadpoint;
+  WideStringT executable;  // empty: the real one
+  const char* nativeMachine;
+  const char* otherMachine;
+};
+
+#if defined(_WIN32)
+constexpr char kNativeMachine[] = "windows-x64";
+constexpr char kOtherMachine[] = "windows-x86";
+constexpr btkWChar kExecutableSuffix[] = BTK_W(".exe");
+#else
+constexpr char kNativeMachine[] = "linux-x64";
+constexpr char kOtherMachine[] = "linux-x86";
+constexpr btkWChar kExecutableSuffix[] = BTK_W("");
+#endif
+
+ProcessT& Process() {
+  static ProcessT process{{}, {}, kNativeMachine, kOtherMachine};
+  return process;
+}
+
+WideStringT RealExecutable() {
+#if defined(_WIN32)
+  wchar_t path[32768];
+  const DWORD length = GetModuleFileNameW(nullptr, path, static_cast<DWORD>(std::size(path)));
+  return WideStringT(path, length);
+#else
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
+  return btkFSPath(path.c_str()).WideText();
+#endif
+}
+
+BtkErrorT CopyTo(btkWChar* buffer, std::size_t units, const WideStringT& text) {
+  if (text.size() >= units) return kBtkTooLong;
+  std::copy_n(text.c_str(), text.size() + 1, buffer);
+  return kBtkOk;
+}
+
+// Kept for the life of the process: answers given out earlier stay valid.
+const char* KeepForever(const char* text) {
+  static auto* const kept = new std::vector<std::unique_ptr<std::string>>;
+  return kept->emplace_back(std::make_unique<std::string>(text))->c_str();
+}
+
+}  // namespace
+
+std::size_t btkGetLoadpointW(btkWChar* buffer, std::size_t units) {
+  const WideStringT& path = Process().loadpoint;
+  if (CopyTo(buffer, units, path) != kBtkOk) return static_cast<std::size_t>(-1);
+  return path.size();
+}
+
+BtkErrorT btkDlmGetCurProcessImagePathW(btkWChar* buffer, std::size_t units) {
+  const WideStringT& set = Process().executable;
+  return CopyTo(buffer, units, set.empty() ? RealExecutable() : set);
+}
+
+BtkErrorT btkGetExecutableNameW(btkWChar* buffer, std::size_t units, const void* /*reserved*/,
+                                const btkWChar* name) {
+  if (name == nullptr) return kBtkNullArgument;
+  return CopyTo(buffer, units, WideStringT(name) + kExecutableSuffix);
+}
+
+const char* btkGetVexMachine() {
+  return Process().nativeMachine;
+}
+const char* btkGetVexMachine3264(const char* /*machine*/) {
+  return Process().otherMachine;
+}
+
+void btkHostSetProcessLoadpoint(const btkWChar* path) {
+  Process().loadpoint = path != nullptr ? path : BTK_W("");
+}
+
+void btkHostSetExecutablePath(const btkWChar* path) {
+  Process().executable = path != nullptr ? path : BTK_W("");
+}
+
+void btkHostSetMachineTypes(const char* native, const char* other) {
+  Process().nativeMachine = native != nullptr ? KeepForever(native) : kNativeMachine;
+  Process().otherMachine = other != nullptr ? KeepForever(other) : kOtherMachine;
+}

@@ -1,0 +1,79 @@
+#include "platform/runtime.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+char FoldAscii(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                              : character;
+}
+
+bool IsSeparator(btkWChar unit) {
+#if defined(_WIN32)
+  return unit == BTK_W('/') || unit == BTK_W('\\');
+#else
+  return unit == BTK_W('/');
+#endif
+}
+
+using WideViewT = std::basic_string_view<btkWChar>;
+
+// The root itself keeps its separator.
+WideViewT WithoutTrailingSeparator(WideViewT path) {
+  if (path.size() > 1 && IsSeparator(path.back())) path.remove_suffix(1);
+  return path;
+}
+
+}  // namespace
+
+int btk_strcasecmp(const char* left, const char* right) {
+  while (*left != '\0' && FoldAscii(*left) == FoldAscii(*right)) {
+    ++left;
+    ++right;
+  }
+  return static_cast<unsigned char>(FoldAscii(*left)) -
+         static_cast<unsigned char>(FoldAscii(*right));
+}
+
+bool btk_iswspace(btkWChar character) {
+  switch (character) {
+    case 0x20:
+    case 0x85:
+    case 0xa0:
+    case 0x1680:
+    case 0x2028:
+    case 0x2029:
+    case 0x202f:
+    case 0x205f:
+    case 0x3000:
+      return true;
+    default:
+      return (character >= 0x09 && character <= 0x0d) ||
+             (character >= 0x2000 && character <= 0x200a);
+  }
+}
+
+const char* btk_getenv(const char* name) {
+  return std::getenv(name);
+}
+
+std::int32_t btkAoInc32(std::int32_t* counter) {
+  return ++std::atomic_ref(*counter);
+}
+std::int32_t btkAoDec32(std::int32_t* counter) {
+  return --std::atomic_ref(*counter);
+}
+
+int CmpCase_cStrings_Safe(const char* const* left, const char* const* right) {
+  if (*left == nullptr || *right == nullptr) return (*left != nullptr) - (*right != nullptr);
+  return std::strcmp(*left, *right);
+}
+
+int Cmp_cWPaths_Safe(const btkWChar* const* left, const btkWChar* const* right) {
+  if (*left == nullptr || *right == nullptr) return (*left != nullptr) - (*right != nullptr);
+  return WithoutTrailingSeparator(*left).compare(WithoutTrailingSeparator(*right));
+}
