@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <type_traits>
 
 #include "tarnmf/list.h"
@@ -29,6 +30,12 @@ struct BorrowsElements {
   template <class T>
   static void Release(T&) {}
 };
+struct DestroysElements {
+  template <class T>
+  static void Release(T& element) {
+    element.~T();
+  }
+};
 struct DeletesElements {
   template <class T>
   static void Release(T* record) {
@@ -42,11 +49,16 @@ struct FreesStrings {
   }
 };
 
+// Whether an element may change its place as bytes. To be specialised for types that own something
+// and yet know nothing of their own address.
+template <class T>
+inline constexpr bool kMovesAsBytes = std::is_trivially_copyable_v<T>;
+
 // Elements are moved as bytes. The capacity is always a multiple of Step, room that was made is
 // zero-filled, and a growth that fails leaves the array as it was.
 template <class T, std::int32_t Step, class Owner = BorrowsElements, class Heap = RuntimeHeap>
 class GrowableArray {
-  static_assert(std::is_trivially_copyable_v<T> && Step > 0);
+  static_assert(kMovesAsBytes<T> && Step > 0);
 
  public:
   GrowableArray() = default;
@@ -90,13 +102,10 @@ class GrowableArray {
   // The ...Reserved operations use room that was made before and cannot fail.
   void AppendReserved(const T& element) { items_[count_++] = element; }
 
-  void InsertReserved(std::int32_t place, const T& element) {
-    T* at = items_ + place;
-    std::memmove(static_cast<void*>(at + 1), at,
-                 static_cast<std::size_t>(count_ - place) * sizeof(T));
-    *at = element;
-    ++count_;
-  }
+  void InsertReserved(std::int32_t place, const T& element) { *OpenGap(place) = element; }
+
+  // Inserts a value-initialised element.
+  T& EmplaceReserved(std::int32_t place) { return *new (OpenGap(place)) T{}; }
 
   [[nodiscard]] bool Insert(std::int32_t place, const T& element) {
     if (!ReserveMore(1)) return false;
@@ -135,16 +144,29 @@ class GrowableArray {
     return list;
   }
 
-  // Releases the elements, the last one first, and then the block.
-  void Clear() {
+  // Releases the elements, the last one first, and keeps the room.
+  void ReleaseElements() {
     while (count_ > 0)
       Owner::Release(items_[--count_]);
+  }
+
+  // Releases the elements and then the block.
+  void Clear() {
+    ReleaseElements();
     Heap::Free(items_);
     items_ = nullptr;
     capacity_ = 0;
   }
 
  private:
+  T* OpenGap(std::int32_t place) {
+    T* at = items_ + place;
+    std::memmove(static_cast<void*>(at + 1), static_cast<const void*>(at),
+                 static_cast<std::size_t>(count_ - place) * sizeof(T));
+    ++count_;
+    return at;
+  }
+
   std::int32_t count_ = 0;
   std::int32_t capacity_ = 0;
   T* items_ = nullptr;

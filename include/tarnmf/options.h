@@ -1,4 +1,5 @@
-// Option switches: a process-wide table from option ids to 32-bit values.
+// Option switches: a process-wide table from option ids to 32-bit values. It needs no repository
+// and starts empty.
 //
 // A preload condition that names an option holds only when the option is known and its value is not
 // 0, so switches are set before the scan that depends on them. Once set, an option stays known; it

@@ -27,9 +27,14 @@ class TARNMF_API liMfRepository {
   //   1    the repository exists already (nothing changes), or a manifest file cannot be opened
   //   33   no dynamic-library manager
   //   112  memory could not be had
-  //   others: as liLdpMfLoader::Load, liMfPublisher::Add and Publish, and the platform's managers
+  //   others: as liLdpMfLoader::Load, liMfPublisher::Add and Publish, the platform's managers, and
+  //   its query for the path of the running executable
   // After any failure but "exists already" there is no repository and Initialize may be tried
-  // again; registrations already made with the platform stay.
+  // again; registrations already made with the platform stay. The same holds for an exception of
+  // the XML library or of a platform call, which passes through.
+  //
+  // Libraries whose preload conditions hold are loaded here, once their load point is published; a
+  // library that cannot be loaded is no failure. `files` is borrowed for the call.
   static BtkErrorT Initialize(const btkFSList& files, const btkWChar* dir);
 
   // The repository, or null while no Initialize has succeeded. It is never destroyed.
@@ -49,8 +54,12 @@ class TARNMF_API liMfRepository {
   //   261  a load point with the same path is filed already
   //   432  a syntax error in the layout file, or a malformed manifest
   //   others: as liLdpMfLoader::Load, liMfPublisher::Add and Publish, and the platform's managers
-  // A failure up to the publisher's Add leaves the repository as it was; after a later one the load
-  // point stays filed. Registrations already made with the platform stay.
+  // A failure up to the publisher's Add, code 261 included, leaves the repository as it was. A
+  // failure of Publish leaves the load point filed, without its classes and services; 112 may also
+  // mean that some of these could not be filed any more. Registrations already made with the
+  // platform stay. Exceptions pass through and leave what a failure at the same place leaves.
+  //
+  // Nothing is preloaded, and a load point is never removed.
   virtual BtkErrorT AddLoadpoint(const btkWChar* dir) = 0;
 
   // Returns the number of load points and, when `ids` is not null and `capacity` suffices, copies
@@ -61,17 +70,22 @@ class TARNMF_API liMfRepository {
   virtual MfLdpDataT* FindLoadpoint(const UniIdT* id) = 0;
 
   // The first service role with this id among the runnables of the load point with this path, or
-  // null. A null `loadpoint` is a path that no load point has.
+  // null. Paths compare as the platform's do. A null `loadpoint` is a path that no load point has;
+  // a null `svcid` finds nothing.
   virtual MfServiceRoleT* FindService(const UniIdT* svcid, const btkWChar* loadpoint) = 0;
 
   // The best implementation of the class called `name` (case-sensitive) for a caller in `scope`: of
   // the entries whose service version is at least `reqVersion` (less than 0 counts as 0) and whose
   // oldest supported version is at most `limit`, the newest of the scope itself, else the newest
-  // without a scope; of equal versions the one filed last. Null when there is none.
+  // without a scope; of equal versions the one filed last. Null when there is none, or when `name`
+  // is null. A null `scope` stands for the null id, that is for no scope. The entry's `record` is
+  // the class.
   virtual MfSvcResolveT* FindClassImpl(const UniIdT* scope, const char* name,
                                        std::int16_t reqVersion, std::int16_t limit) = 0;
 
-  // The exposed service with this combined id (not null), or null.
+  // The exposed service with this combined id (btkUniIdCombine of the load point's id and the
+  // service id), or null; null for a null `id`. A service that a load point offers twice is found
+  // as it was filed last.
   virtual MfSvcResolveT* FindServiceEntry(const UniIdT* id) = 0;
 
   // Returns the number of exposed services and, when `entries` is not null and `capacity` suffices,
