@@ -10,13 +10,26 @@ bool IsSamePath(const btkHostWideT& left, const btkWChar* right) {
   return Cmp_cWPaths_Safe(&leftText, &rightText) == 0;
 }
 
+// The load point's own services come first, then the newest, then the one defined first.
+bool IsBetter(const btkHostServiceT& service, const btkHostServiceT& other,
+              const btkWChar* loadpoint) {
+  const bool isNear = IsSamePath(service.loadpoint, loadpoint);
+  if (isNear != IsSamePath(other.loadpoint, loadpoint)) return isNear;
+  if (service.version != other.version) return service.version > other.version;
+  return &service < &other;
+}
+
 }  // namespace
 
+btkHostServiceManager::IdBytesT btkHostServiceManager::BytesOf(const UniIdT& id) {
+  return std::to_array(id.bytes);
+}
+
 btkHostServiceT* btkHostServiceManager::Find(const UniIdT& id, const btkWChar* loadpoint) {
-  for (btkHostServiceT& service : services_) {
-    if (btkUniIdIsEqual(&service.id, &id) && IsSamePath(service.loadpoint, loadpoint)) {
-      return &service;
-    }
+  const auto [first, last] = byId_.equal_range(BytesOf(id));
+  for (auto place = first; place != last; ++place) {
+    btkHostServiceT& service = services_[place->second];
+    if (IsSamePath(service.loadpoint, loadpoint)) return &service;
   }
   return nullptr;
 }
@@ -31,6 +44,7 @@ BtkErrorT btkHostServiceManager::DefineService(const UniIdT* id, const btkWChar*
     defined->flags = flags;
     return kBtkOk;
   }
+  byId_.emplace(BytesOf(*id), services_.size());
   services_.push_back({*id, loadpoint != nullptr ? loadpoint : BTK_W(""), idText, *model, flags,
                        std::nullopt, 0, kBtkInfoShared, false});
   return kBtkOk;
@@ -41,8 +55,12 @@ BtkErrorT btkHostServiceManager::SetServiceInfo(const UniIdT* id, const btkWChar
                                                 std::int32_t mode) {
   btkHostServiceT* const service = Find(*id, loadpoint);
   if (service == nullptr) return kBtkNotFound;
-  service->commonname.reset();
-  if (commonname != nullptr) service->commonname = commonname;
+  if (commonname == nullptr) {
+    service->commonname.reset();
+  } else if (service->commonname != commonname) {
+    service->commonname = commonname;
+    byName_.emplace(commonname, static_cast<std::size_t>(service - services_.data()));
+  }
   service->version = version;
   service->mode = mode;
   return kBtkOk;
@@ -64,15 +82,11 @@ BtkErrorT btkHostServiceManager::ResolveExternalService(UniIdT* id, const char* 
                                                         const btkWChar* loadpoint) {
   const int oldest = version < 0 ? -version : 0;
   const btkHostServiceT* best = nullptr;
-  bool bestIsNear = false;
-  for (const btkHostServiceT& service : services_) {
+  const auto [first, last] = byName_.equal_range(name);
+  for (auto place = first; place != last; ++place) {
+    const btkHostServiceT& service = services_[place->second];
     if (service.commonname != name || (oldest > 0 && service.version < oldest)) continue;
-    const bool isNear = IsSamePath(service.loadpoint, loadpoint);
-    const bool isBetter = best == nullptr || (isNear && !bestIsNear) ||
-                          (isNear == bestIsNear && service.version > best->version);
-    if (!isBetter) continue;
-    best = &service;
-    bestIsNear = isNear;
+    if (best == nullptr || IsBetter(service, *best, loadpoint)) best = &service;
   }
   if (best == nullptr) return kBtkNotFound;
   *id = best->id;
