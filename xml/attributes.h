@@ -21,7 +21,7 @@ template <class Reader, class Family, std::uint32_t SeenBit>
 BtkErrorT Attribute(void* context, DOMNode* node) {
   Reader& reader = *static_cast<Reader*>(context);
   if ((reader.flags & SeenBit) != 0) return kBtkDuplicate;
-  if (BtkErrorT e = Family::Read(reader, node->getNodeValue())) return e;
+  if (BtkErrorT e = Family::Read(reader, AttributeText(*node))) return e;
   reader.flags |= SeenBit;
   return kBtkOk;
 }

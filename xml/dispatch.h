@@ -25,6 +25,14 @@ BtkErrorT Element(void* reader, DOMNode* node) {
   return Read(*static_cast<Reader*>(reader), *node);
 }
 
+// The value of an attribute. The XML library casts dynamically each time it is asked for one, so the
+// text node that almost every attribute consists of is asked instead.
+inline const XMLCh* AttributeText(const DOMNode& attribute) {
+  const DOMNode* const text = attribute.getFirstChild();
+  const bool isWhole = text != nullptr && text->getNextSibling() == nullptr;
+  return isWhole ? text->getNodeValue() : attribute.getNodeValue();
+}
+
 // Looks the node's name up, whatever its letter case, and calls its handler. 42 for a name that the
 // table does not have.
 BtkErrorT DispatchNode(DOMNode& node, void* reader, MfTagTableT table);

@@ -21,7 +21,7 @@ char*& LauncherNameId(MfLauncherRoleT& role) {
 
 // A second "types" adds its words instead of being refused.
 BtkErrorT ReadLauncherTypes(Reader& reader, DOMNode& attribute) {
-  if (BtkErrorT e = ReadWords(attribute.getNodeValue(), reader.launcher->types)) return e;
+  if (BtkErrorT e = ReadWords(AttributeText(attribute), reader.launcher->types)) return e;
   reader.flags |= Reader::kSeenTypes;
   return kBtkOk;
 }
