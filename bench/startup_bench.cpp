@@ -1,0 +1,142 @@
+// What it costs to start a process with N manifest files, and to add the N-th installation. The
+// managers agree to everything and keep nothing, so that the library alone is measured.
+#include <benchmark/benchmark.h>
+#include <memory>
+#include <string>
+#include <vector>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+
+#include "bench/quiet_managers.h"
+#include "platform/filesystem.h"
+#include "repository/null_id.h"
+#include "repository/repo_base_impl.h"
+#include "repository/scan.h"
+#include "support/generated_manifest.h"
+#include "support/temp_directory.h"
+
+namespace {
+
+using namespace tarnmf;
+
+constexpr int kModules = 20;
+constexpr int kClasses = 20;
+constexpr int kServices = 10;
+
+void Check(benchmark::State& state, BtkErrorT code) {
+  if (code != kBtkOk) state.SkipWithError("the scan failed");
+}
+
+// N manifest files of one process.
+struct ProcessFilesT {
+  explicit ProcessFilesT(std::int64_t count) {
+    for (int i = 0; i < count; ++i) {
+      files.push_back(root.Write(std::to_string(i) + ".tmfx",
+                                 test::GeneratedManifest(i, kModules, kClasses, kServices)));
+      list.Append(btkFSEntry(files.back().c_str()));
+    }
+  }
+
+  test::TempDirectory root;
+  std::vector<std::string> files;
+  btkFSList list;
+  bench::QuietManagers managers;
+};
+
+void BareXmlOfProcessFiles(benchmark::State& state) {
+  const ProcessFilesT process(state.range(0));
+  xercesc::XMLPlatformUtils::Initialize();
+  for (auto _ : state) {
+    for (const std::string& file : process.files) {
+      xercesc::XercesDOMParser parser;
+      parser.parse(file.c_str());
+      benchmark::DoNotOptimize(parser.getDocument()->getDocumentElement());
+    }
+  }
+  xercesc::XMLPlatformUtils::Terminate();
+}
+
+// Ends the repository outside the measured time, as a process never does.
+void StartOfProcess(benchmark::State& state) {
+  const ProcessFilesT process(state.range(0));
+  for (auto _ : state) {
+    RepositoryPtrT repo(new liMfRepoBaseImpl);
+    Check(state, ScanLoadpoint(*repo, nullptr, process.list));
+    state.PauseTiming();
+    repo.reset();
+    state.ResumeTiming();
+  }
+}
+
+// A repository with installations, each in a directory of its own below its base.
+class Installations {
+ public:
+  std::u16string NewDirectory() {
+    const std::string name = std::to_string(count_);
+    root_.Write(name + "/x/a.tmfx",
+                test::GeneratedManifest(count_++, kModules, kClasses, kServices));
+    return btkFSPath((root_.Path() / name / "x").c_str()).WideText();
+  }
+  void Add(int count) {
+    for (int i = 0; i < count; ++i)
+      repo_->AddLoadpoint(NewDirectory().c_str());
+  }
+  liMfRepoBaseImpl& Repo() { return *repo_; }
+
+ private:
+  test::TempDirectory root_;
+  bench::QuietManagers managers_;
+  RepositoryPtrT repo_{new liMfRepoBaseImpl};
+  int count_ = 0;
+};
+
+void AddNthLoadpoint(benchmark::State& state) {
+  Installations installations;
+  installations.Add(static_cast<int>(state.range(0)) - 1);
+  for (auto _ : state) {
+    state.PauseTiming();
+    const std::u16string directory = installations.NewDirectory();
+    state.ResumeTiming();
+    Check(state, installations.Repo().AddLoadpoint(directory.c_str()));
+  }
+}
+
+void FindClassImplOfInstallations(benchmark::State& state) {
+  Installations installations;
+  installations.Add(static_cast<int>(state.range(0)));
+  std::vector<std::string> names;
+  for (int i = 0; i < kClasses; ++i)
+    names.push_back("Class" + std::to_string(i));
+  std::size_t next = 0;
+  for (auto _ : state) {
+    const char* const name = names[next++ % names.size()].c_str();
+    benchmark::DoNotOptimize(installations.Repo().FindClassImpl(&kNullId, name, 0, 32767));
+  }
+}
+
+void FindServiceOfInstallations(benchmark::State& state) {
+  Installations installations;
+  installations.Add(static_cast<int>(state.range(0)));
+  const int count = static_cast<int>(state.range(0));
+  const std::u16string path = installations.Repo().loadpointsByPath[count / 2]->data.loadpoint;
+  const UniIdT id = installations.Repo()
+                        .loadpointsByPath[count / 2]
+                        ->data.runnables[0]
+                        ->services[kServices - 1]
+                        ->id;
+  for (auto _ : state)
+    benchmark::DoNotOptimize(installations.Repo().FindService(&id, path.c_str()));
+}
+
+BENCHMARK(BareXmlOfProcessFiles)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(StartOfProcess)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(AddNthLoadpoint)
+    ->Arg(10)
+    ->Arg(100)
+    ->Arg(1000)
+    ->Iterations(50)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK(FindClassImplOfInstallations)->Arg(10)->Arg(100)->Arg(1000);
+BENCHMARK(FindServiceOfInstallations)->Arg(10)->Arg(100)->Arg(1000);
+
+}  // namespace

@@ -1,0 +1,83 @@
+// What a publisher knows of the records that it has accepted, for the checks of the next ones.
+#ifndef PUBLISH_PUBLISH_INDEX_H
+#define PUBLISH_PUBLISH_INDEX_H
+
+#include <cstdint>
+#include <cstring>
+
+#include "tarnmf/intf_class.h"
+#include "tarnmf/module.h"
+#include "tarnmf/runnable.h"
+
+#include "platform/unique_id.h"
+#include "support/bisect.h"
+#include "support/growable_array.h"
+
+namespace tarnmf {
+
+using SortedModulesT = GrowableArray<MfModuleT*, 4>;     // by id
+using SortedClassesT = GrowableArray<MfIntfClassT*, 8>;  // by class id
+
+// Records that are to be registered by the next Publish, in the order in which they were added.
+using NewModulesT = GrowableArray<MfModuleT*, 2>;
+using NewRunnablesT = GrowableArray<MfRunnableT*, 4>;
+using NewClassesT = GrowableArray<MfIntfClassT*, 8>;
+
+// One list of all modules, one list per role in which class sides use them, and the classes. No
+// list holds two records with the same key. The records belong to the publisher's caller.
+struct PublishIndexT {
+  SortedModulesT modules;
+  SortedModulesT appModules;            // client sides of app classes
+  SortedModulesT agentModules;          // agent sides of any class
+  SortedModulesT serviceClientModules;  // client sides of service classes
+  SortedModulesT serviceServerModules;  // service sides of service classes
+  SortedModulesT genericModules;        // client sides of generic classes, both of service classes
+  SortedClassesT classes;               // every class that was not folded into another
+
+  // Empties all lists and keeps their room.
+  void Forget();
+
+  // Makes room for what `batch` holds; then takes it over, which cannot fail. The two must have no
+  // key in common, list by list.
+  [[nodiscard]] bool ReserveFor(const PublishIndexT& batch);
+  void Merge(PublishIndexT& batch);
+};
+
+using ModuleListMemberT = SortedModulesT PublishIndexT::*;
+
+inline constexpr ModuleListMemberT kModuleLists[] = {
+    &PublishIndexT::modules,
+    &PublishIndexT::appModules,
+    &PublishIndexT::agentModules,
+    &PublishIndexT::serviceClientModules,
+    &PublishIndexT::serviceServerModules,
+    &PublishIndexT::genericModules,
+};
+
+// Byte by byte, unsigned; null sorts first and equals null.
+inline int CompareTexts(const char* left, const char* right) {
+  if (left == nullptr || right == nullptr) return (left != nullptr) - (right != nullptr);
+  return std::strcmp(left, right);
+}
+
+// The orders of the lists.
+inline int CompareKeys(const MfModuleT& left, const MfModuleT& right) {
+  return CompareTexts(left.id, right.id);
+}
+inline int CompareKeys(const MfIntfClassT& left, const MfIntfClassT& right) {
+  return btkUniIdCompare(&left.ids[kMfClientSide], &right.ids[kMfClientSide]);
+}
+
+inline BisectResultT FindModule(const SortedModulesT& modules, const char* id) {
+  return Bisect(modules.Count(), [&](std::int32_t i) { return CompareTexts(modules[i]->id, id); });
+}
+
+inline BisectResultT FindClass(const SortedClassesT& classes, const UniIdT& id) {
+  return Bisect(classes.Count(), [&](std::int32_t i) {
+    return btkUniIdCompare(&classes[i]->ids[kMfClientSide], &id);
+  });
+}
+
+}  // namespace tarnmf
+
+#endif  // PUBLISH_PUBLISH_INDEX_H

@@ -1,0 +1,26 @@
+// Tells the dynamic-library manager which library implements which interface.
+#ifndef PUBLISH_REGISTER_INTERFACES_H
+#define PUBLISH_REGISTER_INTERFACES_H
+
+#include "tarnmf/intf_class.h"
+
+#include "platform/dlm.h"
+#include "platform/errors.h"
+#include "publish/publish_index.h"
+
+namespace tarnmf {
+
+// The path of the library that implements one side of a class: its module's resolved path, or the
+// module's id where there is none. Null: the class has no such side.
+const char* ResolveSidePath(const MfIntfClassT& record, MfSideT side,
+                            const SortedModulesT& modules);
+
+// Registers the sides of `classes` that `disposition` asks for, all in one call. In the agent view
+// the service side's module reference of a service class becomes the resolved path. Codes: 0; 112,
+// nothing has been registered; others as the platform returned them.
+BtkErrorT RegisterInterfaces(const NewClassesT& classes, const SortedModulesT& modules,
+                             IntfDispositionT disposition);
+
+}  // namespace tarnmf
+
+#endif  // PUBLISH_REGISTER_INTERFACES_H
