@@ -1,0 +1,82 @@
+#include "platform/filesystem.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "platform/runtime.h"
+#include "platform/stream.h"
+#include "support/temp_directory.h"
+
+namespace tarnmf::test {
+namespace {
+
+TEST(Paths, CarryEveryByteThroughTheirWideText) {
+  for (const char* narrow :
+       {"plain", "\xc3\xa9/\xf0\x9f\x98\x80", "broken\xff\xc3/x", "\xed\xb2\x80", "\x80\xbf"}) {
+    EXPECT_STREQ(btkFSPath(btkFSPath(narrow).WideText()).NarrowText(), narrow);
+  }
+}
+
+TEST(Paths, HeadsAndTails) {
+  struct {
+    const char* path;
+    const char* head;
+    const char* tail;
+  } const rows[] = {
+      {"/a/b", "/a", "b"}, {"/a/b/", "/a", "b"}, {"/a", "/", "a"},
+      {"/", "/", ""},      {"a", ".", "a"},      {"a/b", "a", "b"},
+      {"a//b", "a", "b"},  {".", "./..", "."},   {"a/..", "a/../..", ".."},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.path);
+    EXPECT_STREQ(btkFSEntry(row.path).GetHead().Path().NarrowText(), row.head);
+    EXPECT_STREQ(btkFSEntry(row.path).GetTail().Text(), row.tail);
+  }
+}
+
+TEST(Paths, ListsMatchingFilesByName) {
+  const TempDirectory directory;
+  for (const char* name : {"b.tmfx", "a.tmfx", "a.tmfx.old", "c.TMFX", "tmfx"})
+    directory.Write(name, "");
+  std::filesystem::create_directory(directory.Path() / "folder.tmfx");
+  const auto names = [&](const char* pattern) {
+    std::string all;
+    const btkFSList list(btkFSEntry(directory.Path().c_str()), pattern);
+    for (unsigned i = 0; i < list.Count(); ++i)
+      all += std::string(list[i].GetTail().Text()) + " ";
+    return all;
+  };
+  EXPECT_EQ(names("*.tmfx"), "a.tmfx b.tmfx ");
+  EXPECT_EQ(names("?.tmfx"), "a.tmfx b.tmfx ");
+  EXPECT_EQ(names("*a*x*"), "a.tmfx a.tmfx.old ");
+  EXPECT_EQ(btkFSList(btkFSEntry("/no/such/folder"), "*").Count(), 0U);
+}
+
+TEST(FileStream, ReadsToTheEndAndTellsFailureFromEnd) {
+  const TempDirectory directory;
+  const std::string file = directory.Write("f", "12345");
+  btkFileStream stream;
+  ASSERT_EQ(stream.Open(file.c_str(), kBtkOpenRead, btkGetAsciiSerializer()), kBtkOk);
+  char buffer[8];
+  EXPECT_EQ(stream.Read(buffer, 3), 3);
+  EXPECT_EQ(stream.Read(buffer, 8), 2);
+  EXPECT_EQ(stream.Read(buffer, 8), 0);
+  EXPECT_EQ(stream.State() & kBtkStreamFailed, 0U);
+  stream.Close();
+  EXPECT_EQ(stream.Read(buffer, 8), -1);
+  EXPECT_NE(stream.State() & kBtkStreamFailed, 0U);
+  EXPECT_EQ(stream.Open(directory.Path().c_str(), kBtkOpenRead, nullptr), kBtkMissing);
+  EXPECT_EQ(stream.Open((file + "x").c_str(), kBtkOpenRead, nullptr), kBtkMissing);
+}
+
+TEST(Process, KnowsItsExecutable) {
+  char16_t path[261];
+  ASSERT_EQ(btkDlmGetCurProcessImagePathW(path, 261), kBtkOk);
+  EXPECT_STREQ(btkFSEntry(path).GetTail().Text(), "tarnmf_host_tests");
+  EXPECT_EQ(btkDlmGetCurProcessImagePathW(path, 4), kBtkTooLong);
+}
+
+}  // namespace
+}  // namespace tarnmf::test

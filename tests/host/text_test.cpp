@@ -1,0 +1,106 @@
+#include "platform/text.h"
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "platform/memory.h"
+#include "platform/runtime.h"
+#include "support/owned.h"
+
+namespace tarnmf::test {
+namespace {
+
+struct ConversionT {
+  const char* name;
+  std::u16string wide;
+  std::string narrow;
+};
+
+const ConversionT kConversions[] = {
+    {"empty", u"", ""},
+    {"ascii", u"module.id", "module.id"},
+    {"two and three bytes", u"\u00e9\u20ac", "\xc3\xa9\xe2\x82\xac"},
+    {"surrogate pair", u"a\U0001f600", "a\xf0\x9f\x98\x80"},
+    {"longer than the stack buffer", std::u16string(1000, u'\u20ac'),
+     [] {
+       std::string text;
+       for (int i = 0; i < 1000; ++i)
+         text += "\xe2\x82\xac";
+       return text;
+     }()},
+};
+
+TEST(Text, ConvertsBothWays) {
+  for (const ConversionT& row : kConversions) {
+    SCOPED_TRACE(row.name);
+    Utf8TextT narrow;
+    std::size_t length = 99;
+    ASSERT_EQ(btkStrUtf16ToUtf8Alloc(Out(narrow), &length, row.wide.c_str(), kBtkWholeText),
+              kBtkOk);
+    EXPECT_EQ(narrow.get(), row.narrow);
+    EXPECT_EQ(length, row.narrow.size());
+    WideTextT wide;
+    ASSERT_EQ(btkStrMultibyteToWideAlloc(Out(wide), &length, row.narrow.c_str(), kBtkWholeText),
+              kBtkOk);
+    EXPECT_EQ(wide.get(), row.wide);
+    EXPECT_EQ(length, row.wide.size());
+  }
+}
+
+TEST(Text, FillsBuffersToTheLastByte) {
+  for (const ConversionT& row : kConversions) {
+    SCOPED_TRACE(row.name);
+    std::string buffer(row.narrow.size() + 1, '#');
+    std::size_t length = 0;
+    EXPECT_EQ(
+        btkStrUtf16ToUtf8(buffer.data(), buffer.size(), &length, row.wide.c_str(), kBtkWholeText),
+        kBtkOk);
+    EXPECT_EQ(buffer.c_str(), row.narrow);
+    EXPECT_EQ(length, row.narrow.size());
+    EXPECT_EQ(btkStrUtf16ToUtf8(buffer.data(), buffer.size() - 1, nullptr, row.wide.c_str(),
+                                kBtkWholeText),
+              kBtkTooLong);
+  }
+}
+
+TEST(Text, RefusesWhatIsNotText) {
+  const char16_t loneLead[] = {0xd83d, u'x', 0};
+  const char16_t loneTrail[] = {u'x', 0xde00, 0};
+  const char16_t cutPair[] = {u'x', 0xd83d, 0};
+  for (const char16_t* wide : {loneLead, loneTrail, cutPair}) {
+    Utf8TextT narrow;
+    char buffer[16];
+    EXPECT_EQ(btkStrUtf16ToUtf8Alloc(Out(narrow), nullptr, wide, kBtkWholeText), kBtkBadText);
+    EXPECT_FALSE(narrow);
+    EXPECT_EQ(btkStrUtf16ToUtf8(buffer, sizeof buffer, nullptr, wide, kBtkWholeText), kBtkBadText);
+  }
+  for (const char* narrow : {"\xff", "a\xc3", "\xed\xa0\x80"}) {
+    WideTextT wide;
+    EXPECT_EQ(btkStrMultibyteToWideAlloc(Out(wide), nullptr, narrow, kBtkWholeText), kBtkBadText);
+    EXPECT_FALSE(wide);
+  }
+}
+
+TEST(Text, LowersAsciiLettersOnly) {
+  Utf8TextT lower;
+  ASSERT_EQ(btkStrUtf8ToLowerAlloc(Out(lower), nullptr, "AZ[@`az\xc3\x89", kBtkWholeText), kBtkOk);
+  EXPECT_STREQ(lower.get(), "az[@`az\xc3\x89");
+}
+
+TEST(Runtime, ComparesPathsWithoutTrailingSeparator) {
+  struct {
+    const char16_t* left;
+    const char16_t* right;
+    int sign;
+  } const rows[] = {
+      {nullptr, nullptr, 0}, {nullptr, u"", -1}, {u"a", nullptr, 1},    {u"/a/b", u"/a/b/", 0},
+      {u"/", u"", 1},        {u"/a", u"/b", -1}, {u"/a/b", u"/a/B", 1}, {u"/a", u"/a/b", -1},
+  };
+  for (const auto& row : rows) {
+    const int order = Cmp_cWPaths_Safe(&row.left, &row.right);
+    EXPECT_EQ((order > 0) - (order < 0), row.sign);
+  }
+}
+
+}  // namespace
+}  // namespace tarnmf::test
