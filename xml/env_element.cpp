@@ -1,8 +1,8 @@
 #include "xml/env_element.h"
 
-#include <cstring>
 #include <new>
 
+#include "platform/runtime.h"
 #include "xml/attributes.h"
 
 namespace tarnmf {
@@ -15,9 +15,9 @@ struct RestrictTo {
     Utf8TextT word;
     if (BtkErrorT e = ReadUtf8(text, word)) return e;
     std::uint32_t& flags = reader.Target(RecordT<EnvCmdT>()).flags;
-    if (std::strcmp(word.get(), "create") == 0) {
+    if (btk_strcasecmp(word.get(), "create") == 0) {
       flags |= kEnvCmdCreate;
-    } else if (std::strcmp(word.get(), "override") == 0) {
+    } else if (btk_strcasecmp(word.get(), "override") == 0) {
       flags |= kEnvCmdOverride;
     } else {
       return kBtkMalformed;

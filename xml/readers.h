@@ -63,7 +63,7 @@ class liMfReader {
 
   liMfReader& Target(RecordT<liMfReader>) { return *this; }
 
-  enum SeenT : std::uint32_t { kSeenVersion = 0x1 };
+  enum SeenT : std::uint32_t { kSeenDocumentVersion = 0x1 };
 
   ClassListT* classes;
   ModuleListT* modules;

@@ -26,7 +26,7 @@ struct DocumentVersion {
 };
 
 constexpr MfTagEntryT kRootAttributes[] = {
-    {"version", Attribute<liMfReader, DocumentVersion, liMfReader::kSeenVersion>},
+    {"version", Attribute<liMfReader, DocumentVersion, liMfReader::kSeenDocumentVersion>},
 };
 
 BtkErrorT ReadVersion(liMfReader& reader, DOMNode& root) {
