@@ -1,7 +1,6 @@
 // Reads one input as the layout file of an installation.
-#include "support/memory_stream.h"
-
 #include "repository/layout_file.h"
+#include "support/memory_stream.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   tarnmf::test::MemoryStream stream(std::string(reinterpret_cast<const char*>(bytes), size));

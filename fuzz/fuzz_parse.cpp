@@ -1,4 +1,5 @@
 // Parses one input as a manifest document.
+#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
@@ -15,6 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   try {
     result = parser->Parse(&data, &stream);
   } catch (const xercesc::XMLException&) {
+  } catch (const xercesc::DOMException&) {
   } catch (const xercesc::OutOfMemoryException&) {
   }
   const bool empty = data.classes.count + data.modules.count + data.runnables.count == 0;

@@ -1,6 +1,5 @@
 #include "xml/argument_text.h"
 
-#include <cstring>
 
 #include "platform/runtime.h"
 #include "support/owned.h"
