@@ -29,9 +29,9 @@ class TARNMF_API liMfStmParser {
   //
   // The XML library reads with its defaults. Where it reports a document that is not well formed
   // by handing over what it could read, that part is what is read here; where it throws, the
-  // exception passes through and the lists of `data` are empty, too. The same holds for an
-  // exception thrown by the stream. A negative count from the stream's Read ends the document
-  // there. Documents of 2 GiB and more are not supported.
+  // exception (its XMLException, DOMException or OutOfMemoryException) passes through, and the lists
+  // of `data` are empty, too. The same holds for an exception thrown by the stream. A negative count
+  // from the stream's Read ends the document there. Documents of 2 GiB and more are not supported.
   //
   // Codes, of the first fault in the order of reading (attributes in the order in which the XML
   // library maps them):
@@ -41,8 +41,7 @@ class TARNMF_API liMfStmParser {
   //   35   `data` or `stream` is null; nothing has been touched
   //   39   a forbidden combination of attributes, elements or values
   //   42   an unknown or misplaced element, attribute or node; no root element, or a root that is
-  //   no
-  //        manifest root or does not carry "version" alone
+  //        no manifest root or does not carry "version" alone
   //   66   a 16-bit number outside 0 to 32767
   //   112  memory could not be had
   //   154  a module in a class side whose type is not "sharedLib"
