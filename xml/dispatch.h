@@ -25,8 +25,8 @@ BtkErrorT Element(void* reader, DOMNode* node) {
   return Read(*static_cast<Reader*>(reader), *node);
 }
 
-// The value of an attribute. The XML library casts dynamically each time it is asked for one, so the
-// text node that almost every attribute consists of is asked instead.
+// The value of an attribute. The XML library casts dynamically each time it is asked for one, so
+// the text node that almost every attribute consists of is asked instead.
 inline const XMLCh* AttributeText(const DOMNode& attribute) {
   const DOMNode* const text = attribute.getFirstChild();
   const bool isWhole = text != nullptr && text->getNextSibling() == nullptr;

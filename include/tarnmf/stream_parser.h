@@ -29,9 +29,10 @@ class TARNMF_API liMfStmParser {
   //
   // The XML library reads with its defaults. Where it reports a document that is not well formed
   // by handing over what it could read, that part is what is read here; where it throws, the
-  // exception (its XMLException, DOMException or OutOfMemoryException) passes through, and the lists
-  // of `data` are empty, too. The same holds for an exception thrown by the stream. A negative count
-  // from the stream's Read ends the document there. Documents of 2 GiB and more are not supported.
+  // exception (its XMLException, DOMException or OutOfMemoryException) passes through, and the
+  // lists of `data` are empty, too. The same holds for an exception thrown by the stream. A
+  // negative count from the stream's Read ends the document there. Documents of 2 GiB and more are
+  // not supported.
   //
   // Codes, of the first fault in the order of reading (attributes in the order in which the XML
   // library maps them):
