@@ -1,0 +1,168 @@
+#include "xml/parse.h"
+
+namespace tarnmf::test {
+namespace {
+
+constexpr char kClass[] = R"(<class id="00000000-1111-2222-3333-444444444444"/>)";
+constexpr char kModule[] = R"(<module id="m" name="n"/>)";
+constexpr char kRunnable[] = R"(<runnable moduleref="m"/>)";
+
+// The code of a document, with the numbers of modules, classes and runnables behind it.
+std::string Counts(const std::string& document) {
+  MfLdpDataT data;
+  const BtkErrorT code = Parse(document, data);
+  EXPECT_TRUE(code == kBtkOk || IsEmpty(data));
+  if (code != kBtkOk) return std::to_string(code);
+  return "0: " + std::to_string(data.modules.count) + " " + std::to_string(data.classes.count) +
+         " " + std::to_string(data.runnables.count);
+}
+
+TEST(Root, IsChecked) {
+  const struct {
+    const char* document;
+    const char* expected;
+  } rows[] = {
+      {R"(<tarnmanifest version="1"/>)", "0: 0 0 0"},
+      {R"(<TarnModuleManifest VERSION=" 1x"></TarnModuleManifest>)", "0: 0 0 0"},
+      {R"(<tarnclassmanifest version="1"> <!-- c --> </tarnclassmanifest>)", "0: 0 0 0"},
+      {R"(<tarnrunnablemanifest version="1"/>)", "0: 0 0 0"},
+      {R"(<tarnmanifest/>)", "42"},
+      {R"(<tarnmanifest version="1" xmlns="urn:x"/>)", "42"},
+      {R"(<tarnmanifest versio="1"/>)", "42"},
+      {R"(<tarnmanifest version="2"/>)", "416"},
+      {R"(<tarnmanifest version="x"/>)", "416"},
+      {R"(<tarnmanifest version=""/>)", "432"},
+      {R"(<tarnmanifest version="1"><module/></tarnmanifest>)", "1"},
+      {R"(<tarnmanifest version="2"><module/></tarnmanifest>)", "416"},
+      {R"(<manifest version="2"/>)", "42"},
+      {R"(<x:tarnmanifest version="1"/>)", "42"},
+      {R"(<tarnmanifest version="1"><![CDATA[x]]></tarnmanifest>)", "42"},
+      {R"(<tarnmanifest version="1"><?p i?></tarnmanifest>)", "42"},
+      {R"(<!DOCTYPE tarnmanifest [<!ENTITY e "x">]><tarnmanifest version="1">&e;</tarnmanifest>)",
+       "42"},
+      {R"(<tarnmodulemanifest version="1"><class/></tarnmodulemanifest>)", "42"},
+      {R"(<tarnclassmanifest version="1"><runnables/></tarnclassmanifest>)", "42"},
+      {R"(<tarnrunnablemanifest version="1"><module/></tarnrunnablemanifest>)", "42"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(Counts(row.document), row.expected) << row.document;
+}
+
+// The rule of single and list elements, for each kind under its own root and mixed.
+TEST(DocumentLevel, AdmitsOneElementOrAList) {
+  const struct {
+    const char* kind;
+    const char* item;
+    const char* one;
+    const char* two;
+  } kinds[] = {
+      {"module", kModule, "0: 1 0 0", "0: 2 0 0"},
+      {"class", kClass, "0: 0 1 0", "0: 0 2 0"},
+      {"runnable", kRunnable, "0: 0 0 1", "0: 0 0 2"},
+  };
+  for (const auto& kind : kinds) {
+    const std::string item = kind.item;
+    const std::string list = std::string(kind.kind) + (kind.kind[0] == 'c' ? "es" : "s");
+    const auto inRoot = [&](const std::string& content) {
+      const std::string root = std::string("tarn") + kind.kind + "manifest";
+      return "<" + root + " version=\"1\">" + content + "</" + root + ">";
+    };
+    const auto inList = [&](const std::string& content) {
+      return "<" + list + ">" + content + "</" + list + ">";
+    };
+    SCOPED_TRACE(kind.kind);
+    EXPECT_EQ(Counts(inRoot(item)), kind.one);
+    EXPECT_EQ(Counts(inRoot(item + item)), "261");
+    EXPECT_EQ(Counts(inRoot(inList(item + item))), kind.two);
+    EXPECT_EQ(Counts(inRoot(inList(item) + item)), kind.two);
+    EXPECT_EQ(Counts(inRoot(item + inList(item))), kind.two);
+    EXPECT_EQ(Counts(inRoot(item + inList("") + item)), kind.two);
+    EXPECT_EQ(Counts(inRoot("<" + list + " id=\"x\"/>")), "42");
+    EXPECT_EQ(Counts(inRoot(inList(inList("")))), "42");
+    EXPECT_EQ(Counts(InRoot(item + item)), kind.two);
+    EXPECT_EQ(Counts(InRoot(item + inList(item))), kind.two);
+    EXPECT_EQ(Counts(InRoot("<" + list + " id=\"x\"/>")), "42");
+  }
+}
+
+TEST(Parse, AppendsAndKeepsNothingOnFailure) {
+  MfLdpDataT data;
+  data.loadpoint = btk_wcsdup(BTK_W("here"));
+  ASSERT_EQ(Parse(InRoot(std::string(kModule) + kClass), data), kBtkOk);
+  const MfModuleT* const first = data.modules[0];
+  ASSERT_EQ(
+      Parse(InRoot(std::string("<modules>") + kModule + kModule + "</modules>" + kRunnable), data),
+      kBtkOk);
+  EXPECT_EQ(data.modules.count, 3);
+  EXPECT_EQ(data.modules[0], first);
+  EXPECT_EQ(data.classes.count, 1);
+  EXPECT_EQ(data.runnables.count, 1);
+  EXPECT_EQ(Parse(InRoot(""), data), kBtkOk);
+  EXPECT_EQ(data.modules.count, 3);
+  EXPECT_EQ(Parse(InRoot(std::string(kModule) + "<x/>"), data), kBtkUnexpected);
+  EXPECT_TRUE(IsEmpty(data));
+  EXPECT_EQ(Text(data.loadpoint), "here");
+}
+
+TEST(Parse, RefusesNullPointers) {
+  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew("any"));
+  MemoryStream stream(InRoot(kModule));
+  MfLdpDataT data;
+  EXPECT_EQ(parser->Parse(nullptr, &stream), kBtkNullArgument);
+  ASSERT_EQ(parser->Parse(&data, &stream), kBtkOk);
+  EXPECT_EQ(parser->Parse(&data, nullptr), kBtkNullArgument);
+  EXPECT_EQ(data.modules.count, 1);
+}
+
+TEST(Parse, DetectsEncodings) {
+  const std::string latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" +
+                            InRoot("<module id=\"\xe9\" name=\"n\"/>");
+  const std::string dump =
+      "0\nmodule id=\"\xc3\xa9\" loadpoint=\"\"+\n  impl name=\"n\"+ path=\"\"+ version=1\n";
+  EXPECT_EQ(ParseAndDump(latin), dump);
+  std::string utf16("\xff\xfe", 2);
+  for (const char unit : InRoot("<module id=\"\xe9\" name=\"n\"/>"))
+    utf16 += {unit, '\0'};
+  EXPECT_EQ(ParseAndDump(utf16), dump);
+}
+
+// What the XML library hands over of a broken document is read; the rest is its own business. No way
+// of cutting or reading a document leaves anything behind.
+TEST(Parse, SurvivesBrokenDocumentsAndStreams) {
+  const std::string whole =
+      "<?xml version=\"1.0\"?>" + InRoot(std::string(kModule) + "<!--c-->" + kClass + kRunnable);
+  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  const auto parse = [&](MemoryStream& stream, MfLdpDataT& data) {
+    const BtkErrorT code = parser->Parse(&data, &stream);
+    EXPECT_TRUE(code == kBtkOk || IsEmpty(data));
+    EXPECT_EQ(stream.References(), 1);
+    return code;
+  };
+  for (std::size_t cut = 0; cut < whole.size(); ++cut) {
+    MfLdpDataT cutData, failedData;
+    MemoryStream cutStream(whole.substr(0, cut));
+    MemoryStream failingStream(whole);
+    failingStream.FailFrom(cut);
+    // A failing read is the end of the input.
+    EXPECT_EQ(parse(cutStream, cutData), parse(failingStream, failedData)) << cut;
+    EXPECT_EQ(Dump(cutData), Dump(failedData)) << cut;
+  }
+  MfLdpDataT tinyData;
+  MemoryStream tinyReads(whole);
+  tinyReads.LimitReads(1);
+  EXPECT_EQ(parse(tinyReads, tinyData), kBtkOk);
+  EXPECT_EQ(tinyData.modules.count + tinyData.classes.count + tinyData.runnables.count, 3);
+
+  MfLdpDataT partial;
+  MemoryStream unclosed("<tarnmanifest version=\"1\">" + std::string(kModule) + "<class");
+  EXPECT_EQ(parse(unclosed, partial), kBtkOk);
+  EXPECT_EQ(partial.modules.count, 1);
+  for (const char* noXml : {"", " ", "no xml", "\xff\xff\xff", "<"}) {
+    MfLdpDataT data;
+    MemoryStream stream(noXml);
+    EXPECT_EQ(parse(stream, data), kBtkUnexpected) << noXml;
+  }
+}
+
+}  // namespace
+}  // namespace tarnmf::test

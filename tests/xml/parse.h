@@ -1,0 +1,72 @@
+// Parses documents of tests and shows what came of them.
+#ifndef TESTS_XML_PARSE_H
+#define TESTS_XML_PARSE_H
+
+#include <gtest/gtest.h>
+#include <string>
+
+#include "tarnmf/stream_parser.h"
+
+#include "support/memory_stream.h"
+#include "support/owned.h"
+#include "support/record_dump.h"
+
+namespace tarnmf::test {
+
+struct CaseT {
+  const char* name;
+  const char* fragment;  // below the root of a mixed document; "$1" to "$9" stand for ids
+  BtkErrorT code;
+  const char* dump;  // of what was read
+};
+
+inline std::string WithIds(std::string text) {
+  for (std::size_t at = 0; (at = text.find('$', at)) != std::string::npos;) {
+    const char digit = text[at + 1];
+    text.replace(at, 2, std::string(8, digit) + "-1111-2222-3333-444444444444");
+  }
+  return text;
+}
+
+inline std::string InRoot(const std::string& fragment) {
+  return "<tarnmanifest version=\"1\">" + fragment + "</tarnmanifest>";
+}
+
+inline BtkErrorT Parse(const std::string& document, MfLdpDataT& data) {
+  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  MemoryStream stream(document);
+  const BtkErrorT code = parser->Parse(&data, &stream);
+  EXPECT_EQ(stream.References(), 1);
+  EXPECT_FALSE(stream.Closed());
+  return code;
+}
+
+inline bool IsEmpty(const MfLdpDataT& data) {
+  const auto isEmpty = [](const auto& list) { return list.items == nullptr && list.count == 0; };
+  return isEmpty(data.classes) && isEmpty(data.modules) && isEmpty(data.runnables);
+}
+
+// The code of parsing one document, with the dump behind it when all went well.
+inline std::string ParseAndDump(const std::string& document) {
+  MfLdpDataT data;
+  const BtkErrorT code = Parse(document, data);
+  if (code != kBtkOk) {
+    EXPECT_TRUE(IsEmpty(data));
+    return std::to_string(code);
+  }
+  return "0\n" + Dump(data);
+}
+
+template <std::size_t N>
+void ExpectAll(const CaseT (&cases)[N]) {
+  for (const CaseT& row : cases) {
+    SCOPED_TRACE(row.name);
+    const std::string expected =
+        row.code == kBtkOk ? "0\n" + WithIds(row.dump) : std::to_string(row.code);
+    EXPECT_EQ(ParseAndDump(InRoot(WithIds(row.fragment))), expected);
+  }
+}
+
+}  // namespace tarnmf::test
+
+#endif  // TESTS_XML_PARSE_H
