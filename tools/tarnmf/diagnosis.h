@@ -1,0 +1,16 @@
+// Why a step of a scan failed, in words. The library answers with a code only, so the files are read
+// and checked again piece by piece.
+#ifndef TOOLS_TARNMF_DIAGNOSIS_H
+#define TOOLS_TARNMF_DIAGNOSIS_H
+
+#include <string>
+
+namespace tool {
+
+struct ScanStepT;
+
+std::string ExplainFailure(const ScanStepT& step);
+
+}  // namespace tool
+
+#endif  // TOOLS_TARNMF_DIAGNOSIS_H

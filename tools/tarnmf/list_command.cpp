@@ -1,0 +1,96 @@
+#include "list_command.h"
+
+#include <fmt/format.h>
+#include <vector>
+
+#include "record_json.h"
+#include "scan_report.h"
+#include "scan_view.h"
+#include "text.h"
+
+namespace tool {
+namespace {
+
+// One line of text and one JSON object for the same thing.
+struct RowT {
+  std::string text;
+  Json json;
+};
+
+std::vector<RowT> Loadpoints(const ScanSession& session) {
+  liMfRepository& repository = *session.Repository();
+  std::vector<UniIdT> ids(static_cast<std::size_t>(repository.GetLoadpointIds(nullptr, 0)));
+  repository.GetLoadpointIds(ids.data(), static_cast<std::int32_t>(ids.size()));
+  std::vector<RowT> rows;
+  for (const UniIdT& id : ids) {
+    const MfLdpDataT& data = *repository.FindLoadpoint(&id);
+    const std::string path = Narrow(data.loadpoint);
+    rows.push_back({fmt::format("{} {}: {} modules, {} classes, {} runnables", IdText(id), path,
+                                data.modules.count, data.classes.count, data.runnables.count),
+                    {{"id", IdText(id)},
+                     {"loadpoint", path},
+                     {"modules", data.modules.count},
+                     {"classes", data.classes.count},
+                     {"runnables", data.runnables.count}}});
+  }
+  return rows;
+}
+
+std::vector<RowT> Classes(const ScanSession& session) {
+  std::vector<RowT> rows;
+  for (const ScanStepT& step : session.Steps()) {
+    if (step.data == nullptr) continue;
+    for (const MfIntfClassT* record : step.data->classes) {
+      const std::string id = IdText(record->ids[kMfClientSide]);
+      const char* const name = record->commonname;
+      const bool answers = name != nullptr && AnswersFor(*session.Repository(), step, *record);
+      rows.push_back(
+          {fmt::format("{} {} service version {} in {}{}", name != nullptr ? name : "-", id,
+                       record->svcVersion, step.path, answers ? "" : " (not answered for)"),
+           {{"commonname", ToJson(name)},
+            {"id", id},
+            {"svcVersion", record->svcVersion},
+            {"loadpoint", step.path},
+            {"scope", IdText(step.scope)},
+            {"answers", answers}}});
+    }
+  }
+  return rows;
+}
+
+std::vector<RowT> Services(const ScanSession& session) {
+  std::vector<RowT> rows;
+  for (const MfSvcResolveT& entry : ServiceEntries(*session.Repository())) {
+    rows.push_back({fmt::format("{} {} version {}, combined id {}", IdText(entry.ids[kMfServiceId]),
+                                *entry.key != '\0' ? entry.key : "(no name)", entry.versionKey / 2,
+                                IdText(entry.ids[kMfCombinedId])),
+                    ToJson(entry)});
+  }
+  return rows;
+}
+
+std::vector<RowT> Rows(const ScanSession& session, const std::string& what) {
+  if (session.Repository() == nullptr) return {};
+  if (what == "loadpoints") return Loadpoints(session);
+  return what == "classes" ? Classes(session) : Services(session);
+}
+
+}  // namespace
+
+int RunList(const ScanOptionsT& options, const std::string& what) {
+  const ScanSession session(options);
+  const std::vector<RowT> rows = Rows(session, what);
+  if (options.json) {
+    Json array = Json::array();
+    for (const RowT& row : rows)
+      array.push_back(row.json);
+    fmt::print("{}", JsonText({{what, array}}));
+  } else {
+    for (const RowT& row : rows)
+      fmt::print("{}\n", row.text);
+  }
+  PrintFailures(session);
+  return session.Failed() ? 1 : 0;
+}
+
+}  // namespace tool

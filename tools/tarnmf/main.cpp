@@ -1,0 +1,118 @@
+// The command line of tarnmf.
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <fmt/format.h>
+#include <functional>
+#include <stdexcept>
+
+#include "find_command.h"
+#include "list_command.h"
+#include "read_command.h"
+#include "scan_command.h"
+
+namespace {
+
+constexpr int kFailure = 1;
+constexpr int kWrongUsage = 2;
+
+// What to do once the command line has been read.
+using ActionT = std::function<int()>;
+
+void AddScanOptions(CLI::App& command, tool::ScanOptionsT& options) {
+  command.add_option("--loadpoint", options.loadpoint, "load point of the process")
+      ->type_name("DIR");
+  command.add_option("--add", options.add, "add the installation in this directory (repeatable)")
+      ->type_name("DIR")
+      ->allow_extra_args(false);
+  command
+      .add_option("--option", options.options,
+                  "set an option switch before anything is read (repeatable)")
+      ->type_name("ID=VALUE")
+      ->allow_extra_args(false);
+  command.add_option("--service", options.service, "pose as a process inside this service")
+      ->type_name("ID");
+  command.add_flag("--json", options.json, "print JSON");
+  command.add_option("FILE", options.files,
+                     "manifest files of the process; by default all *.tmfx of its load point");
+}
+
+void AddRead(CLI::App& app, tool::ReadOptionsT& options, ActionT& action) {
+  CLI::App* const read =
+      app.add_subcommand("read", "Read manifest files as one load point and print them as JSON");
+  read->add_option("--loadpoint", options.loadpoint, "load point to lend to the records")
+      ->type_name("PATH");
+  read->add_option("FILE", options.files, "manifest files, in the order of reading")->required();
+  read->callback([&] { action = [&] { return tool::RunRead(options); }; });
+}
+
+void AddScan(CLI::App& app, tool::ScanOptionsT& options, ActionT& action) {
+  CLI::App* const scan = app.add_subcommand(
+      "scan", "Scan a process's load points and show what is read, registered and filed");
+  AddScanOptions(*scan, options);
+  scan->callback([&] { action = [&] { return tool::RunScan(options); }; });
+}
+
+void AddFind(CLI::App& app, tool::FindClassOptionsT& classOptions,
+             tool::FindServiceOptionsT& serviceOptions, ActionT& action) {
+  CLI::App* const find = app.add_subcommand("find", "Ask the repository of a scan one question");
+  find->require_subcommand(1);
+
+  CLI::App* const byClass = find->add_subcommand("class", "The best implementation of a class");
+  byClass->add_option("NAME", classOptions.name, "common name of the class")->required();
+  byClass->add_option("--scope", classOptions.scope, "scope of the caller")->type_name("ID");
+  byClass->add_option("--version", classOptions.version, "least service version");
+  byClass->add_option("--limit", classOptions.limit, "largest admitted oldest supported version");
+  AddScanOptions(*byClass, classOptions.scan);
+  byClass->callback([&] { action = [&] { return tool::RunFindClass(classOptions); }; });
+
+  CLI::App* const byService = find->add_subcommand("service", "A service role of a load point");
+  byService->add_option("ID", serviceOptions.id, "id of the service")->required();
+  byService
+      ->add_option("--in", serviceOptions.in,
+                   "path of the load point to search; by default all, the process's own first")
+      ->type_name("PATH");
+  AddScanOptions(*byService, serviceOptions.scan);
+  byService->callback([&] { action = [&] { return tool::RunFindService(serviceOptions); }; });
+}
+
+void AddList(CLI::App& app, tool::ScanOptionsT& options, ActionT& action) {
+  CLI::App* const list = app.add_subcommand("list", "Show what the repository of a scan holds");
+  list->require_subcommand(1);
+  for (const char* what : {"loadpoints", "classes", "services"}) {
+    CLI::App* const kind = list->add_subcommand(what);
+    AddScanOptions(*kind, options);
+    kind->callback([&options, &action, what] {
+      action = [&options, what] { return tool::RunList(options, what); };
+    });
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app("Reads, checks and scans the manifests of a platform installation", "tarnmf");
+  app.set_version_flag("--version", TARNMF_VERSION);
+  app.require_subcommand(1);
+  tool::ReadOptionsT read;
+  tool::ScanOptionsT scan;
+  tool::ScanOptionsT list;
+  tool::FindClassOptionsT findClass;
+  tool::FindServiceOptionsT findService;
+  ActionT action;
+  AddRead(app, read, action);
+  AddScan(app, scan, action);
+  AddFind(app, findClass, findService, action);
+  AddList(app, list, action);
+  try {
+    app.parse(argc, argv);
+    return action();
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : kWrongUsage;
+  } catch (const std::invalid_argument& error) {
+    fmt::print(stderr, "tarnmf: {}\n", error.what());
+    return kWrongUsage;
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "tarnmf: {}\n", error.what());
+    return kFailure;
+  }
+}

@@ -1,0 +1,41 @@
+// Manifest files as the commands are given them.
+#ifndef TOOLS_TARNMF_MANIFEST_FILES_H
+#define TOOLS_TARNMF_MANIFEST_FILES_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tarnmf/ldp_data.h"
+
+#include "platform/errors.h"
+#include "platform/filesystem.h"
+
+namespace tool {
+
+// How a load ended: with a code, or with an exception.
+struct LoadResultT {
+  BtkErrorT code = kBtkOk;
+  std::optional<std::string> exception;
+
+  bool Failed() const { return code != kBtkOk || exception.has_value(); }
+  std::string InWords() const;
+};
+
+btkFSList FileList(const std::vector<std::string>& files);
+
+// The names of the "*.tmfx" files of a directory.
+std::vector<std::string> ManifestsIn(const std::string& directory);
+
+// Loads the files in order as one load point. `loadpoint` has to outlive `data`.
+LoadResultT Load(const btkFSList& files, const btkWChar* loadpoint, MfLdpDataT& data);
+
+// The first file that cannot be loaded by itself, and why; nothing when each of them can.
+std::optional<std::string> FirstBadFile(const std::vector<std::string>& files);
+
+// What the exception being handled says.
+std::string CurrentException();
+
+}  // namespace tool
+
+#endif  // TOOLS_TARNMF_MANIFEST_FILES_H

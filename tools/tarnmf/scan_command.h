@@ -1,0 +1,14 @@
+// "tarnmf scan": everything that a process with its load points reads, registers and files.
+#ifndef TOOLS_TARNMF_SCAN_COMMAND_H
+#define TOOLS_TARNMF_SCAN_COMMAND_H
+
+#include "scan_session.h"
+
+namespace tool {
+
+// Returns the exit status.
+int RunScan(const ScanOptionsT& options);
+
+}  // namespace tool
+
+#endif  // TOOLS_TARNMF_SCAN_COMMAND_H

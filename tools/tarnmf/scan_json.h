@@ -1,0 +1,18 @@
+// A scan as JSON.
+#ifndef TOOLS_TARNMF_SCAN_JSON_H
+#define TOOLS_TARNMF_SCAN_JSON_H
+
+#include "record_json.h"
+#include "scan_session.h"
+
+namespace tool {
+
+// {"code", "steps": [...]}: one step for the process's own load point and one per installation.
+// "code" is that of the first step that failed, 0 when none did, null for an exception.
+Json ToJson(const ScanSession& session);
+
+Json ToJson(const LoadResultT& result);
+
+}  // namespace tool
+
+#endif  // TOOLS_TARNMF_SCAN_JSON_H

@@ -1,0 +1,156 @@
+#include "scan_session.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fmt/format.h>
+#include <stdexcept>
+
+#include "tarnmf/options.h"
+
+#include "diagnosis.h"
+#include "platform/host/embedded_dlm.h"
+#include "platform/host/embedded_services.h"
+
+namespace tool {
+namespace {
+
+// The session of a process inside a service.
+class PosedSession final : public btkSvcSession {
+ public:
+  explicit PosedSession(const UniIdT& id) : id_(id) {}
+  UniIdT GetServiceId() override { return id_; }
+
+ private:
+  UniIdT id_;
+};
+
+void PoseInService(const std::string& id) {
+  // Lives as long as the process, like the session that it stands for.
+  static PosedSession session(ParseId(id));
+  btkHostSetServiceSession(&session);
+}
+
+void SetOption(const std::string& setting) {
+  const std::size_t equals = setting.find('=');
+  const UniIdT id = ParseId(setting.substr(0, equals));
+  std::size_t used = 0;
+  unsigned long value = 0;
+  const std::string text = equals != std::string::npos ? setting.substr(equals + 1) : "";
+  try {
+    value = std::stoul(text, &used);
+  } catch (const std::exception&) {
+    used = 0;
+  }
+  if (used == 0 || used != text.size() || value > UINT32_MAX) {
+    throw std::invalid_argument(
+        fmt::format("\"{}\": an option is set as ID=VALUE with a number", setting));
+  }
+  btkConfEnableOption(&id, static_cast<std::uint32_t>(value));
+}
+
+// Watches what a step adds to the managers' lists.
+class RegistrationWatch {
+ public:
+  RegistrationWatch() : before_(Counts()) {}
+
+  RegisteredT Added() const {
+    const RegisteredT now = Counts();
+    const auto range = [](const RangeT& before, const RangeT& after) {
+      return RangeT{before.end, after.end};
+    };
+    return {range(before_.installations, now.installations),
+            range(before_.layouts, now.layouts),
+            range(before_.resolutions, now.resolutions),
+            range(before_.interfaces, now.interfaces),
+            range(before_.runnables, now.runnables),
+            range(before_.preloads, now.preloads),
+            range(before_.services, now.services)};
+  }
+
+ private:
+  static RegisteredT Counts() {
+    const btkHostDlmManager& dlm = btkHostEmbeddedDlmManager();
+    return {{0, dlm.Installations().size()},
+            {0, dlm.Layouts().size()},
+            {0, dlm.Resolutions().size()},
+            {0, dlm.InterfaceRefs().size()},
+            {0, dlm.Runnables().size()},
+            {0, dlm.Preloads().size()},
+            {0, btkHostEmbeddedServiceManager().Services().size()}};
+  }
+
+  RegisteredT before_;
+};
+
+template <class Scan>
+LoadResultT Try(Scan scan) {
+  LoadResultT result;
+  try {
+    result.code = scan();
+  } catch (...) {
+    result.exception = CurrentException();
+  }
+  return result;
+}
+
+// Load points are directories that keep their place whatever the working directory is.
+std::string Absolute(const std::string& path) {
+  return path.empty() ? path : std::filesystem::absolute(path).lexically_normal().string();
+}
+
+}  // namespace
+
+ScanSession::ScanSession(const ScanOptionsT& options) {
+  for (const std::string& setting : options.options)
+    SetOption(setting);
+  if (!options.service.empty()) PoseInService(options.service);
+  ScanProcess(options);
+  if (Repository() == nullptr) return;
+  for (const std::string& directory : options.add)
+    ScanInstallation(directory);
+}
+
+bool ScanSession::Failed() const {
+  return std::any_of(steps_.begin(), steps_.end(),
+                     [](const ScanStepT& step) { return step.result.Failed(); });
+}
+
+void ScanSession::ScanProcess(const ScanOptionsT& options) {
+  ScanStepT& step = steps_.emplace_back();
+  step.isProcess = true;
+  step.directory = options.loadpoint;
+  step.path = Absolute(options.loadpoint);
+  btkHostSetProcessLoadpoint(Widen(step.path).c_str());
+  step.manifests = options.files.empty() && !options.loadpoint.empty()
+                       ? ManifestsIn(options.loadpoint)
+                       : options.files;
+  const RegistrationWatch watch;
+  step.result = Try([&] { return liMfRepository::Initialize(FileList(step.manifests), nullptr); });
+  step.registered = watch.Added();
+  FindData(step);
+  if (step.result.Failed()) step.reason = ExplainFailure(step);
+}
+
+void ScanSession::ScanInstallation(const std::string& directory) {
+  ScanStepT& step = steps_.emplace_back();
+  step.directory = directory;
+  const std::string absolute = Absolute(directory);
+  step.manifests = ManifestsIn(absolute);
+  const RegistrationWatch watch;
+  step.result = Try([&] { return Repository()->AddLoadpoint(Widen(absolute).c_str()); });
+  step.registered = watch.Added();
+  const auto& installations = btkHostEmbeddedDlmManager().Installations();
+  if (step.registered.installations.begin != step.registered.installations.end) {
+    step.path = Narrow(installations[step.registered.installations.begin].base);
+    step.scope = installations[step.registered.installations.begin].scope;
+    FindData(step);
+  }
+  if (step.result.Failed()) step.reason = ExplainFailure(step);
+}
+
+void ScanSession::FindData(ScanStepT& step) const {
+  btkHostEmbeddedDlmManager().QueryLoadpointId(&step.id, Widen(step.path).c_str());
+  if (Repository() != nullptr) step.data = Repository()->FindLoadpoint(&step.id);
+}
+
+}  // namespace tool

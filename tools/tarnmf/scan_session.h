@@ -1,0 +1,77 @@
+// One process with its load points: what a scan was asked for and what came of it.
+#ifndef TOOLS_TARNMF_SCAN_SESSION_H
+#define TOOLS_TARNMF_SCAN_SESSION_H
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tarnmf/repository.h"
+
+#include "manifest_files.h"
+#include "text.h"
+
+namespace tool {
+
+struct ScanOptionsT {
+  std::string loadpoint;  // of the process; empty: none
+  std::vector<std::string> files;
+  std::vector<std::string> add;      // installation directories
+  std::vector<std::string> options;  // "ID=VALUE"
+  std::string service;               // id of the service to pose in; empty: none
+  bool json = false;
+};
+
+// The part of a manager's list that one step has added.
+struct RangeT {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+};
+
+// What one step has registered with the embedded managers.
+struct RegisteredT {
+  RangeT installations;
+  RangeT layouts;
+  RangeT resolutions;
+  RangeT interfaces;
+  RangeT runnables;
+  RangeT preloads;
+  RangeT services;
+};
+
+// The process's own load point, or one installation.
+struct ScanStepT {
+  bool isProcess = false;
+  std::string directory;  // as given; may be empty for the process
+  std::vector<std::string> manifests;
+  LoadResultT result;
+  std::string reason;  // in words, after a failure
+  RegisteredT registered;
+  UniIdT id = {};
+  UniIdT scope = {};
+  std::string path;            // of the load point
+  MfLdpDataT* data = nullptr;  // null: not filed
+};
+
+class ScanSession {
+ public:
+  // Sets up the process and scans. Throws std::invalid_argument for an option that cannot be read.
+  explicit ScanSession(const ScanOptionsT& options);
+
+  // Null when the process's own load point could not be scanned.
+  liMfRepository* Repository() const { return liMfRepository::Instance(); }
+  const std::vector<ScanStepT>& Steps() const { return steps_; }
+  bool Failed() const;
+
+ private:
+  void ScanProcess(const ScanOptionsT& options);
+  void ScanInstallation(const std::string& directory);
+  void FindData(ScanStepT& step) const;
+
+  std::vector<ScanStepT> steps_;
+};
+
+}  // namespace tool
+
+#endif  // TOOLS_TARNMF_SCAN_SESSION_H

@@ -1,0 +1,42 @@
+#include "text.h"
+
+#include <fmt/format.h>
+#include <stdexcept>
+
+#include "platform/filesystem.h"
+
+namespace tool {
+
+std::string Narrow(const btkWChar* wide) {
+  return btkFSPath(wide).NarrowText();
+}
+
+WideStringT Widen(const std::string& narrow) {
+  return btkFSPath(narrow.c_str()).WideText();
+}
+
+std::string IdText(const UniIdT& id) {
+  char text[37];
+  btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdDashed, 0);
+  return text;
+}
+
+UniIdT ParseId(const std::string& text) {
+  UniIdT id;
+  const int form = text.size() == 32 ? kBtkUniIdPlain : kBtkUniIdDashed;
+  if (btkUniIdParse(&id, text.c_str(), kBtkWholeText, nullptr, form) != kBtkOk) {
+    throw std::invalid_argument(
+        fmt::format("\"{}\" is not an id (36 characters with dashes, or 32 digits)", text));
+  }
+  return id;
+}
+
+bool IsNullId(const UniIdT& id) {
+  return IsEqual(id, UniIdT{});
+}
+
+bool IsEqual(const UniIdT& left, const UniIdT& right) {
+  return btkUniIdIsEqual(&left, &right);
+}
+
+}  // namespace tool

@@ -1,0 +1,32 @@
+// Texts and ids of the platform as the tool reads and writes them.
+#ifndef TOOLS_TARNMF_TEXT_H
+#define TOOLS_TARNMF_TEXT_H
+
+#include <string>
+
+#include "platform/types.h"
+#include "platform/unique_id.h"
+
+namespace tool {
+
+using WideStringT = std::basic_string<btkWChar>;
+
+// Wide text as UTF-8; null is empty.
+std::string Narrow(const btkWChar* wide);
+inline std::string Narrow(const WideStringT& wide) {
+  return Narrow(wide.c_str());
+}
+WideStringT Widen(const std::string& narrow);
+
+// The 36-character form.
+std::string IdText(const UniIdT& id);
+
+// Reads either text form; throws std::invalid_argument with a sentence for people.
+UniIdT ParseId(const std::string& text);
+
+bool IsNullId(const UniIdT& id);
+bool IsEqual(const UniIdT& left, const UniIdT& right);
+
+}  // namespace tool
+
+#endif  // TOOLS_TARNMF_TEXT_H
