@@ -1,0 +1,154 @@
+// What reading a manifest costs next to what the XML library alone takes for the same bytes. Both
+// are measured in turns within one run, so that a busy machine slows them alike.
+//
+// Counters: bytes of the document; bare_us, the median time of the XML library; parse_us, that of
+// Parse with the destruction of the records; ratio of the two, which is to stay below 1.25.
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <cstdio>
+#include <string>
+#include <vector>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+
+#include "tarnmf/stream_parser.h"
+
+#include "support/memory_stream.h"
+#include "support/owned.h"
+#include "xml/xml_input_source.h"
+
+namespace {
+
+using namespace tarnmf;
+
+[[maybe_unused]] const bool buildShown = [] {
+#if defined(__OPTIMIZE__)
+  benchmark::AddCustomContext("tarnmf_build", "optimised");
+#else
+  benchmark::AddCustomContext("tarnmf_build", "NOT OPTIMISED");
+  std::fputs("*** Built without optimisation: these figures mean nothing. ***\n", stderr);
+#endif
+  return true;
+}();
+
+// One item of a document; every "#" in it becomes the item's number, in 8 digits.
+struct KindT {
+  const char* list;
+  const char* item;
+};
+
+constexpr KindT kModules = {"modules", R"(
+    <module id="component#" name="component#" path="lib" apilevel="2" abits="64">
+      <preload by="executable" name="viewer"/>
+      <preload svcid="#-0000-4000-8000-00000000000a" optionid="#-0000-4000-8000-00000000000b"/>
+      <platformmodule machinetype="linux-x86" name="component#_32" path="lib32">
+        <preload by="client" name="viewer"/>
+      </platformmodule>
+      <platformmodule machinetype="linux-arm64" path="libarm"/>
+    </module>)"};
+
+constexpr KindT kClasses = {"classes", R"(
+    <class id="#-0000-4000-8000-000000000001" affinity="service" commonname="component.#"
+           displayname="Component #" version="3" managedtype="generic">
+      <clientside moduleref="component#"/>
+      <serviceside svcid="#-0000-4000-8000-000000000002" multiplicity="perProcess"
+                   xsid="#-0000-4000-8000-000000000003" exposed="yes">
+        <module name="service#"/>
+      </serviceside>
+    </class>)"};
+
+constexpr KindT kRunnables = {"runnables", R"(
+    <runnable moduleref="component#">
+      <service id="#-0000-4000-8000-000000000003" commonname="host.#" version="4" model="managed"
+               multiplicity="perProcess" exposed="yes" port="80" launcher="std">
+        <args><arg>--index # "two words"</arg><arg precomposed="yes">as it stands</arg></args>
+        <env initstate="clean"><set name="INDEX">#</set><append name="PATH">/opt/#</append></env>
+      </service>
+      <app nameid="app#" launcher="std"><args><arg>--verbose</arg></args></app>
+    </runnable>)"};
+
+std::string Document(const KindT& kind, std::int64_t count) {
+  const std::string list = kind.list;
+  std::string text =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<tarnmanifest version=\"1\">\n  <" + list + ">";
+  for (std::int64_t number = 0; number < count; ++number) {
+    char digits[9];
+    std::snprintf(digits, sizeof digits, "%08u", static_cast<unsigned>(number));
+    for (const char* unit = kind.item; *unit != '\0'; ++unit) {
+      if (*unit == '#') {
+        text += digits;
+      } else {
+        text += *unit;
+      }
+    }
+  }
+  return text + "\n  </" + list + ">\n</tarnmanifest>\n";
+}
+
+template <class Work>
+double Seconds(Work work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> times) {
+  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+  std::nth_element(times.begin(), middle, times.end());
+  return *middle;
+}
+
+bool RunBareXml(btkIStream& stream) {
+  btkXMLInputSource source(&stream);
+  xercesc::XercesDOMParser parser;
+  parser.parse(source);
+  return parser.getDocument()->getDocumentElement() != nullptr;
+}
+
+bool RunParse(liMfStmParser& parser, btkIStream& stream, std::int64_t count) {
+  MfLdpDataT data;
+  return parser.Parse(&data, &stream) == kBtkOk &&
+         std::max({data.modules.count, data.classes.count, data.runnables.count}) == count;
+}
+
+// The measured time is that of Parse.
+void ParseAgainstBareXml(benchmark::State& state, const KindT& kind) {
+  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  const std::string document = Document(kind, state.range(0));
+  std::vector<double> bare, parse;
+  bool isRead = true;
+  for (auto _ : state) {
+    const auto runBare = [&] {
+      test::MemoryStream stream(document);
+      bare.push_back(Seconds([&] { isRead = RunBareXml(stream) && isRead; }));
+    };
+    const auto runParse = [&] {
+      test::MemoryStream stream(document);
+      parse.push_back(
+          Seconds([&] { isRead = RunParse(*parser, stream, state.range(0)) && isRead; }));
+    };
+    // Neither always finds the caches that the other left.
+    if (bare.size() % 2 == 0) {
+      runBare();
+      runParse();
+    } else {
+      runParse();
+      runBare();
+    }
+    state.SetIterationTime(parse.back());
+  }
+  if (!isRead) state.SkipWithError("the document was not read");
+  state.counters["bytes"] = static_cast<double>(document.size());
+  state.counters["bare_us"] = Median(bare) * 1e6;
+  state.counters["parse_us"] = Median(parse) * 1e6;
+  state.counters["ratio"] = Median(parse) / Median(bare);
+}
+
+void Sizes(benchmark::internal::Benchmark* bench) {
+  bench->Arg(1)->Arg(100)->Arg(10'000)->UseManualTime()->Unit(benchmark::kMicrosecond);
+}
+BENCHMARK_CAPTURE(ParseAgainstBareXml, modules, kModules)->Apply(Sizes);
+BENCHMARK_CAPTURE(ParseAgainstBareXml, classes, kClasses)->Apply(Sizes);
+BENCHMARK_CAPTURE(ParseAgainstBareXml, runnables, kRunnables)->Apply(Sizes);
+
+}  // namespace

@@ -1,0 +1,12 @@
+// A library of the sample installations that says so when it is loaded.
+#include <cstdio>
+
+namespace {
+
+struct TraceT {
+  TraceT() { std::fputs("sample: " SAMPLE_MODULE_ID " is loaded\n", stderr); }
+};
+
+const TraceT trace;
+
+}  // namespace
