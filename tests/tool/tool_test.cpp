@@ -1,0 +1,203 @@
+// Runs the tool as its users do.
+#include <cstdio>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+
+#include "support/everything.h"
+#include "support/temp_directory.h"
+
+namespace tarnmf::test {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using testing::HasSubstr;
+
+struct OutcomeT {
+  int status;
+  std::string out;
+  std::string errors;
+};
+
+std::string ReadFile(const std::filesystem::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+OutcomeT RunTool(const std::string& arguments) {
+  const TempDirectory scratch;
+  const std::string errors = (scratch.Path() / "errors").string();
+  FILE* pipe = popen((TARNMF_TOOL " " + arguments + " 2>" + errors).c_str(), "r");
+  std::string out;
+  char block[4096];
+  while (const std::size_t bytes = std::fread(block, 1, sizeof block, pipe))
+    out.append(block, bytes);
+  const int status = pclose(pipe);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, ReadFile(errors)};
+}
+
+std::string Manifest(const std::string& content) {
+  return "<tarnmanifest version=\"1\">" + content + "</tarnmanifest>";
+}
+
+constexpr char kClassId[] = "00000000-0000-0000-0000-0000000000c1";
+constexpr char kServiceId[] = "00000000-0000-0000-0000-0000000000e1";
+
+// A service class that is hosted by a service of the same load point.
+std::string HostedClass(const std::string& module, int version) {
+  return Manifest("<module id=\"" + module + "\" name=\"" + module + "\"/><class id=\"" + kClassId +
+                  "\" affinity=\"service\" commonname=\"Render\"><serviceside moduleref=\"" +
+                  module + "\" svcid=\"" + kServiceId + "\" xsid=\"" + kServiceId +
+                  "\" exposed=\"yes\"/></class><runnable moduleref=\"" + module +
+                  "\"><service id=\"" + kServiceId + "\" commonname=\"Host\" version=\"" +
+                  std::to_string(version) + "\" exposed=\"yes\"/></runnable>");
+}
+
+TEST(Read, PrintsTheWholeRecords) {
+  const TempDirectory directory;
+  const OutcomeT outcome =
+      RunTool("read --loadpoint /here " + directory.Write("a.tmfx", kEverything));
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.errors, "");
+  Json actual = Json::parse(outcome.out);
+  // The id of a nested module without one is fresh every time.
+  Json& nested = actual["data"]["modules"][3]["id"];
+  EXPECT_EQ(nested, actual["data"]["classes"][0]["sides"][2]["moduleref"]);
+  actual["data"]["classes"][0]["sides"][2]["moduleref"] = nested = "generated";
+  const Json expected = Json::parse(ReadFile(TARNMF_TEST_DATA "/everything.json"));
+  EXPECT_EQ(actual.dump(1), expected.dump(1));
+}
+
+TEST(Read, NamesTheFileThatFails) {
+  const TempDirectory directory;
+  const std::string good = directory.Write("good.tmfx", Manifest("<module id=\"m\" name=\"n\"/>"));
+  const std::string bad = directory.Write("bad.tmfx", Manifest("<module id=\"m\"/>"));
+  const struct {
+    std::string files;
+    Json code;
+    std::string named;
+  } rows[] = {
+      {good + " " + bad, 1, "bad.tmfx: code 1"},
+      {good + " " + directory.Path().string() + "/none.tmfx", 1, "none.tmfx: no such file; code 1"},
+      {directory.Write("v.tmfx", "<?xml version=\"1.  \"?>" + Manifest("")) + " " + bad, nullptr,
+       "v.tmfx: the XML library"},
+      {directory.Write("r.tmfx", Manifest("<module resolvepath=\"\"/>")), 34, "resolvepath"},
+  };
+  for (const auto& row : rows) {
+    const OutcomeT outcome = RunTool("read " + row.files);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr(row.named));
+    const Json output = Json::parse(outcome.out);
+    EXPECT_EQ(output["code"], row.code);
+    EXPECT_EQ(output.contains("exception"), row.code.is_null());
+  }
+}
+
+TEST(Usage, IsChecked) {
+  for (const char* arguments : {"", "read", "dance", "scan --add", "find class", "find", "list all",
+                                "find class x --scope 1", "scan --option x=1",
+                                "list classes --option 00000000-0000-0000-0000-0000000000e1=many",
+                                "find class x --version 99999"}) {
+    EXPECT_EQ(RunTool(arguments).status, 2) << arguments;
+  }
+  EXPECT_EQ(RunTool("--help").status, 0);
+  EXPECT_EQ(RunTool("find class --help").status, 0);
+  EXPECT_THAT(RunTool("--version").out, HasSubstr("1."));
+}
+
+TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
+  const TempDirectory root;
+  root.Write("platform/a.tmfx", HostedClass("base", 1));
+  root.Write("platform/linux-x64/libbase.so", "");
+  root.Write("pack/a.tmfx", HostedClass("over", 2));
+  root.Write("pack/.installed",
+             "base = \"files\"\nscope = 00000000-0000-0000-0000-0000000000aa\n"
+             "layout += 64 { \"x\" | | \"lib\" }\n");
+  root.Write("pack/files/libover.so", "");
+  const std::string scanned = " --loadpoint " + (root.Path() / "platform").string() + " --add " +
+                              (root.Path() / "pack").string();
+  const OutcomeT outcome = RunTool("scan --json" + scanned);
+  ASSERT_EQ(outcome.status, 0) << outcome.errors;
+  const Json output = Json::parse(outcome.out);
+  ASSERT_EQ(output["steps"].size(), 2U);
+  const Json& pack = output["steps"][1];
+  EXPECT_EQ(pack["modules"][0]["file"], (root.Path() / "pack/files/libover.so").string());
+  EXPECT_EQ(pack["scope"], "00000000-0000-0000-0000-0000000000aa");
+  EXPECT_EQ(pack["registered"]["layouts"][0]["list1"], Json({"lib"}));
+  EXPECT_EQ(pack["registered"]["interfaces"][0]["id"], kServiceId);
+  EXPECT_EQ(pack["registered"]["services"][0]["version"], 2);
+  EXPECT_EQ(pack["filed"]["classes"][0]["answers"], true);
+  EXPECT_EQ(pack["filed"]["services"].size(), 1U);
+  EXPECT_EQ(output["steps"][0]["modules"][0]["file"],
+            (root.Path() / "platform/linux-x64/libbase.so").string());
+
+  const std::string text = RunTool("scan" + scanned).out;
+  EXPECT_THAT(text, HasSubstr("libover.so"));
+  EXPECT_THAT(text, HasSubstr("scope 00000000-0000-0000-0000-0000000000aa"));
+
+  // A caller of the pack's scope gets the pack's class, any other the platform's.
+  EXPECT_THAT(RunTool("find class Render" + scanned).out, HasSubstr("libbase.so"));
+  EXPECT_THAT(RunTool("find class Render --scope 000000000000000000000000000000aa" + scanned).out,
+              HasSubstr("libover.so"));
+  const OutcomeT missing = RunTool("find class render" + scanned);
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_THAT(missing.errors, HasSubstr("declared are: Render"));
+  const std::string find = std::string("find service ") + kServiceId + scanned;
+  EXPECT_EQ(Json::parse(RunTool(find + " --json").out)["service"]["version"], 1);
+  EXPECT_EQ(Json::parse(RunTool(find + " --json --in " + (root.Path() / "pack/files").string())
+                            .out)["service"]["version"],
+            2);
+  EXPECT_EQ(RunTool("find service 00000000000000000000000000000000" + scanned).status, 1);
+  EXPECT_EQ(Json::parse(RunTool("list loadpoints --json" + scanned).out)["loadpoints"].size(), 2U);
+  EXPECT_EQ(Json::parse(RunTool("list classes --json" + scanned).out)["classes"].size(), 2U);
+  EXPECT_EQ(Json::parse(RunTool("list services --json" + scanned).out)["services"].size(), 2U);
+}
+
+TEST(Scan, SaysWhyAStepFailed) {
+  const std::string module = "<module id=\"m\" name=\"n\"/>";
+  const std::string open = std::string("<class id=\"") + kClassId + "\" commonname=\"Render\"";
+  const struct {
+    std::string manifest;
+    std::string installed;
+    std::string reason;
+  } rows[] = {
+      {Manifest(module + "<module id=\"m\" name=\"o\"/>"), "",
+       "module \"m\" is refused: a module with"},
+      {Manifest("<module id=\"m\" name=\"n\"><platformmodule machinetype=\"a\" name=\"x\"/>"
+                "<platformmodule machinetype=\"a\" name=\"y\"/></module>"),
+       "", "same machine type"},
+      {Manifest(open + "><clientside moduleref=\"gone\"/></class>"), "", "names module \"gone\""},
+      {Manifest(open + "/>"), "",
+       "class \"Render\" (00000000-0000-0000-0000-0000000000c1) is refused: "
+       "it needs a clientside"},
+      {Manifest(module + open + "><clientside moduleref=\"m\"/></class>" + open +
+                "><clientside moduleref=\"m\"/></class>"),
+       "", "has the same id"},
+      {Manifest(module + open + "><clientside moduleref=\"m\"/></class>" +
+                "<class id=\"00000000000000000000000000000002\" affinity=\"app\"><clientside "
+                "moduleref=\"m\"/></class>"),
+       "", "in a role that excludes this one"},
+      {Manifest(module), "bits = 99999999999\n", ".installed cannot be used; code 432"},
+      {"<other/>", "", "a.tmfx: code 42"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.reason);
+    const TempDirectory root;
+    root.Write("good/sub/a.tmfx", Manifest(module));
+    root.Write("pack/sub/a.tmfx", row.manifest);
+    root.Write("pack/sub/.installed", row.installed);
+    const OutcomeT outcome = RunTool("scan --add " + (root.Path() / "pack/sub").string() +
+                                     " --add " + (root.Path() / "good/sub").string());
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr(row.reason));
+    EXPECT_THAT(outcome.out, HasSubstr("1 modules"));
+  }
+}
+
+}  // namespace
+}  // namespace tarnmf::test
