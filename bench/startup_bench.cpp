@@ -7,7 +7,7 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include "bench/quiet_managers.h"
+#include "support/quiet_managers.h"
 #include "platform/filesystem.h"
 #include "repository/null_id.h"
 #include "repository/repo_base_impl.h"
@@ -40,7 +40,7 @@ struct ProcessFilesT {
   test::TempDirectory root;
   std::vector<std::string> files;
   btkFSList list;
-  bench::QuietManagers managers;
+  test::QuietManagers managers;
 };
 
 void BareXmlOfProcessFiles(benchmark::State& state) {
@@ -85,7 +85,7 @@ class Installations {
 
  private:
   test::TempDirectory root_;
-  bench::QuietManagers managers_;
+  test::QuietManagers managers_;
   RepositoryPtrT repo_{new liMfRepoBaseImpl};
   int count_ = 0;
 };

@@ -1,13 +1,14 @@
 // Embeds the manifest service: embed LOADPOINT INSTALLATION CLASS prints which implementation of a
 // class serves a caller without a scope, and which one serves a caller of the installation's scope.
-// The manifests of the process itself are those in LOADPOINT/manifests.
+// The manifests of the process itself are those in LOADPOINT.
 #include <cstdint>
 #include <cstdio>
 #include <limits>
 
+#include "tarnmf/tarnmf.h"
+
 #include "platform/host/btkhost.h"
 #include "platform/host/embedded_dlm.h"
-#include "tarnmf/tarnmf.h"
 
 namespace {
 
@@ -49,10 +50,8 @@ int main(int argc, char** argv) {
     return Fail("option", e);
   btkConfEnableOption(&diagnostics, 1);
 
-  btkFSEntry manifests(argv[1]);
-  manifests /= "manifests";
-  if (BtkErrorT e = liMfRepository::Initialize(btkFSList(manifests, "*.tmfx"), nullptr))
-    return Fail("initialise", e);
+  const btkFSList manifests(btkFSEntry(argv[1]), "*.tmfx");
+  if (BtkErrorT e = liMfRepository::Initialize(manifests, nullptr)) return Fail("initialise", e);
   liMfRepository* const repository = liMfRepository::Instance();
   if (BtkErrorT e = repository->AddLoadpoint(installation.WideText()))
     return Fail("add the installation", e);

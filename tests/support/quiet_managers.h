@@ -1,13 +1,13 @@
-// Managers that agree to everything and keep nothing, so that a benchmark measures the library
+// Managers that agree to everything and keep nothing, so that what is measured is the library
 // alone.
-#ifndef BENCH_QUIET_MANAGERS_H
-#define BENCH_QUIET_MANAGERS_H
+#ifndef TESTS_SUPPORT_QUIET_MANAGERS_H
+#define TESTS_SUPPORT_QUIET_MANAGERS_H
 
 #include "platform/host/btkhost.h"
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
 
-namespace tarnmf::bench {
+namespace tarnmf::test {
 
 // Every module is found.
 class QuietDlmManager : public btkDlmManager, public btkHostIntfRegistry {
@@ -92,6 +92,6 @@ class QuietManagers {
   QuietServiceManager services_;
 };
 
-}  // namespace tarnmf::bench
+}  // namespace tarnmf::test
 
-#endif  // BENCH_QUIET_MANAGERS_H
+#endif  // TESTS_SUPPORT_QUIET_MANAGERS_H

@@ -1,0 +1,47 @@
+# Compares what a library exports with the interface it is meant to have.
+# cmake -D NM=... -D LIBRARY=... -P symbols.cmake
+set(expected
+  btkConfEnableOption
+  btkConfIsOptionKnown
+  "MfSvcResolveT::operator=(MfSvcResolveT const&)"
+  "MfSvcResolveT::operator=(MfSvcResolveT&&)"
+  "liMfRepository::Initialize(btkFSList const&, char16_t const*)"
+  "liMfRepository::Instance()"
+  "liMfPublisher::CreateNew(liMfPublisher**, IntfDispositionT)")
+foreach(record MfModuleT MfModuleImplT MfPreloadInfoT MfIntfClassT MfRunRoleBaseT MfAppRoleT
+    MfLauncherRoleT MfServiceRoleT MfRunnableT MfLdpDataT)
+  list(APPEND expected
+    "${record}::${record}()" "${record}::~${record}()" "${record}::operator=(${record} const&)")
+endforeach()
+foreach(class liMfStmParser liLdpMfLoader liLdpMfWriter liMfBuilder)
+  list(APPEND expected "${class}::CreateNew(char const*)")
+endforeach()
+foreach(class liMfStmParser liLdpMfLoader liLdpMfWriter liMfBuilder liMfPublisher)
+  list(APPEND expected "${class}::Dispose()")
+endforeach()
+foreach(class liMfStmParser liLdpMfLoader liLdpMfWriter liMfBuilder liMfPublisher liMfRepository)
+  list(APPEND expected
+    "${class}::~${class}()" "vtable for ${class}" "typeinfo for ${class}"
+    "typeinfo name for ${class}")
+endforeach()
+
+execute_process(COMMAND ${NM} -DC --defined-only ${LIBRARY}
+  OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
+# Each line: address, kind, name.
+string(REGEX MATCHALL "[^\n]+" lines "${table}")
+set(exported)
+foreach(line IN LISTS lines)
+  string(REGEX REPLACE "^[0-9a-fA-F]* *[A-Za-z] " "" name "${line}")
+  list(APPEND exported "${name}")
+endforeach()
+list(REMOVE_DUPLICATES exported)
+
+set(missing ${expected})
+list(REMOVE_ITEM missing ${exported})
+set(unwanted ${exported})
+list(REMOVE_ITEM unwanted ${expected})
+if(missing OR unwanted)
+  list(JOIN missing "\n  " missing)
+  list(JOIN unwanted "\n  " unwanted)
+  message(FATAL_ERROR "not exported:\n  ${missing}\nexported without need:\n  ${unwanted}\n")
+endif()
