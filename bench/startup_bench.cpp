@@ -7,12 +7,12 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
-#include "support/quiet_managers.h"
 #include "platform/filesystem.h"
 #include "repository/null_id.h"
 #include "repository/repo_base_impl.h"
 #include "repository/scan.h"
 #include "support/generated_manifest.h"
+#include "support/quiet_managers.h"
 #include "support/temp_directory.h"
 
 namespace {

@@ -32,7 +32,7 @@ BTK_API BtkErrorT btkUniIdParse(UniIdT* out, const char* text, std::size_t lengt
 BTK_API BtkErrorT btkUniIdFormat(char* buffer, std::size_t size, std::size_t* length,
                                  const UniIdT* id, int form, int reserved);
 
-// Makes a fresh id of `kind`. Codes: 0.
+// Makes a fresh id of `kind`; nobody should take it for a secret. Codes: 0.
 BTK_API BtkErrorT btkUniIdGen14(UniIdT* out, int kind, int reserved);
 
 // The id that belongs to the ordered pair of `left` and `right`; never the null id. Codes: 0.

@@ -1,6 +1,5 @@
 #include "xml/argument_text.h"
 
-
 #include "platform/runtime.h"
 #include "support/owned.h"
 

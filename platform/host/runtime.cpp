@@ -3,7 +3,6 @@
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
-#include <string_view>
 
 namespace {
 
@@ -20,12 +19,9 @@ bool IsSeparator(btkWChar unit) {
 #endif
 }
 
-using WideViewT = std::basic_string_view<btkWChar>;
-
-// The root itself keeps its separator.
-WideViewT WithoutTrailingSeparator(WideViewT path) {
-  if (path.size() > 1 && IsSeparator(path.back())) path.remove_suffix(1);
-  return path;
+// True at the end of a path, where one separator may stand; the root itself keeps its own.
+bool IsEnd(const btkWChar* path, std::size_t at) {
+  return path[at] == 0 || (at > 0 && IsSeparator(path[at]) && path[at + 1] == 0);
 }
 
 }  // namespace
@@ -75,5 +71,13 @@ int CmpCase_cStrings_Safe(const char* const* left, const char* const* right) {
 
 int Cmp_cWPaths_Safe(const btkWChar* const* left, const btkWChar* const* right) {
   if (*left == nullptr || *right == nullptr) return (*left != nullptr) - (*right != nullptr);
-  return WithoutTrailingSeparator(*left).compare(WithoutTrailingSeparator(*right));
+  const btkWChar* const first = *left;
+  const btkWChar* const second = *right;
+  std::size_t at = 0;
+  while (first[at] != 0 && first[at] == second[at])
+    ++at;
+  const bool firstEnds = IsEnd(first, at);
+  const bool secondEnds = IsEnd(second, at);
+  if (firstEnds || secondEnds) return secondEnds - firstEnds;
+  return first[at] - second[at];
 }

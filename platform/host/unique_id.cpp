@@ -78,8 +78,16 @@ BtkErrorT btkUniIdFormat(char* buffer, std::size_t size, std::size_t* length, co
   return kBtkOk;
 }
 
+// Asking the system for random bits takes longer than anything else that is done with an id. So each
+// thread asks once for many ids, which share them and differ in a number at their end.
 BtkErrorT btkUniIdGen14(UniIdT* out, int /*kind*/, int /*reserved*/) {
-  uuid_generate_random(out->bytes);
+  thread_local UniIdT random;
+  thread_local std::uint16_t number = 0;
+  if (number == 0) uuid_generate_random(random.bytes);
+  *out = random;
+  out->bytes[14] = static_cast<std::uint8_t>(number >> 8);
+  out->bytes[15] = static_cast<std::uint8_t>(number & 0xff);
+  ++number;
   return kBtkOk;
 }
 
