@@ -18,5 +18,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/tarnmfConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/tarnmfConfig.cmake
   ${PROJECT_BINARY_DIR}/tarnmfConfigVersion.cmake DESTINATION ${package_dir})
 
+# The file says where it lies relative to the prefix, so that the copy may be installed anywhere.
+file(RELATIVE_PATH TARNMF_PREFIX_FROM_PC
+  ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/tarnmf.pc.in ${PROJECT_BINARY_DIR}/tarnmf.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/tarnmf.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

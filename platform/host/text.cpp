@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
 #include <string>
+#include <string_view>
 #include <utf8.h>
 
 #include "platform/memory.h"
@@ -18,10 +18,14 @@ std::size_t LengthOf(const Char* text, std::size_t length) {
   return length == kBtkWholeText ? std::char_traits<Char>::length(text) : length;
 }
 
-// Converts into `out`, which has room for the longest result; null for text that is not valid.
+// Converts into `out`, which has room for the longest result; null for text that is not valid. The
+// ASCII characters at the start, mostly all there is, need no conversion.
 char* Convert(const btkWChar* in, std::size_t length, char* out) {
+  const btkWChar* const end = in + length;
+  while (in != end && *in < 0x80)
+    *out++ = static_cast<char>(*in++);
   try {
-    return utf8::utf16to8(in, in + length, out);
+    return utf8::utf16to8(in, end, out);
   } catch (const utf8::exception&) {
     return nullptr;
   }
@@ -71,6 +75,23 @@ BtkErrorT ConvertAlloc(Out** out, std::size_t* length, const In* in, std::size_t
   return kBtkOk;
 }
 
+BtkErrorT CopyTo(char* buffer, std::size_t size, std::size_t* length, std::string_view text) {
+  if (text.size() >= size) return kBtkTooLong;
+  std::memcpy(buffer, text.data(), text.size());
+  buffer[text.size()] = '\0';
+  if (length != nullptr) *length = text.size();
+  return kBtkOk;
+}
+
+BtkErrorT ConvertLong(char* buffer, std::size_t size, std::size_t* length, const btkWChar* in,
+                      std::size_t units) {
+  char* converted = nullptr;
+  if (BtkErrorT e = btkStrUtf16ToUtf8Alloc(&converted, nullptr, in, units)) return e;
+  const BtkErrorT result = CopyTo(buffer, size, length, converted);
+  btkStrFree(converted);
+  return result;
+}
+
 }  // namespace
 
 BtkErrorT btkStrUtf16ToUtf8(char* buffer, std::size_t size, std::size_t* length, const btkWChar* in,
@@ -79,28 +100,11 @@ BtkErrorT btkStrUtf16ToUtf8(char* buffer, std::size_t size, std::size_t* length,
   if (in == nullptr) return kBtkNullArgument;
   const std::size_t units = LengthOf(in, inLength);
   if (units >= size) return kBtkTooLong;  // every unit takes a byte at least
-  char* out = buffer;
-  char* const last = buffer + size - 1;
-  const btkWChar* const end = in + units;
-  try {
-    while (in != end) {
-      char character[4];
-      const btkWChar* const next = in + (utf8::internal::is_lead_surrogate(*in) ? 2 : 1);
-      char* const stop = utf8::utf16to8(in, std::min(next, end), character);
-      if (stop - character > last - out) {
-        buffer[0] = '\0';
-        return kBtkTooLong;
-      }
-      out = std::copy(character, stop, out);
-      in = next;
-    }
-  } catch (const utf8::exception&) {
-    buffer[0] = '\0';
-    return kBtkBadText;
-  }
-  *out = '\0';
-  if (length != nullptr) *length = static_cast<std::size_t>(out - buffer);
-  return kBtkOk;
+  if (units > kStackUnits) return ConvertLong(buffer, size, length, in, units);
+  char converted[kStackUnits * kUtf8PerUnit];
+  const char* const end = Convert(in, units, converted);
+  if (end == nullptr) return kBtkBadText;
+  return CopyTo(buffer, size, length, {converted, end});
 }
 
 BtkErrorT btkStrUtf16ToUtf8Alloc(char** out, std::size_t* length, const btkWChar* in,

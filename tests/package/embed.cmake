@@ -20,14 +20,19 @@ else()
     COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
-execute_process(COMMAND ${WORK}/embed ${SAMPLES}/platform ${SAMPLES}/imaging-pack ImageStore
-  RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE trace)
-set(expectedOutput "2 load points
-no scope: version 2 from ${SAMPLES}/platform
-its scope: version 5 from ${SAMPLES}/imaging-pack/payload/
-")
 # The second library is loaded only because the example sets its option.
 set(expectedTrace "sample: ws.journal is loaded\nsample: ws.diagnostics is loaded\n")
-if(NOT result EQUAL 0 OR NOT output STREQUAL expectedOutput OR NOT trace STREQUAL expectedTrace)
-  message(FATAL_ERROR "status ${result}, output:\n${output}\nerrors:\n${trace}")
-endif()
+
+function(check installation chosen)
+  execute_process(COMMAND ${WORK}/embed ${SAMPLES}/platform ${SAMPLES}/${installation} ImageStore
+    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE trace)
+  set(expected "2 load points
+no scope: version 2 from ${SAMPLES}/platform
+its scope: ${chosen}
+")
+  if(NOT result EQUAL 0 OR NOT output STREQUAL expected OR NOT trace STREQUAL expectedTrace)
+    message(FATAL_ERROR "status ${result}, output:\n${output}\nerrors:\n${trace}")
+  endif()
+endfunction()
+check(imaging-pack "version 5 from ${SAMPLES}/imaging-pack/payload/")
+check(site-overrides/manifests "version 1 from ${SAMPLES}/site-overrides")
