@@ -1,9 +1,25 @@
-# Builds the embedding example against an installed copy and checks what it prints and preloads.
-# WAY is "package" (the example's own CMakeLists.txt) or "pkg-config" (the compiler alone).
+# Builds a program that embeds an installed copy, runs it on the sample installations and checks what
+# it prints and preloads. WAY is "package" (the example with its own CMakeLists.txt), "pkg-config" (the
+# same with the compiler alone) or "readme" (the program in README.md, likewise).
 file(REMOVE_RECURSE ${WORK})
+file(MAKE_DIRECTORY ${WORK})
+set(program ${SOURCE}/examples/embed/main.cpp)
+
+if(WAY STREQUAL "readme")
+  file(READ ${SOURCE}/README.md text)
+  string(FIND "${text}" "```cpp\n" begin)
+  math(EXPR begin "${begin} + 7")
+  string(SUBSTRING "${text}" ${begin} -1 text)
+  string(FIND "${text}" "```" end)
+  string(SUBSTRING "${text}" 0 ${end} text)
+  string(REPLACE "build/demo/samples" ${SAMPLES} text "${text}")
+  set(program ${WORK}/readme.cpp)
+  file(WRITE ${program} "${text}")
+endif()
+
 if(WAY STREQUAL "package")
   execute_process(
-    COMMAND ${CMAKE_COMMAND} -S ${SOURCE} -B ${WORK} -G ${GENERATOR}
+    COMMAND ${CMAKE_COMMAND} -S ${SOURCE}/examples/embed -B ${WORK} -G ${GENERATOR}
       -DCMAKE_PREFIX_PATH=${PREFIX} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${FLAGS}
     COMMAND_ERROR_IS_FATAL ANY)
   execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK} COMMAND_ERROR_IS_FATAL ANY)
@@ -13,26 +29,30 @@ else()
     OUTPUT_VARIABLE needed COMMAND_ERROR_IS_FATAL ANY)
   separate_arguments(needed UNIX_COMMAND "${needed}")
   separate_arguments(FLAGS UNIX_COMMAND "${FLAGS}")
-  file(MAKE_DIRECTORY ${WORK})
   execute_process(
-    COMMAND ${CXX} -std=c++20 ${FLAGS} ${SOURCE}/main.cpp -o ${WORK}/embed ${needed}
+    COMMAND ${CXX} -std=c++20 ${FLAGS} ${program} -o ${WORK}/embed ${needed}
       -Wl,-rpath,${PREFIX}/${LIBDIR}
     COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
-# The second library is loaded only because the example sets its option.
-set(expectedTrace "sample: ws.journal is loaded\nsample: ws.diagnostics is loaded\n")
-
-function(check installation chosen)
-  execute_process(COMMAND ${WORK}/embed ${SAMPLES}/platform ${SAMPLES}/${installation} ImageStore
+# check(OUTPUT TRACE ARGUMENT...)
+function(check expectedOutput expectedTrace)
+  execute_process(COMMAND ${WORK}/embed ${ARGN}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE trace)
-  set(expected "2 load points
-no scope: version 2 from ${SAMPLES}/platform
-its scope: ${chosen}
-")
-  if(NOT result EQUAL 0 OR NOT output STREQUAL expected OR NOT trace STREQUAL expectedTrace)
+  if(NOT result EQUAL 0 OR NOT output STREQUAL expectedOutput OR NOT trace STREQUAL expectedTrace)
     message(FATAL_ERROR "status ${result}, output:\n${output}\nerrors:\n${trace}")
   endif()
 endfunction()
-check(imaging-pack "version 5 from ${SAMPLES}/imaging-pack/payload/")
-check(site-overrides/manifests "version 1 from ${SAMPLES}/site-overrides")
+
+set(journal "sample: ws.journal is loaded\n")
+if(WAY STREQUAL "readme")
+  check("ImageStore, version 5\n" "${journal}")
+  return()
+endif()
+# The second library is loaded only because the example sets its option.
+set(trace "${journal}sample: ws.diagnostics is loaded\n")
+set(ownStore "2 load points\nno scope: version 2 from ${SAMPLES}/platform\n")
+check("${ownStore}its scope: version 5 from ${SAMPLES}/imaging-pack/payload/\n" "${trace}"
+  ${SAMPLES}/platform ${SAMPLES}/imaging-pack ImageStore)
+check("${ownStore}its scope: version 1 from ${SAMPLES}/site-overrides\n" "${trace}"
+  ${SAMPLES}/platform ${SAMPLES}/site-overrides/manifests ImageStore)
