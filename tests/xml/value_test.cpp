@@ -144,24 +144,5 @@ TEST(Values, AreReadByTheirKind) {
   }
 }
 
-TEST(Attributes, AreReadOnce) {
-  // Every attribute that is refused when it comes twice, with its other spelling in capitals.
-  const char* const fragments[] = {
-      R"(<module id="m" name="n" type="x" TYPE="x"/>)",
-      R"(<module id="m" name="n" loadpoint="" LOADPOINT=""/>)",
-      R"(<module id="m" name="n" version="" VERSION=""/>)",
-      R"(<module id="m" name="n" private="no" PRIVATE="no"/>)",
-      R"(<module id="m" name="n"><platformmodule machinetype="a" apilevel="1" APILEVEL="1"/></module>)",
-      R"(<class id="$1" ID="$1"/>)",
-      R"(<class id="$1"><clientside moduleref="m" multiplicity="perLdp" MULTIPLICITY="perLdp"/></class>)",
-      R"(<class id="$1" affinity="service"><serviceside xsid="$1" exposed="no" EXPOSED="no"/></class>)",
-      R"(<runnable moduleref="m"><service id="$1" port="1" PORT="1"/></runnable>)",
-      R"(<runnable moduleref="m"><app nameid="a"><env initstate="clean" INITSTATE="clean"/></app></runnable>)",
-      R"(<runnable moduleref="m"><launcher nameid="a" NAMEID="a" types="t"/></runnable>)",
-  };
-  for (const char* fragment : fragments)
-    EXPECT_EQ(ParseAndDump(InRoot(WithIds(fragment))), "261") << fragment;
-}
-
 }  // namespace
 }  // namespace tarnmf::test
