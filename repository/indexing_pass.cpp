@@ -1,5 +1,7 @@
 #include "repository/indexing_pass.h"
 
+#include <algorithm>
+
 #include "platform/service.h"
 #include "repository/indexes.h"
 #include "repository/null_id.h"
@@ -37,42 +39,51 @@ class ServiceQuestions {
   const btkWChar* loadpoint_;
 };
 
-const MfServiceRoleT* FindRole(const MfLdpDataT& data, const UniIdT& id) {
-  for (const MfRunnableT* runnable : data.runnables) {
-    for (const MfServiceRoleT* role : runnable->services) {
-      if (btkUniIdIsEqual(&role->id, &id)) return role;
-    }
-  }
-  return nullptr;
-}
-
-// The hosting services met so far, so that the roles are walked once for each.
+// The service roles of a load point by id, which are collected when a class first asks for its host.
 class HostTable {
  public:
-  struct HostT {
-    UniIdT id;
-    MfMultiplicityT multiplicity;
-  };
   enum class FoundT { kHost, kNone, kNoMemory };
 
   explicit HostTable(const MfLdpDataT& data) : data_(data) {}
 
-  // Stores how many instances the hosting service has.
+  // Stores how many instances the hosting service has: what the first role with its id says.
   FoundT Find(const UniIdT& id, MfMultiplicityT& multiplicity) {
-    const BisectResultT at =
-        Bisect(hosts_.Count(), [&](std::int32_t i) { return btkUniIdCompare(&hosts_[i].id, &id); });
-    if (!at.found) {
-      const MfServiceRoleT* const role = FindRole(data_, id);
-      if (role == nullptr) return FoundT::kNone;
-      if (!hosts_.Insert(at.place, {id, role->multiplicity})) return FoundT::kNoMemory;
-    }
-    multiplicity = hosts_[at.place].multiplicity;
+    if (!collected_ && !Collect()) return FoundT::kNoMemory;
+    const std::int32_t first = Bisect(hosts_.Count(), [&](std::int32_t i) {
+                                 return btkUniIdCompare(&hosts_[i].id, &id) < 0 ? -1 : 1;
+                               }).place;
+    if (first == hosts_.Count() || !btkUniIdIsEqual(&hosts_[first].id, &id)) return FoundT::kNone;
+    multiplicity = hosts_[first].multiplicity;
     return FoundT::kHost;
   }
 
  private:
+  struct HostT {
+    UniIdT id;
+    MfMultiplicityT multiplicity;
+    std::int32_t order;  // among all roles
+  };
+
+  bool Collect() {
+    std::int64_t count = 0;
+    for (const MfRunnableT* runnable : data_.runnables)
+      count += runnable->services.count;
+    if (!hosts_.Reserve(count)) return false;
+    for (const MfRunnableT* runnable : data_.runnables) {
+      for (const MfServiceRoleT* role : runnable->services)
+        hosts_.AppendReserved({role->id, role->multiplicity, hosts_.Count()});
+    }
+    std::sort(hosts_.begin(), hosts_.end(), [](const HostT& left, const HostT& right) {
+      const int order = btkUniIdCompare(&left.id, &right.id);
+      return order != 0 ? order < 0 : left.order < right.order;
+    });
+    collected_ = true;
+    return true;
+  }
+
   const MfLdpDataT& data_;
   GrowableArray<HostT, 32> hosts_;
+  bool collected_ = false;
 };
 
 class IndexingPass {

@@ -15,8 +15,9 @@ enum GeneratedIdT : unsigned { kGeneratedClass = 1, kGeneratedOffer = 2, kGenera
 // The id of the item with this index in the manifest with this number.
 inline std::string GeneratedIdText(GeneratedIdT kind, int number, int item) {
   char text[37];
-  std::snprintf(text, sizeof text, "%08x-0000-4000-8000-%08x%04x", kind,
-                static_cast<unsigned>(number), static_cast<unsigned>(item) & 0xFFFFU);
+  std::snprintf(text, sizeof text, "%08x-%04x-4000-8000-%08x%04x", kind,
+                static_cast<unsigned>(item) >> 16 & 0xFFFFU, static_cast<unsigned>(number),
+                static_cast<unsigned>(item) & 0xFFFFU);
   return text;
 }
 inline UniIdT GeneratedId(GeneratedIdT kind, int number, int item) {
