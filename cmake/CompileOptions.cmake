@@ -5,7 +5,9 @@ if(MSVC)
   target_compile_options(tarnmf_options INTERFACE /W4 /permissive-)
 else()
   target_compile_options(tarnmf_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+    # The queries make many short calls into the platform; each is one jump shorter.
+    $<$<CONFIG:Release>:-fno-plt>)
 endif()
 if(TARNMF_WARNINGS_AS_ERRORS)
   set_property(TARGET tarnmf_options APPEND PROPERTY INTERFACE_COMPILE_OPTIONS
