@@ -136,6 +136,12 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   EXPECT_EQ(output["steps"][0]["modules"][0]["file"],
             (root.Path() / "platform/linux-x64/libbase.so").string());
 
+  const OutcomeT twice =
+      RunTool("scan" + scanned + " --add " + (root.Path() / "pack").string() + " --add /nowhere/x");
+  EXPECT_EQ(twice.status, 1);
+  EXPECT_THAT(twice.errors, HasSubstr("filed already (code 261"));
+  EXPECT_THAT(twice.errors, HasSubstr("/nowhere/x: there is no such directory"));
+
   const std::string text = RunTool("scan" + scanned).out;
   EXPECT_THAT(text, HasSubstr("libover.so"));
   EXPECT_THAT(text, HasSubstr("scope 00000000-0000-0000-0000-0000000000aa"));

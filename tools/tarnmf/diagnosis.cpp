@@ -154,7 +154,8 @@ std::optional<std::string> ExplainInstallation(const ScanStepT& step) {
   const RangeT& announced = step.registered.installations;
   if (step.isProcess || announced.begin != announced.end) return std::nullopt;
   if (step.result.code == kBtkDuplicate) {
-    return "a load point with the same base directory is filed already";
+    return fmt::format("a load point with the same base directory is filed already ({})",
+                       CodeInWords(step.result.code));
   }
   return fmt::format("the layout file {}/.installed cannot be used; {}", step.directory,
                      step.result.InWords());

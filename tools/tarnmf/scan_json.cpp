@@ -127,6 +127,7 @@ Json StepJson(const ScanSession& session, const ScanStepT& step) {
                {"scope", IdText(step.scope)}};
   json.update(ToJson(step.result));
   json["reason"] = step.reason.empty() ? Json() : Json(step.reason);
+  json["warning"] = step.warning.empty() ? Json() : Json(step.warning);
   json["manifests"] = step.manifests;
   json["registered"] = RegisteredJson(step.registered);
   json["preloads"] =

@@ -1,5 +1,6 @@
 #include "scan_report.h"
 
+#include <cstdio>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
@@ -136,9 +137,11 @@ void PrintReport(const ScanSession& session) {
 }
 
 void PrintFailures(const ScanSession& session) {
+  // Both streams may be one file or terminal.
+  std::fflush(stdout);
   for (const ScanStepT& step : session.Steps()) {
-    if (step.result.Failed()) {
-      fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), step.reason);
+    for (const std::string& line : {step.warning, step.reason}) {
+      if (!line.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), line);
     }
   }
 }

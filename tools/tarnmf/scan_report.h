@@ -8,7 +8,7 @@ namespace tool {
 
 void PrintReport(const ScanSession& session);
 
-// One line on the error stream for every step that failed.
+// One line on the error stream for every step that failed or was odd. To be called last.
 void PrintFailures(const ScanSession& session);
 
 }  // namespace tool

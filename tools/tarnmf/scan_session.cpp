@@ -136,6 +136,9 @@ void ScanSession::ScanInstallation(const std::string& directory) {
   step.directory = directory;
   const std::string absolute = Absolute(directory);
   step.manifests = ManifestsIn(absolute);
+  std::error_code ignored;
+  if (!std::filesystem::is_directory(absolute, ignored))
+    step.warning = "there is no such directory";
   const RegistrationWatch watch;
   step.result = Try([&] { return Repository()->AddLoadpoint(Widen(absolute).c_str()); });
   step.registered = watch.Added();

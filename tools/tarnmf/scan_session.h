@@ -46,7 +46,8 @@ struct ScanStepT {
   std::string directory;  // as given; may be empty for the process
   std::vector<std::string> manifests;
   LoadResultT result;
-  std::string reason;  // in words, after a failure
+  std::string reason;   // in words, after a failure
+  std::string warning;  // what was odd about a step that went well
   RegisteredT registered;
   UniIdT id = {};
   UniIdT scope = {};
