@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
+#include <new>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "tarnmf/ldp_loader.h"
 #include "tarnmf/ldp_writer.h"
 
+#include "platform/host/btkhost.h"
 #include "support/allocation_fault.h"
 #include "support/everything.h"
+#include "support/ignored_leaks.h"
 #include "support/owned.h"
 #include "support/record_dump.h"
 #include "support/temp_directory.h"
@@ -79,6 +83,53 @@ TEST_F(LoaderTest, DoesNotOpenDirectories) {
   EXPECT_EQ(loader_->Load(&data, nullptr, files_), kBtkMissing);
 }
 
+// The load-point scan hands over the container's own path, which ends with the container.
+TEST_F(LoaderTest, LendsThePathOfTheContainer) {
+  AddFile("a.tmfx", kEverything);
+  const std::int64_t before = LiveAllocations();
+  {
+    MfLdpDataT data;
+    data.loadpoint = btk_wcsdup(BTK_W("/here"));
+    for (int round = 1; round <= 2; ++round) {
+      ASSERT_EQ(loader_->Load(&data, data.loadpoint, files_), kBtkOk);
+      EXPECT_EQ(data.modules.count, 5 * round);
+      for (const MfModuleT* module : data.modules) {
+        const bool isOwn = Text(module->loadpoint) == "/elsewhere";
+        EXPECT_EQ(module->loadpoint == data.loadpoint, !isOwn);
+        EXPECT_EQ((module->flags & kMfModuleOwnsLoadpoint) != 0, isOwn);
+      }
+      EXPECT_EQ(data.runnables[round - 1]->loadpoint, data.loadpoint);
+      EXPECT_EQ(data.runnables[round - 1]->flags, 0U);
+    }
+    directory_.Write("a.tmfx", "no manifest");
+    EXPECT_EQ(loader_->Load(&data, data.loadpoint, files_), kBtkUnexpected);
+    EXPECT_EQ(data.modules.count + data.classes.count + data.runnables.count, 0);
+    EXPECT_EQ(Text(data.loadpoint), "/here");
+  }
+  EXPECT_EQ(LiveAllocations(), before);
+}
+
+TEST_F(LoaderTest, OpensStreamsAndMakesParsers) {
+  const std::string path = directory_.Write("a.tmfx", Manifest(""));
+  btkIStream* const stream = loader_->OpenStream(btkFSPath(path.c_str()).WideText());
+  ASSERT_NE(stream, nullptr);
+  MfLdpDataT data;
+  EXPECT_EQ(DisposePtrT<liMfStmParser>(loader_->CreateParser())->Parse(&data, stream), kBtkOk);
+  EXPECT_EQ(stream->Release(), 0);
+  EXPECT_EQ(loader_->OpenStream(BTK_W("/no/such/file")), nullptr);
+}
+
+bool IsAnythingLent(const MfLdpDataT& data) {
+  const auto isLent = [](const auto* record, std::uint32_t ownedBit) {
+    return record->loadpoint != nullptr && (record->flags & ownedBit) == 0;
+  };
+  for (const MfModuleT* module : data.modules)
+    if (isLent(module, kMfModuleOwnsLoadpoint)) return true;
+  for (const MfRunnableT* runnable : data.runnables)
+    if (isLent(runnable, kMfRunnableOwnsLoadpoint)) return true;
+  return false;
+}
+
 TEST_F(LoaderTest, SurvivesEveryFailedAllocation) {
   AddFile("a.tmfx", kEverything);
   AddFile("b.tmfx", Manifest(R"(<runnable moduleref="m"/>)"));
@@ -87,8 +138,8 @@ TEST_F(LoaderTest, SurvivesEveryFailedAllocation) {
     ASSERT_EQ(loader_->Load(&warm, BTK_W("/here"), files_), kBtkOk);
   }
   for (const auto source : {AllocationFault::kPlatform, AllocationFault::kOperatorNew}) {
+    std::string kept;  // the modules that each failure outside of a parse left
     bool failed = true;
-    int streams = 0;
     for (int n = 0; failed; ++n) {
       const std::int64_t before = LiveAllocations();
       {
@@ -96,18 +147,50 @@ TEST_F(LoaderTest, SurvivesEveryFailedAllocation) {
         AllocationFault fault(source, n);
         const BtkErrorT code = loader_->Load(&data, BTK_W("/here"), files_);
         failed = fault.Hit();
-        // A stream that cannot be made cannot be opened; what was read before it stays.
-        if (code == kBtkMissing) ++streams;
-        if (code == kBtkNoMemory || code == kBtkOk || code == kBtkMissing) {
-          EXPECT_TRUE(failed || code == kBtkOk);
+        EXPECT_EQ(IsAnythingLent(data), code == kBtkOk) << n;
+        if (code == kBtkMissing || (code == kBtkNoMemory && data.modules.count > 0)) {
+          kept += std::to_string(code) + ":" + std::to_string(data.modules.count) + " ";
         } else {
-          ADD_FAILURE() << "code " << code << " at allocation " << n;
+          EXPECT_TRUE(code == kBtkOk || (failed && code == kBtkNoMemory)) << n;
+          EXPECT_EQ(data.modules.count, code == kBtkOk ? 5 : 0) << n;
         }
       }
       ASSERT_EQ(LiveAllocations(), before) << "allocation " << n;
     }
-    EXPECT_EQ(streams, source == AllocationFault::kOperatorNew ? 2 : 0);
+    // A stream that cannot be made cannot be opened; a parser that cannot be made is want of memory.
+    // Both keep what the file before had; a failed parse does not.
+    EXPECT_EQ(kept, source == AllocationFault::kOperatorNew ? "1:0 1:5 112:5 " : "");
   }
+}
+
+// Exceptions of the standard library and of the XML library, whichever allocation makes them.
+TEST_F(LoaderTest, LetsExceptionsPass) {
+  AddFile("a.tmfx", kEverything);
+  AddFile("b.tmfx", Manifest(R"(<runnable moduleref="m"/>)"));
+  MfLdpDataT warm;
+  ASSERT_EQ(loader_->Load(&warm, BTK_W("/here"), files_), kBtkOk);
+  const IgnoredLeaks ignored;  // of the XML library, when its own allocations fail
+  const std::int64_t before = btkHostLiveAllocations();
+  int thrown = 0;
+  bool failed = true;
+  for (int n = 0; failed; ++n) {
+    {
+      MfLdpDataT data;
+      ThrowingNewFault fault(n);
+      try {
+        EXPECT_EQ(loader_->Load(&data, BTK_W("/here"), files_), kBtkOk) << n;
+      } catch (const xercesc::OutOfMemoryException&) {
+        ++thrown;
+        EXPECT_EQ(data.modules.count + data.classes.count + data.runnables.count, 0) << n;
+      } catch (const std::bad_alloc&) {
+        ++thrown;
+        EXPECT_FALSE(IsAnythingLent(data)) << n;
+      }
+      failed = fault.Hit();
+    }
+    ASSERT_EQ(btkHostLiveAllocations(), before) << n;
+  }
+  EXPECT_GT(thrown, 100);
 }
 
 TEST(Factories, MakeALoaderAndNothingElse) {

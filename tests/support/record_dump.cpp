@@ -60,6 +60,10 @@ std::string DumpImpl(const MfModuleImplT& impl) {
       .Wide("path", impl.path, (impl.flags & kMfImplOwnsPath) != 0)
       .Number("apilevel", impl.apilevel)
       .Number("version", impl.version[0])
+      .Number("version[1]", impl.version[1])
+      .Number("version[2]", impl.version[2])
+      .Number("version[3]", impl.version[3])
+      .Number("reserved", impl.reserved)
       .Number("flags", impl.flags & ~owned)
       .Narrow("resolvedPath", impl.resolvedPath);
   std::string text = line.End();
@@ -84,7 +88,10 @@ std::string DumpBase(const MfRunRoleBaseT& role) {
 }
 
 Line RoleLine(const char* kind, const MfRunRoleBaseT& role) {
-  return Line(1, kind).Number("initstate", role.initstate).Narrow("launcher", role.launcher);
+  return Line(1, kind)
+      .Number("initstate", role.initstate)
+      .Narrow("launcher", role.launcher)
+      .Number("reserved", role.reserved, -1);
 }
 
 std::string DumpService(const MfServiceRoleT& role) {
@@ -100,6 +107,14 @@ std::string DumpService(const MfServiceRoleT& role) {
              .Number("exposed", role.exposed)
              .Number("port", role.port, -1)
              .Narrow("url", role.url)
+             .End() +
+         DumpBase(role);
+}
+
+std::string DumpApp(const MfAppRoleT& role) {
+  return RoleLine("app", role)
+             .Narrow("nameid", role.nameid)
+             .Narrow("reservedText", role.reservedText)
              .End() +
          DumpBase(role);
 }
@@ -129,6 +144,8 @@ std::string Dump(const MfModuleT& module) {
           .Narrow("type", module.type)
           .Wide("loadpoint", module.loadpoint, (module.flags & kMfModuleOwnsLoadpoint) != 0)
           .Number("flags", module.flags & ~static_cast<std::uint32_t>(kMfModuleOwnsLoadpoint))
+          .Number("reserved", module.reserved)
+          .Narrow("selectedImpl", module.selectedImpl != nullptr ? "set" : nullptr)
           .End();
   for (const MfModuleImplT* impl : module.impls)
     text += DumpImpl(*impl);
@@ -142,6 +159,8 @@ std::string Dump(const MfIntfClassT& record) {
              .Id("agentid", record.ids[kMfAgentSide])
              .Narrow("commonname", record.commonname)
              .Number("version", record.version)
+             .Number("svcVersion", record.svcVersion)
+             .Number("svcMinVersion", record.svcMinVersion)
              .Number("affinity", record.affinity)
              .Id("xsid", record.xsid)
              .Narrow("xsname", record.xsname)
@@ -165,7 +184,7 @@ std::string Dump(const MfRunnableT& runnable) {
   for (const MfServiceRoleT* role : runnable.services)
     text += DumpService(*role);
   for (const MfAppRoleT* role : runnable.apps)
-    text += RoleLine("app", *role).Narrow("nameid", role->nameid).End() + DumpBase(*role);
+    text += DumpApp(*role);
   for (const MfLauncherRoleT* role : runnable.launchers)
     text += DumpLauncher(*role);
   return text;

@@ -1,5 +1,10 @@
 #include "xml/parse.h"
 
+#if defined(__unix__)
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 namespace tarnmf::test {
 namespace {
 
@@ -26,6 +31,28 @@ TEST(ClassElement, ReadsAttributesAndSides) {
        "module id=\"m\" loadpoint=\"\"+\n  impl name=\"n\"+ path=\"\"+\n"
        "    preload by=2 name=\"x\"\n"
        "class id=$1\n  client moduleref=\"m\" multiplicity=2 flags=1\n"},
+      {"sides with text and no module",
+       R"(<class id="$1"><clientside multiplicity="singleInstance"> </clientside>
+            <agentside multiplicity="alwaysNew"><!--c--></agentside></class>)",
+       kBtkOk, "class id=$1\n  client multiplicity=1 flags=1\n  agent flags=1\n"},
+      {"names may be empty", R"(<class id="$1" commonname="" displayname=""/>)", kBtkOk,
+       "class id=$1 commonname=\"\" displayname=\"\"\n"},
+      {"every attribute of a service side",
+       R"(<class id="$1" affinity="service" managedtype="worker"><serviceside moduleref="m"
+            svcid="$2" xsname="" xsversion="-7" exposed="no" multiplicity="PERPROCESS"/></class>)",
+       kBtkOk,
+       "class id=$1 svcid=$2 affinity=3 xsname=\"\" xsversion=-7 managedtype=2\n"
+       "  service moduleref=\"m\" multiplicity=2 flags=1\n"},
+      {"instruction between sides", R"(<class id="$1"><?p i?><clientside moduleref="a"/></class>)",
+       kBtkUnexpected, ""},
+      {"nested module of a type that is the default",
+       R"(<class id="$1"><agentside multiplicity="perLdp"><module id="m" name="n" type="SharedLIB"
+            loadpoint="l"><platformmodule machinetype="a" apilevel="1"/></module></agentside>
+          </class>)",
+       kBtkOk,
+       "module id=\"m\" loadpoint=\"l\"+\n  impl name=\"n\"+\n"
+       "  impl machinetype=\"a\" name=\"n\" apilevel=1\n"
+       "class id=$1\n  agent moduleref=\"m\" multiplicity=3 flags=1\n"},
       {"no id", R"(<class commonname="c"/>)", kBtkMissing, ""},
       {"no attribute", "<class/>", kBtkMissing, ""},
       {"display name alone", R"(<class id="$1" displayname="d"/>)", kBtkMissing, ""},
@@ -134,6 +161,37 @@ TEST(ClassElement, GivesNestedModulesFreshIds) {
   }
   EXPECT_STRNE(data.modules[0]->id, data.modules[1]->id);
 }
+
+#if defined(__unix__)
+// A process and its fork go on from the same memory, but not with the same ids.
+TEST(ClassElement, GivesFreshIdsInForkedProcesses) {
+  const auto freshId = [] {
+    MfLdpDataT data;
+    Parse(InRoot(WithIds(R"(<class id="$1"><clientside multiplicity="perLdp"><module name="n"/>
+                            </clientside></class>)")),
+          data);
+    return data.modules.count == 1 ? std::string(data.modules[0]->id) : std::string();
+  };
+  const std::string first = freshId();
+  int pipeEnds[2];
+  ASSERT_EQ(pipe(pipeEnds), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    const std::string id = freshId();
+    _exit(write(pipeEnds[1], id.data(), id.size()) == 32 ? 0 : 1);
+  }
+  ASSERT_GT(child, 0);
+  int status = -1;
+  waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
+  char ofChild[32] = {};
+  EXPECT_EQ(read(pipeEnds[0], ofChild, sizeof ofChild), 32);
+  close(pipeEnds[0]);
+  close(pipeEnds[1]);
+  EXPECT_NE(freshId(), std::string(ofChild, sizeof ofChild));
+  EXPECT_NE(first, std::string(ofChild, sizeof ofChild));
+}
+#endif
 
 }  // namespace
 }  // namespace tarnmf::test

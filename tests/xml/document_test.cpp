@@ -1,4 +1,13 @@
+#include "support/allocation_fault.h"
+#include "support/everything.h"
 #include "xml/parse.h"
+#include "xml/xml_input_source.h"
+#include "xml/xml_platform.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+// Part of every sanitizer's runtime; not every compiler brings the header.
+extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void* block);
+#endif
 
 namespace tarnmf::test {
 namespace {
@@ -161,6 +170,133 @@ TEST(Parse, SurvivesBrokenDocumentsAndStreams) {
     MfLdpDataT data;
     MemoryStream stream(noXml);
     EXPECT_EQ(parse(stream, data), kBtkUnexpected) << noXml;
+  }
+}
+
+// No way of ending a document leaves anything behind, and what is read of it is a start of the whole.
+TEST(Parse, SurvivesACutAtEveryByte) {
+  const std::string whole = kEverything;
+  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  MfLdpDataT all;
+  MemoryStream stream(whole);
+  ASSERT_EQ(parser->Parse(&all, &stream), kBtkOk);
+  const std::int64_t before = LiveAllocations();
+  std::int32_t most = 0;
+  for (std::size_t cut = 0; cut < whole.size(); ++cut) {
+    {
+      MfLdpDataT data;
+      MemoryStream cutStream(whole.substr(0, cut));
+      const BtkErrorT code = parser->Parse(&data, &cutStream);
+      ASSERT_TRUE(code == kBtkOk || IsEmpty(data)) << cut;
+      ASSERT_EQ(cutStream.References(), 1) << cut;
+      const std::int32_t read = data.modules.count + data.classes.count + data.runnables.count;
+      ASSERT_GE(read, code == kBtkOk ? most : 0) << cut;
+      most = std::max(most, read);
+      for (std::int32_t i = 0; i < data.modules.count; ++i)
+        ASSERT_EQ(data.modules[i]->impls.count > 0, true) << cut;
+    }
+    ASSERT_EQ(LiveAllocations(), before) << cut;
+  }
+  EXPECT_EQ(most, all.modules.count + all.classes.count + all.runnables.count);
+}
+
+// Where the XML library gives up, what it has built by then is the document.
+TEST(Parse, ReadsDamagedDocumentsUpToTheDamage) {
+  const std::string open = "<tarnmanifest version=\"1\">";
+  const std::string one = open + kModule;
+  const struct {
+    std::string document;
+    const char* expected;
+  } rows[] = {
+      {one + "</wrong>", "0: 1 0 0"},
+      {one + "<module id=\"m\" name=\"n", "0: 1 0 0"},
+      {one + "<module id=\"m\" id=\"m\" name=\"n\"/></tarnmanifest>", "0: 1 0 0"},
+      {one + "<module id=\"m\"", "0: 1 0 0"},
+      {one + "<module id=\"m\">", "1"},
+      {one + "&undeclared;" + kModule + "</tarnmanifest>", "0: 1 0 0"},
+      {one + "</tarnmanifest>" + one + "</tarnmanifest>", "0: 1 0 0"},
+      {one + "</tarnmanifest> text", "0: 1 0 0"},
+      {"text" + one + "</tarnmanifest>", "42"},
+      {one + "<!-- " + kModule, "0: 1 0 0"},
+      // Bytes are decoded ahead of what is read of them.
+      {one + "\xff" + kModule + "</tarnmanifest>", "42"},
+      {one + "&#xD800;</tarnmanifest>", "0: 1 0 0"},
+      {std::string("<?xml version=\"1.0\" encoding=\"no-such\"?>") + one + "</tarnmanifest>", "42"},
+      {std::string("\xef\xbb\xbf") + one + "</tarnmanifest>", "0: 1 0 0"},
+      // A default that the document declares itself counts like a given attribute.
+      {"<!DOCTYPE tarnmanifest [<!ATTLIST tarnmanifest version CDATA \"1\">]><tarnmanifest/>",
+       "0: 0 0 0"},
+      {"<!DOCTYPE tarnmanifest [<!ATTLIST tarnmanifest more CDATA \"1\">]>" + open +
+           "</tarnmanifest>",
+       "42"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(Counts(row.document), row.expected) << row.document;
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+template <class Element>
+void ExpectExactSize(const MfArrayT<Element>& list, std::int32_t more = 0) {
+  const auto count = static_cast<std::size_t>(list.count + more);
+  EXPECT_EQ(__sanitizer_get_allocated_size(list.items), count * sizeof(Element));
+}
+
+TEST(Parse, HandsOverListsOfExactSize) {
+  MfLdpDataT data;
+  for (int document = 0; document < 2; ++document) {
+    ASSERT_EQ(Parse(kEverything, data), kBtkOk);
+    ExpectExactSize(data.classes);
+    ExpectExactSize(data.modules);
+    ExpectExactSize(data.runnables);
+  }
+  const MfModuleT& module = *data.modules[0];
+  ExpectExactSize(module.impls);
+  ExpectExactSize(module.impls[0]->preloads);
+  ExpectExactSize(module.impls[1]->preloads);
+  EXPECT_EQ(module.impls[2]->preloads.items, nullptr);
+  const MfRunnableT& runnable = *data.runnables[0];
+  ExpectExactSize(runnable.services);
+  ExpectExactSize(runnable.services[0]->args, 1);
+  ExpectExactSize(runnable.services[0]->env);
+  ExpectExactSize(runnable.apps[0]->args, 1);
+  ExpectExactSize(runnable.launchers[0]->types);
+}
+#endif
+
+TEST(InputSource, CountsWhatItReadsAndHoldsItsStream) {
+  MemoryStream stream("0123456789");
+  stream.LimitReads(4);
+  stream.FailFrom(8, -7);
+  {
+    std::unique_ptr<xercesc::BinInputStream> adaptor;
+    {
+      const btkXMLInputSource source(&stream);
+      EXPECT_EQ(stream.References(), 2);
+      adaptor.reset(source.makeStream());
+      EXPECT_EQ(stream.References(), 3);
+      EXPECT_EQ(source.getEncoding(), nullptr);
+      EXPECT_EQ(source.getSystemId(), nullptr);
+    }
+    EXPECT_EQ(stream.References(), 2);
+    XMLByte buffer[10];
+    EXPECT_EQ(adaptor->curPos(), 0U);
+    EXPECT_EQ(adaptor->readBytes(buffer, 3), 3U);
+    EXPECT_EQ(adaptor->readBytes(buffer, 10), 4U);
+    EXPECT_EQ(buffer[0], '3');
+    EXPECT_EQ(adaptor->readBytes(buffer, 10), 1U);
+    EXPECT_EQ(adaptor->curPos(), 8U);
+    EXPECT_EQ(adaptor->readBytes(buffer, 10), 0U);
+    EXPECT_EQ(adaptor->curPos(), 8U);
+    EXPECT_EQ(adaptor->getContentType(), nullptr);
+  }
+  EXPECT_EQ(stream.References(), 1);
+}
+
+TEST(XmlPlatform, StaysInUseWhileTheLibraryIsLoaded) {
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(AcquireXmlPlatform(), kBtkOk);
+    ReleaseXmlPlatform();
+    EXPECT_EQ(Counts(InRoot(kModule)), "0: 1 0 0");
   }
 }
 

@@ -5,22 +5,11 @@
 #include "platform/host/btkhost.h"
 #include "support/allocation_fault.h"
 #include "support/everything.h"
+#include "support/ignored_leaks.h"
 #include "xml/parse.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/lsan_interface.h>
-#endif
 
 namespace tarnmf::test {
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-using IgnoredLeaks = __lsan::ScopedDisabler;
-#else
-struct IgnoredLeaks {
-  IgnoredLeaks() {}
-};
-#endif
 
 struct WarmParser {
   WarmParser() : parser(liMfStmParser::CreateNew(nullptr)) {
@@ -71,6 +60,61 @@ TEST(Faults, NothingLeaksWhicheverAllocationFails) {
         failed = fault.Hit();
       }
       ASSERT_EQ(LiveAllocations(), before) << "allocation " << n;
+    }
+  }
+}
+
+// The readers of the other roots, lists that grow beyond their first room, and names that need memory
+// to be compared: each document ends with its own code once nothing fails.
+TEST(Faults, EachFailedAllocationOfOtherDocumentsIsReported) {
+  const WarmParser warm;
+  std::string modules, classes;
+  for (int i = 0; i < 9; ++i) {
+    modules +=
+        "<module id='m' name='n'><preload name='x'/><preload name='y'/><preload name='z'/>"
+        "</module>";
+    classes += WithIds(
+        "<class id='$1'><clientside multiplicity='perLdp'><module name='n'/>"
+        "</clientside></class>");
+  }
+  const struct {
+    std::string document;
+    BtkErrorT code;
+  } rows[] = {
+      {"<tarnmodulemanifest version='1'><modules>" + modules + "</modules></tarnmodulemanifest>",
+       kBtkOk},
+      {"<tarnclassmanifest version='1'><classes>" + classes + "</classes></tarnclassmanifest>",
+       kBtkOk},
+      {"<tarnrunnablemanifest version='1'><runnable moduleref='m'><app nameid='a'/><app "
+       "nameid='b'/>"
+       "</runnable></tarnrunnablemanifest>",
+       kBtkOk},
+      {InRoot(modules + "<\xc3\x84/>"), kBtkUnexpected},
+      {"<tarnmodulemanifestofalengththatdoesnotfit version='1'/>", kBtkUnexpected},
+      {InRoot("<module name='n'/>"), kBtkMissing},
+      {InRoot(WithIds("<class id='$1'><clientside multiplicity='perLdp'><module name='n' type='t'/>"
+                      "</clientside></class>")),
+       kBtkNotSharedLib},
+  };
+  for (const auto& row : rows) {
+    for (const auto source : {AllocationFault::kPlatform, AllocationFault::kOperatorNew}) {
+      bool failed = true;
+      for (int n = 0; failed; ++n) {
+        const std::int64_t before = LiveAllocations();
+        {
+          MfLdpDataT data;
+          MemoryStream stream(row.document);
+          AllocationFault fault(source, n);
+          const BtkErrorT code = warm.parser->Parse(&data, &stream);
+          failed = fault.Hit();
+          // Shrinking a list may fail without harm.
+          if (!failed || code != kBtkNoMemory) {
+            ASSERT_EQ(code, row.code) << row.document << n;
+          }
+          EXPECT_TRUE(code == kBtkOk || IsEmpty(data)) << n;
+        }
+        ASSERT_EQ(LiveAllocations(), before) << row.document << n;
+      }
     }
   }
 }

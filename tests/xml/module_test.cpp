@@ -28,6 +28,12 @@ TEST(ModuleElement, ReadsEveryAttribute) {
       {"beyond ASCII", "<module id=\"\xc3\xa9\" name=\"\xf0\x9f\x98\x80\"/>", kBtkOk,
        "module id=\"\xc3\xa9\" loadpoint=\"\"+\n"
        "  impl name=\"\xf0\x9f\x98\x80\"+ path=\"\"+ version=1\n"},
+      {"text, comments and blanks between children",
+       R"(<module id="m" name="n"> text <!--c--> <preload name="x"/> </module>)", kBtkOk,
+       "module id=\"m\" loadpoint=\"\"+\n  impl name=\"n\"+ path=\"\"+ version=1\n"
+       "    preload by=2 name=\"x\"\n"},
+      {"other nodes between children", R"(<module id="m" name="n"><![CDATA[ ]]></module>)",
+       kBtkUnexpected, ""},
       {"no attribute", "<module/>", kBtkMissing, ""},
       {"no name", R"(<module id="m"/>)", kBtkMissing, ""},
       {"no id", R"(<module name="n"/>)", kBtkMissing, ""},
@@ -37,6 +43,12 @@ TEST(ModuleElement, ReadsEveryAttribute) {
        R"(<module id="m" name="n" averyveryveryverylongattributename="x"/>)", kBtkUnexpected, ""},
       {"attribute beyond ASCII", "<module id=\"m\" name=\"n\" \xc3\xa9=\"x\"/>", kBtkUnexpected,
        ""},
+      {"element of a letter that looks like a known one in its low byte",
+       "<\xc5\xadodule id=\"m\" name=\"n\"/>", kBtkUnexpected, ""},
+      {"attribute of such a letter",
+       "<module \xc5\xa9"
+       "d=\"m\" name=\"n\"/>",
+       kBtkUnexpected, ""},
       {"attribute with a prefix", R"(<module id="m" name="n" xml:path="x"/>)", kBtkUnexpected, ""},
       {"twice, in two letter cases", R"(<module id="m" ID="m" name="n"/>)", kBtkDuplicate, ""},
       {"unknown child", R"(<module id="m" name="n"><modules/></module>)", kBtkUnexpected, ""},
@@ -72,6 +84,24 @@ TEST(ModuleElement, HoldsPlatformModulesAndPreloads) {
        "  impl name=\"n\"+ path=\"\"+ version=1\n"
        "    preload by=1\n    preload by=2 name=\"y\"\n"
        "  impl machinetype=\"a\" name=\"q\"+ path=\"\"\n    preload by=2 name=\"x\"\n"},
+      {"a load point of its own lends no path",
+       R"(<module id="m" name="n" loadpoint="l"><platformmodule machinetype="a" version=""/>
+            <platformmodule machinetype="b" path="" forcepath="yes"/></module>)",
+       kBtkOk,
+       "module id=\"m\" loadpoint=\"l\"+\n  impl name=\"n\"+ version=1\n"
+       "  impl machinetype=\"a\" name=\"n\"\n"
+       "  impl machinetype=\"b\" name=\"n\" path=\"\"+ flags=1\n"},
+      {"preloads of two platform modules, each in its own order",
+       R"(<module id="m" name="n"><platformmodule machinetype="a" apilevel="1"><preload name="x"/>
+            <preload by="service"/><preload by="client"/></platformmodule>
+            <platformmodule machinetype="b" apilevel="1"><preload name="z"/></platformmodule>
+          </module>)",
+       kBtkOk,
+       "module id=\"m\" loadpoint=\"\"+\n  impl name=\"n\"+ path=\"\"+ version=1\n"
+       "  impl machinetype=\"a\" name=\"n\" path=\"\" apilevel=1\n"
+       "    preload by=2 name=\"x\"\n    preload by=3\n    preload by=4\n"
+       "  impl machinetype=\"b\" name=\"n\" path=\"\" apilevel=1\n"
+       "    preload by=2 name=\"z\"\n"},
       {"machine type alone",
        R"(<module id="m" name="n"><platformmodule machinetype="a"/></module>)", kBtkMissing, ""},
       {"no machine type", R"(<module id="m" name="n"><platformmodule name="q"/></module>)",

@@ -104,6 +104,10 @@ TEST(ArgsElement, CutsText) {
       {"<arg other=\"1\">x<!--c-->y</arg>", "42"},
       {"<arg><![CDATA[x]]></arg>", "42"},
       {"<arg><x/></arg>", "42"},
+      {"<arg>a&amp;b &#34;c&#9;d&quot;&#x20;e</arg>", "a&b|c d|e|"},
+      {"<arg precomposed=\"yes\">&#13;</arg>", ""},
+      {"<arg precomposed=\"yes\"/><arg precomposed=\"no\"> </arg>", ""},
+      {"<arg>''a'b'</arg>", "a'b'|"},
       {"<other/>", "42"},
   };
   for (const auto& row : rows) {
@@ -121,6 +125,9 @@ TEST(RoleContent, ALaterElementReplacesAnEarlierOne) {
   EXPECT_EQ(ParseAndDump(InRole(set + "<env><unset name=\"B\"/></env>")),
             head + "    env action=2 flags=1 name=\"B\"\n");
   EXPECT_EQ(ParseAndDump(InRole(set + "<env/>")), head);
+  // What only the earlier one said about the start stays.
+  EXPECT_EQ(ParseAndDump(InRole("<env initstate=\"inprocess\"/><env/>")),
+            "0\nrunnable moduleref=\"m\" loadpoint=\"\"+\n  app initstate=2 nameid=\"a\"\n");
 }
 
 TEST(EnvElement, ReadsCommands) {
@@ -137,6 +144,13 @@ TEST(EnvElement, ReadsCommands) {
        "    env action=1 flags=5 name=\"\" value=\"v\"\n"
        "    env action=1 flags=3 name=\"B\" value=\"v\"\n"},
       {R"(<set name="A">v<x/></set>)", "    env action=1 flags=1 name=\"A\" value=\"v\"\n"},
+      {R"(<set name="A">a&lt;b<![CDATA[c]]></set>)",
+       "    env action=1 flags=1 name=\"A\" value=\"a<b\"\n"},
+      {R"(<append name="A"> </append>)", "    env action=3 flags=1 name=\"A\" value=\" \"\n"},
+      {R"(<append name="A"/>)", "42"},
+      {R"(<prepend name="A"/>)", "42"},
+      {R"(<set name="A"><![CDATA[c]]></set>)", "42"},
+      {R"(<set name="A"></set>)", "42"},
       {R"(<set name="PATH"/>)", "42"},
       {R"(<set/>)", "42"},
       {R"(<set>v</set>)", "1"},
@@ -159,6 +173,40 @@ TEST(EnvElement, ReadsCommands) {
         "0\nrunnable moduleref=\"m\" loadpoint=\"\"+\n  app initstate=1 nameid=\"a\"\n";
     EXPECT_EQ(parsed, row.expected[0] == ' ' ? head + row.expected : row.expected);
   }
+}
+
+// An entity of the document is a node of its own, but only part of the value in an attribute.
+TEST(Entities, AreNoText) {
+  const auto code = [](const std::string& content) {
+    const std::string parsed =
+        ParseAndDump("<!DOCTYPE tarnmanifest [<!ENTITY e \"x\">]>" + InRole(content));
+    return parsed.substr(0, parsed.find('\n'));
+  };
+  EXPECT_EQ(code("<args><arg>&e;</arg></args>"), "42");
+  EXPECT_EQ(code("<args><arg>a&e;</arg></args>"), "42");
+  EXPECT_EQ(code("<env><set name=\"A\">&e;</set></env>"), "42");
+  EXPECT_EQ(code("<env><set name=\"A\">a&e;</set></env>"), "0");
+  EXPECT_EQ(code("<env><unset name=\"A\">&e;</unset></env>"), "42");
+  EXPECT_EQ(code("&e;"), "42");
+  const std::string inAttribute = ParseAndDump("<!DOCTYPE tarnmanifest [<!ENTITY e \"x\">]>" +
+                                               InRoot("<runnable moduleref=\"a&e;&#66;\"/>"));
+  EXPECT_EQ(inAttribute, "0\nrunnable moduleref=\"axB\" loadpoint=\"\"+\n");
+}
+
+// The XML library reads long texts in pieces.
+TEST(RoleContent, LongTextsAreWhole) {
+  std::string text, expected;
+  for (int word = 0; word < 20'000; ++word) {
+    const std::string number = std::to_string(word);
+    text += number + (word % 3 == 0 ? " &quot;x y&quot;" : "\n");
+    expected += number + (word % 3 == 0 ? "|x y|" : "|");
+  }
+  EXPECT_EQ(ReadArguments("<args><arg>" + text + "</arg></args>"), expected);
+  const std::string value(300'000, 'v');
+  EXPECT_EQ(ParseAndDump(InRole("<env><set name=\"" + value + "\">" + value + "</set></env>")),
+            "0\nrunnable moduleref=\"m\" loadpoint=\"\"+\n  app nameid=\"a\"\n"
+            "    env action=1 flags=1 name=\"" +
+                value + "\" value=\"" + value + "\"\n");
 }
 
 }  // namespace

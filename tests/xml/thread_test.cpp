@@ -1,10 +1,13 @@
 #include <atomic>
+#include <mutex>
+#include <set>
 #include <thread>
 #include <vector>
 
 #include "tarnmf/ldp_loader.h"
 
 #include "support/everything.h"
+#include "support/temp_directory.h"
 #include "xml/parse.h"
 
 namespace tarnmf::test {
@@ -56,6 +59,42 @@ TEST(Threads, ParseIntoContainersOfTheirOwn) {
     }
   });
   EXPECT_EQ(right, kThreads * 40);
+}
+
+TEST(Threads, LoadTheSameFilesAtOnce) {
+  const TempDirectory directory;
+  btkFSList files;
+  files.Append(btkFSEntry(directory.Write("a.tmfx", kEverything).c_str()));
+  files.Append(btkFSEntry(directory.Write("b.tmfx", kEverything).c_str()));
+  const DisposePtrT<liLdpMfLoader> shared(liLdpMfLoader::CreateNew(nullptr));
+  const btkWChar here[] = BTK_W("/here");
+  std::atomic<int> right{0};
+  RunOnThreads([&] {
+    for (int round = 0; round < 10; ++round) {
+      MfLdpDataT data;
+      if (shared->Load(&data, here, files) == kBtkOk && data.modules.count == 10 &&
+          data.runnables[1]->loadpoint == here)
+        ++right;
+    }
+  });
+  EXPECT_EQ(right, kThreads * 10);
+}
+
+// Modules without an id get a fresh one, whichever thread reads them.
+TEST(Threads, GiveDifferentIds) {
+  const std::string document = InRoot(WithIds(
+      R"(<class id="$1"><clientside multiplicity="perLdp"><module name="n"/></clientside></class>)"));
+  std::mutex mutex;
+  std::set<std::string> ids;
+  RunOnThreads([&] {
+    for (int round = 0; round < 50; ++round) {
+      MfLdpDataT data;
+      Parse(document, data);
+      const std::lock_guard lock(mutex);
+      ids.insert(data.modules[0]->id);
+    }
+  });
+  EXPECT_EQ(ids.size(), static_cast<std::size_t>(kThreads * 50));
 }
 
 }  // namespace
