@@ -109,29 +109,5 @@ TEST(Order, OfChecksWithinAnElement) {
   ExpectCodes(rows);
 }
 
-TEST(Order, OfChecksOfTheDocument) {
-  const struct {
-    const char* document;
-    BtkErrorT code;
-  } rows[] = {
-      {R"(<x version="2" y=""/>)", kBtkUnexpected},
-      {R"(<tarnmanifest version="2" y=""/>)", kBtkUnexpected},
-      {R"(<tarnmanifest version=""><x/></tarnmanifest>)", kBtkMalformed},
-      {R"(<tarnmanifest version="2147483648"><x/></tarnmanifest>)", kBtkMalformed},
-      {R"(<tarnclassmanifest version="2"><x/></tarnclassmanifest>)", kBtkWrongVersion},
-      // A second element is refused before it is read; a list before its content.
-      {R"(<tarnmodulemanifest version="1"><module id="m" name="n"/><module/></tarnmodulemanifest>)",
-       kBtkDuplicate},
-      {R"(<tarnrunnablemanifest version="1"><runnable moduleref="m"/><runnable/></tarnrunnablemanifest>)",
-       kBtkDuplicate},
-      {R"(<tarnmodulemanifest version="1"><modules x=""><module/></modules></tarnmodulemanifest>)",
-       kBtkUnexpected},
-      {R"(<tarnmodulemanifest version="1"><module id="m" name="n"/><modules x=""/></tarnmodulemanifest>)",
-       kBtkUnexpected},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(ParseAndDump(row.document), std::to_string(row.code)) << row.document;
-}
-
 }  // namespace
 }  // namespace tarnmf::test

@@ -24,7 +24,6 @@ const std::map<std::string, std::string> kPlaces = {
     {"class version", R"(<class id="$1" version="%"/>)"},
     {"port", R"(<runnable moduleref="m"><service id="$1" port="%"/></runnable>)"},
     {"id", R"(<class id="%"/>)"},
-    {"xsid", R"(<class id="$1" affinity="service"><serviceside xsid="%"/></class>)"},
     {"type", R"(<module id="m" name="n" type="%"/>)"},
 };
 
@@ -34,65 +33,58 @@ std::string ParseValue(const std::string& place, const std::string& value) {
   return ParseAndDump(InRoot(fragment));
 }
 
-TEST(Keywords, AreReadInAnyLetterCase) {
-  const struct {
-    const char* place;
-    const char* field;
-    std::vector<std::pair<const char*, int>> words;
-  } rows[] = {
-      {"affinity", "affinity", {{"generic", 0}, {"app", 1}, {"agent", 2}, {"service", 3}}},
-      {"by", "by", {{"executable", 2}, {"service", 3}, {"client", 4}}},
-      {"initstate", "initstate", {{"default", 0}, {"clean", 1}, {"inprocess", 2}}},
-      {"csim", "csim", {{"opaque", 0}, {"classBased", 1}}},
-      {"isolation", "isolation", {{"relaxed", 0}, {"strict", 1}}},
-      {"managedtype", "managedtype", {{"generic", 0}, {"worker", 2}}},
-      {"multiplicity",
-       "multiplicity",
-       {{"alwaysNew", 0}, {"singleInstance", -1}, {"perProcess", 2}, {"perLdp", 3}}},
-      {"model", "model", {{"spawnOnly", 0}, {"managed", -1}}},
-  };
-  for (const auto& row : rows) {
-    for (const auto& [word, number] : row.words) {
-      SCOPED_TRACE(std::string(row.place) + "=" + word);
-      // Defaults are not shown: 0 for most fields, the numbers marked -1 for the others.
-      const bool isDefault = number == -1 || (number == 0 && std::string(row.field) != "model" &&
-                                              std::string(row.field) != "multiplicity");
-      const std::string shown = std::string(" ") + row.field + "=" + std::to_string(number);
-      std::string upper = word;
-      for (char& letter : upper)
-        letter = static_cast<char>(std::toupper(letter));
-      for (const std::string& value : {std::string(word), upper}) {
-        const std::string parsed = ParseValue(row.place, value);
-        EXPECT_EQ(parsed[0], '0') << parsed;
-        EXPECT_EQ(parsed.find(isDefault ? std::string(" ") + row.field + "=" : shown) !=
-                      std::string::npos,
-                  !isDefault)
-            << parsed;
-      }
-    }
-    for (const char* bad :
-         {"", " ", "generi", "genericx", "appp", "averyveryverylongword", "\xc3\xa9"})
-      EXPECT_EQ(ParseValue(row.place, bad), "432") << row.place << "=" << bad;
-    EXPECT_EQ(ParseValue(row.place, std::string(" ") + row.words[0].first), "432");
-  }
-}
-
 TEST(Values, AreReadByTheirKind) {
   const struct {
     const char* place;
     const char* value;
     const char* expected;  // the code, or what the dump shows of the value; "-": nothing
   } rows[] = {
+      {"affinity", "GENERIC", "-affinity"},
+      {"affinity", "App", " affinity=1"},
+      {"affinity", "agent", " affinity=2"},
+      {"affinity", "sErvicE", " affinity=3"},
+      {"affinity", " sErvicE", "432"},
+      {"affinity", "sErvicEx", "432"},
+      {"by", "Executable", " by=2"},
+      {"by", "service", " by=3"},
+      {"by", "CLIENT", " by=4"},
+      {"by", " CLIENT", "432"},
+      {"by", "CLIENTx", "432"},
+      {"initstate", "Default", "-initstate"},
+      {"initstate", "clean", " initstate=1"},
+      {"initstate", "INPROCESS", " initstate=2"},
+      {"initstate", " INPROCESS", "432"},
+      {"initstate", "INPROCESSx", "432"},
+      {"csim", "opaque", "-csim"},
+      {"csim", "CLASSbased", " csim=1"},
+      {"csim", " CLASSbased", "432"},
+      {"csim", "CLASSbasedx", "432"},
+      {"isolation", "RELAXED", "-isolation"},
+      {"isolation", "strict", " isolation=1"},
+      {"isolation", " strict", "432"},
+      {"isolation", "strictx", "432"},
+      {"managedtype", "generic", "-managedtype"},
+      {"managedtype", "Worker", " managedtype=2"},
+      {"managedtype", " Worker", "432"},
+      {"managedtype", "Workerx", "432"},
+      {"multiplicity", "alwaysnew", " multiplicity=0"},
+      {"multiplicity", "SINGLEINSTANCE", "-multiplicity"},
+      {"multiplicity", "perProcess", " multiplicity=2"},
+      {"multiplicity", "perldp", " multiplicity=3"},
+      {"multiplicity", " perldp", "432"},
+      {"multiplicity", "perldpx", "432"},
+      {"model", "spawnonly", " model=0"},
+      {"model", "MANAGED", "-model"},
+      {"model", " MANAGED", "432"},
+      {"model", "MANAGEDx", "432"},
+      {"affinity", "averyveryverylongword", "432"},
+      {"affinity", "\xc3\xa9", "432"},
       {"boolean", "yes", " recover=1"},
       {"boolean", "TRUE", " recover=1"},
       {"boolean", "No", "-recover"},
       {"boolean", "false", "-recover"},
-      {"boolean", "1", "432"},
-      {"boolean", "falsee", "432"},
-      {"boolean", "", "432"},
       {"flag", "true", " flags=1"},
       {"flag", "no", "-flags"},
-      {"flag", "on", "432"},
       {"decimal", "12ab", " apilevel=12"},
       {"decimal", "ab", "-apilevel"},
       {"decimal", "\t +7", " apilevel=7"},
@@ -103,14 +95,10 @@ TEST(Values, AreReadByTheirKind) {
       {"decimal", "99999999999", "432"},
       {"decimal", "000000000000001", " apilevel=1"},
       {"decimal", "0000000000000001", "432"},
-      {"decimal", "", "432"},
       {"abits", " 64", " abits=64"},
       {"abits", "32", " abits=32"},
-      {"abits", "48", "432"},
-      {"abits", "", "432"},
       {"class version", "32767", " version=32767"},
       {"class version", "32768", "66"},
-      {"class version", "-1", "66"},
       {"class version", "65537", "66"},
       {"class version", "4294967297", "432"},
       {"port", "0", " port=0"},
@@ -123,11 +111,8 @@ TEST(Values, AreReadByTheirKind) {
       {"id", "01234567-89ab-cdef-abcd-ef012345678", "432"},
       {"id", "01234567-89ab-cdef-abcd-ef012345678g", "432"},
       {"id", "0123456789abcdefABCDEF012345678\xc3\xa9", "432"},
-      {"id", "", "432"},
-      {"xsid", "x", "432"},
       {"type", "executable", " type=\"executable\""},
       {"type", "sharedLib", "-type"},
-      {"type", "", "432"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.place) + "=" + row.value);
