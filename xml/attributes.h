@@ -67,13 +67,20 @@ struct Keyword {
   }
 };
 
-template <auto Field>
-struct Boolean {
+// A value that is read straight into its field.
+template <auto ReadValue, auto Field>
+struct Direct {
   template <class Reader>
   static BtkErrorT Read(Reader& reader, const XMLCh* text) {
-    return ReadBoolean(text, FieldOf<Field>(reader));
+    return ReadValue(text, FieldOf<Field>(reader));
   }
 };
+template <auto Field>
+using Boolean = Direct<&ReadBoolean, Field>;
+template <auto Field>
+using Decimal = Direct<&ReadDecimal, Field>;
+template <auto Field>
+using UniqueId = Direct<&ReadUniqueId, Field>;
 
 // A boolean that stands as one bit among others.
 template <auto Flags, std::uint32_t Bit>
@@ -84,14 +91,6 @@ struct Flag {
     if (BtkErrorT e = ReadBoolean(text, value)) return e;
     if (value) FieldOf<Flags>(reader) |= Bit;
     return kBtkOk;
-  }
-};
-
-template <auto Field>
-struct Decimal {
-  template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
-    return ReadDecimal(text, FieldOf<Field>(reader));
   }
 };
 
@@ -107,39 +106,24 @@ struct Decimal16 {
   }
 };
 
-template <auto Field>
-struct UniqueId {
-  template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
-    return ReadUniqueId(text, FieldOf<Field>(reader));
-  }
-};
-
 enum class EmptyTextT { kAccepted, kRefused };
 
-template <auto Field, EmptyTextT Empty = EmptyTextT::kAccepted>
-struct Utf8 {
+// A copy of the text, which the field owns.
+template <class Text, BtkErrorT (*ReadText)(const XMLCh*, Text&), auto Field, EmptyTextT Empty>
+struct OwnText {
   template <class Reader>
   static BtkErrorT Read(Reader& reader, const XMLCh* text) {
-    Utf8TextT value;
-    if (BtkErrorT e = ReadUtf8(text, value)) return e;
-    if (Empty == EmptyTextT::kRefused && *value == '\0') return kBtkMalformed;
-    FieldOf<Field>(reader) = value.release();
-    return kBtkOk;
-  }
-};
-
-template <auto Field, EmptyTextT Empty = EmptyTextT::kAccepted>
-struct Wide {
-  template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
-    WideTextT value;
-    if (BtkErrorT e = ReadWide(text, value)) return e;
+    Text value;
+    if (BtkErrorT e = ReadText(text, value)) return e;
     if (Empty == EmptyTextT::kRefused && *value == 0) return kBtkMalformed;
     FieldOf<Field>(reader) = value.release();
     return kBtkOk;
   }
 };
+template <auto Field, EmptyTextT Empty = EmptyTextT::kAccepted>
+using Utf8 = OwnText<Utf8TextT, ReadUtf8, Field, Empty>;
+template <auto Field, EmptyTextT Empty = EmptyTextT::kAccepted>
+using Wide = OwnText<WideTextT, ReadWide, Field, Empty>;
 
 // A wide text that its record may also borrow: the bit says that it owns this one.
 template <class Text, auto Flags, std::uint32_t OwnedBit>
