@@ -7,6 +7,7 @@
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
+#include <vector>
 
 #include "support/everything.h"
 #include "support/temp_directory.h"
@@ -15,7 +16,9 @@ namespace tarnmf::test {
 namespace {
 
 using Json = nlohmann::ordered_json;
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 struct OutcomeT {
   int status;
@@ -108,6 +111,7 @@ TEST(Usage, IsChecked) {
   EXPECT_EQ(RunTool("--help").status, 0);
   EXPECT_EQ(RunTool("find class --help").status, 0);
   EXPECT_THAT(RunTool("--version").out, HasSubstr("1."));
+  EXPECT_EQ(RunTool("list loadpoints >/dev/full").status, 1);
 }
 
 TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
@@ -139,7 +143,7 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   const OutcomeT twice =
       RunTool("scan" + scanned + " --add " + (root.Path() / "pack").string() + " --add /nowhere/x");
   EXPECT_EQ(twice.status, 1);
-  EXPECT_THAT(twice.errors, HasSubstr("filed already (code 261"));
+  EXPECT_THAT(twice.errors, HasSubstr("filed already (code 261, duplicate"));
   EXPECT_THAT(twice.errors, HasSubstr("/nowhere/x: there is no such directory"));
 
   const std::string text = RunTool("scan" + scanned).out;
@@ -153,6 +157,10 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   const OutcomeT missing = RunTool("find class render" + scanned);
   EXPECT_EQ(missing.status, 1);
   EXPECT_THAT(missing.errors, HasSubstr("declared are: Render"));
+  const OutcomeT tooNew = RunTool("find class Render --version 3" + scanned);
+  EXPECT_EQ(tooNew.status, 1);
+  EXPECT_THAT(tooNew.errors,
+              HasSubstr("scope 00000000-0000-0000-0000-0000000000aa, service version 2"));
   const std::string find = std::string("find service ") + kServiceId + scanned;
   EXPECT_EQ(Json::parse(RunTool(find + " --json").out)["service"]["version"], 1);
   EXPECT_EQ(Json::parse(RunTool(find + " --json --in " + (root.Path() / "pack/files").string())
@@ -167,19 +175,23 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
 TEST(Scan, SaysWhyAStepFailed) {
   const std::string module = "<module id=\"m\" name=\"n\"/>";
   const std::string open = std::string("<class id=\"") + kClassId + "\" commonname=\"Render\"";
+  const std::string service = "<class affinity=\"service\" id=\"0000000000000000000000000000000";
+  const std::string client = "><clientside moduleref=\"m\"/></class>";
+  const std::string server =
+      "><serviceside moduleref=\"m\" svcid=\"" + std::string(kServiceId) + "\"/></class>";
   const struct {
     std::string manifest;
     std::string installed;
     std::string reason;
   } rows[] = {
       {Manifest(module + "<module id=\"m\" name=\"o\"/>"), "",
-       "module \"m\" is refused: a module with"},
+       "a.tmfx: module \"m\" is refused: a module with"},
       {Manifest("<module id=\"m\" name=\"n\"><platformmodule machinetype=\"a\" name=\"x\"/>"
                 "<platformmodule machinetype=\"a\" name=\"y\"/></module>"),
        "", "same machine type"},
       {Manifest(open + "><clientside moduleref=\"gone\"/></class>"), "", "names module \"gone\""},
       {Manifest(open + "/>"), "",
-       "class \"Render\" (00000000-0000-0000-0000-0000000000c1) is refused: "
+       "a.tmfx: class \"Render\" (00000000-0000-0000-0000-0000000000c1) is refused: "
        "it needs a clientside"},
       {Manifest(module + open + "><clientside moduleref=\"m\"/></class>" + open +
                 "><clientside moduleref=\"m\"/></class>"),
@@ -188,6 +200,16 @@ TEST(Scan, SaysWhyAStepFailed) {
                 "<class id=\"00000000000000000000000000000002\" affinity=\"app\"><clientside "
                 "moduleref=\"m\"/></class>"),
        "", "in a role that excludes this one"},
+      // The first class shares the module without harm; the second one does not.
+      {Manifest(module + open + "><clientside moduleref=\"m\"/></class>" + service + "2\"" +
+                client + service + "3\"" + server),
+       "",
+       "its serviceside is module \"m\", which class 00000000-0000-0000-0000-000000000002 has as "
+       "its "
+       "clientside"},
+      // Two parts of one class complete each other, but not with one module for both sides.
+      {Manifest(module + service + "2\"" + client + service + "2\"" + server), "",
+       "which class 00000000-0000-0000-0000-000000000002 has as its clientside"},
       {Manifest(module), "bits = 99999999999\n", ".installed cannot be used; code 432"},
       {"<other/>", "", "a.tmfx: code 42"},
   };
@@ -195,6 +217,7 @@ TEST(Scan, SaysWhyAStepFailed) {
     SCOPED_TRACE(row.reason);
     const TempDirectory root;
     root.Write("good/sub/a.tmfx", Manifest(module));
+    root.Write("pack/sub/0.tmfx", Manifest("<module id=\"first\" name=\"n\"/>"));
     root.Write("pack/sub/a.tmfx", row.manifest);
     root.Write("pack/sub/.installed", row.installed);
     const OutcomeT outcome = RunTool("scan --add " + (root.Path() / "pack/sub").string() +
@@ -204,6 +227,53 @@ TEST(Scan, SaysWhyAStepFailed) {
     EXPECT_THAT(outcome.out, HasSubstr("1 modules"));
   }
 }
+
+TEST(Scan, SkipsInstallationsWithoutAProcess) {
+  const OutcomeT outcome = RunTool("scan none.tmfx --add somewhere --json");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.errors, HasSubstr("none.tmfx: no such file"));
+  EXPECT_EQ(Json::parse(outcome.out)["skipped"], Json({"somewhere"}));
+}
+
+#if defined(TARNMF_SAMPLES)
+// The installations that come with the sources, as they are staged for the demo.
+TEST(Samples, ResolvePreloadAndOverride) {
+  const std::string samples = TARNMF_SAMPLES;
+  const std::string scanned = " --loadpoint " + samples + "/platform --add " + samples +
+                              "/imaging-pack --add " + samples + "/site-overrides/manifests";
+  const OutcomeT outcome = RunTool("scan --json" + scanned);
+  ASSERT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.errors, "sample: ws.journal is loaded\n");
+  const Json output = Json::parse(outcome.out);
+  std::vector<std::string> unresolved;
+  std::vector<std::string> fallbacks;
+  std::vector<std::string> answers;
+  for (const Json& step : output["steps"]) {
+    for (const Json& module : step["modules"]) {
+      if (module["file"].is_null()) unresolved.push_back(module["id"]);
+      if (module["fallback"] == true) fallbacks.push_back(module["id"]);
+    }
+    for (const Json& filed : step["filed"]["classes"]) {
+      if (filed["commonname"] == "ImageStore") answers.push_back(filed["why"].dump());
+      if (filed["commonname"] == "Workbench") {
+        EXPECT_EQ(filed["why"], "not filed: no service hosts it");
+      }
+    }
+  }
+  EXPECT_THAT(unresolved, ElementsAre("ws.dongle", "ws.profiles"));
+  EXPECT_THAT(fallbacks, ElementsAre("pack.filter.server"));
+  EXPECT_THAT(answers, ElementsAre("null", "\"another entry comes first\"", "null", "null"));
+
+  // A switch and a service that the conditions of one more library ask for.
+  const std::string list = "list loadpoints" + scanned;
+  for (const char* condition : {" --option 7b1f64c0-52a8-4be1-9d3e-3a0c6f2d0a01=1",
+                                " --service 7b1f64c0-52a8-4be1-9d3e-3a0c6f2d1001"})
+    EXPECT_THAT(RunTool(list + condition).errors, HasSubstr("ws.diagnostics")) << condition;
+  for (const char* condition : {" --option 7b1f64c0-52a8-4be1-9d3e-3a0c6f2d0a01=0",
+                                " --service 7b1f64c0-52a8-4be1-9d3e-3a0c6f2d1002"})
+    EXPECT_THAT(RunTool(list + condition).errors, Not(HasSubstr("ws.diagnostics"))) << condition;
+}
+#endif
 
 }  // namespace
 }  // namespace tarnmf::test

@@ -11,7 +11,7 @@ namespace tool {
 // One sentence without a full stop; codes of the platform that are not known here say so.
 const char* Meaning(BtkErrorT code);
 
-// "code 42: ...".
+// "code 42, unexpected: ...".
 std::string CodeInWords(BtkErrorT code);
 
 }  // namespace tool

@@ -3,11 +3,14 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <set>
+#include <map>
+#include <vector>
 
 #include "record_json.h"
 #include "scan_json.h"
 #include "scan_report.h"
+#include "scan_view.h"
+#include "similar_names.h"
 #include "text.h"
 
 namespace tool {
@@ -19,34 +22,35 @@ int ExitStatus(const ScanSession& session, bool found) {
   return found && !session.Failed() ? 0 : 1;
 }
 
+std::string ScopeText(const UniIdT& scope) {
+  return IsNullId(scope) ? "none" : IdText(scope);
+}
+
 // ---- Classes -------------------------------------------------------------------------------------
 
-// What was declared, for people whose name was not found.
-std::set<std::string> ClassNames(const ScanSession& session) {
-  std::set<std::string> names;
+// What was declared, for people whose class was not found.
+void ExplainMissingClass(const ScanSession& session, const std::string& name) {
+  std::map<std::string, std::string> names;
+  std::vector<std::string> places;
   for (const ScanStepT& step : session.Steps()) {
     if (step.data == nullptr) continue;
     for (const MfIntfClassT* record : step.data->classes) {
-      if (record->commonname != nullptr) names.insert(record->commonname);
+      if (record->commonname == nullptr) continue;
+      names.emplace(record->commonname, record->commonname);
+      if (record->commonname != name) continue;
+      const std::string why = WhyUnanswered(*session.Repository(), step, *record);
+      places.push_back(fmt::format("  in {}, scope {}, service version {}{}", step.path,
+                                   ScopeText(step.scope), record->svcVersion,
+                                   why.empty() ? "" : " (" + why + ")"));
     }
   }
-  return names;
-}
-
-void ExplainMissingClass(const ScanSession& session, const std::string& name) {
-  const std::set<std::string> names = ClassNames(session);
-  if (names.count(name) > 0) {
-    fmt::print(
-        stderr,
-        "tarnmf: class \"{}\" is declared, but not for this scope, version and limit, or its "
-        "hosting service is not one of its load point\n",
-        name);
-  } else if (names.empty()) {
-    fmt::print(stderr, "tarnmf: class \"{}\" not found; no class with a common name is declared\n",
-               name);
+  if (!places.empty()) {
+    fmt::print(stderr,
+               "tarnmf: no class \"{}\" for this scope, version and limit; declared are:\n{}\n",
+               name, fmt::join(places, "\n"));
   } else {
     fmt::print(stderr, "tarnmf: class \"{}\" not found; declared are: {}\n", name,
-               fmt::join(names, ", "));
+               ClosestNames(name, names));
   }
 }
 
@@ -60,8 +64,7 @@ void PrintClass(liMfRepository& repository, const MfSvcResolveT& entry) {
   fmt::print("{} {} service version {}\n", entry.key, IdText(record.ids[kMfClientSide]),
              entry.versionKey / 2);
   fmt::print("  load point {}\n", PathOf(repository, entry.ids[kMfLoadpointId]));
-  fmt::print("  scope {}\n",
-             IsNullId(entry.ids[kMfScopeId]) ? "none" : IdText(entry.ids[kMfScopeId]));
+  fmt::print("  scope {}\n", ScopeText(entry.ids[kMfScopeId]));
   constexpr const char* kSides[] = {"client side", "service side", "agent side"};
   for (std::int32_t side = 0; side < kMfSideCount; ++side) {
     const char* const module = record.sides[side].moduleref;
@@ -76,11 +79,16 @@ struct FoundServiceT {
   std::string loadpoint;
 };
 
+// The path of a load point in the one form that can be compared as text.
+std::string LoadpointPath(const std::string& path) {
+  const auto whole = std::filesystem::absolute(path).lexically_normal();
+  return (whole.has_filename() ? whole : whole.parent_path()).string();
+}
+
 FoundServiceT FindService(const ScanSession& session, const UniIdT& id, const std::string& in) {
   for (const ScanStepT& step : session.Steps()) {
     if (step.data == nullptr) continue;
-    const std::string wanted =
-        in.empty() ? step.path : std::filesystem::absolute(in).lexically_normal().string();
+    const std::string wanted = in.empty() ? step.path : LoadpointPath(in);
     const MfServiceRoleT* const role =
         session.Repository()->FindService(&id, Widen(wanted).c_str());
     if (role != nullptr) return {role, wanted};
@@ -89,16 +97,23 @@ FoundServiceT FindService(const ScanSession& session, const UniIdT& id, const st
 }
 
 void ExplainMissingService(const ScanSession& session, const FindServiceOptionsT& options) {
-  std::set<std::string> declared;
+  std::map<std::string, std::string> declared;
+  std::map<std::string, std::string> paths;
   for (const ScanStepT& step : session.Steps()) {
     if (step.data == nullptr) continue;
+    if (!step.path.empty()) paths.emplace(LoadpointPath(step.path), LoadpointPath(step.path));
     for (const MfRunnableT* runnable : step.data->runnables) {
-      for (const MfServiceRoleT* role : runnable->services)
-        declared.insert(fmt::format("{} in {}", IdText(role->id), step.path));
+      for (const MfServiceRoleT* role : runnable->services) {
+        const std::string id = IdText(role->id);
+        declared.emplace(fmt::format("{} in {}", id, step.path), id);
+      }
     }
   }
-  fmt::print(stderr, "tarnmf: service {} not found; declared are: {}\n", options.id,
-             declared.empty() ? "none" : fmt::format("{}", fmt::join(declared, ", ")));
+  fmt::print(stderr, "tarnmf: service {} not found{}; declared are: {}\n", options.id,
+             options.in.empty() ? "" : " in " + options.in, ClosestNames(options.id, declared));
+  if (options.in.empty() || paths.count(LoadpointPath(options.in)) > 0) return;
+  fmt::print(stderr, "tarnmf: no load point has the path {}; there are: {}\n", options.in,
+             ClosestNames(LoadpointPath(options.in), paths));
 }
 
 }  // namespace

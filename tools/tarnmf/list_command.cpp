@@ -43,16 +43,17 @@ std::vector<RowT> Classes(const ScanSession& session) {
     for (const MfIntfClassT* record : step.data->classes) {
       const std::string id = IdText(record->ids[kMfClientSide]);
       const char* const name = record->commonname;
-      const bool answers = name != nullptr && AnswersFor(*session.Repository(), step, *record);
+      const std::string why = WhyUnanswered(*session.Repository(), step, *record);
       rows.push_back(
           {fmt::format("{} {} service version {} in {}{}", name != nullptr ? name : "-", id,
-                       record->svcVersion, step.path, answers ? "" : " (not answered for)"),
+                       record->svcVersion, step.path, why.empty() ? "" : fmt::format(" ({})", why)),
            {{"commonname", ToJson(name)},
             {"id", id},
             {"svcVersion", record->svcVersion},
             {"loadpoint", step.path},
             {"scope", IdText(step.scope)},
-            {"answers", answers}}});
+            {"answers", why.empty()},
+            {"why", why.empty() ? Json() : Json(why)}}});
     }
   }
   return rows;

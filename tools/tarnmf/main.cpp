@@ -1,9 +1,11 @@
 // The command line of tarnmf.
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 #include <fmt/format.h>
 #include <functional>
 #include <stdexcept>
+#include <utility>
 
 #include "find_command.h"
 #include "list_command.h"
@@ -78,10 +80,14 @@ void AddFind(CLI::App& app, tool::FindClassOptionsT& classOptions,
 void AddList(CLI::App& app, tool::ScanOptionsT& options, ActionT& action) {
   CLI::App* const list = app.add_subcommand("list", "Show what the repository of a scan holds");
   list->require_subcommand(1);
-  for (const char* what : {"loadpoints", "classes", "services"}) {
-    CLI::App* const kind = list->add_subcommand(what);
+  const std::pair<const char*, const char*> kinds[] = {
+      {"loadpoints", "The load points, by id"},
+      {"classes", "All classes that are declared, and which of them are answered with"},
+      {"services", "The exposed services, by combined id"}};
+  for (const auto& [what, description] : kinds) {
+    CLI::App* const kind = list->add_subcommand(what, description);
     AddScanOptions(*kind, options);
-    kind->callback([&options, &action, what] {
+    kind->callback([&options, &action, what = what] {
       action = [&options, what] { return tool::RunList(options, what); };
     });
   }
@@ -105,7 +111,10 @@ int main(int argc, char** argv) {
   AddList(app, list, action);
   try {
     app.parse(argc, argv);
-    return action();
+    const int status = action();
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+    fmt::print(stderr, "tarnmf: the output cannot be written\n");
+    return kFailure;
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? 0 : kWrongUsage;
   } catch (const std::invalid_argument& error) {

@@ -95,6 +95,7 @@ Json ModulesJson(const ScanStepT& step) {
     const MfModuleImplT* const impl = module->selectedImpl;
     return Json{{"id", ToJson(module->id)},
                 {"machinetype", impl != nullptr ? ToJson(impl->machinetype) : Json()},
+                {"fallback", IsFallback(*module)},
                 {"file", file.empty() ? Json() : Json(file)},
                 {"tried", TriedFiles(step, *module)}};
   });
@@ -104,10 +105,12 @@ Json FiledJson(liMfRepository& repository, const ScanStepT& step) {
   Json classes = Json::array();
   for (const MfIntfClassT* record : step.data->classes) {
     if (record->commonname == nullptr) continue;
+    const std::string why = WhyUnanswered(repository, step, *record);
     classes.push_back({{"commonname", record->commonname},
                        {"id", IdText(record->ids[kMfClientSide])},
                        {"svcVersion", record->svcVersion},
-                       {"answers", AnswersFor(repository, step, *record)}});
+                       {"answers", why.empty()},
+                       {"why", why.empty() ? Json() : Json(why)}});
   }
   const auto entry = [](const MfSvcResolveT& filed) { return ToJson(filed); };
   return {{"classes", std::move(classes)},
@@ -152,6 +155,7 @@ Json ToJson(const ScanSession& session) {
                                    [](const ScanStepT& step) { return step.result.Failed(); });
   Json json = {{"code", failed != steps.end() ? ToJson(failed->result)["code"] : Json(0)}};
   json["steps"] = Array(steps, [&](const ScanStepT& step) { return StepJson(session, step); });
+  json["skipped"] = session.Skipped();
   return json;
 }
 

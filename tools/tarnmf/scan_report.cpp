@@ -31,9 +31,10 @@ void PrintModules(const ScanStepT& step) {
   for (const MfModuleT* module : step.data->modules) {
     const char* machine =
         module->selectedImpl != nullptr ? module->selectedImpl->machinetype : nullptr;
-    fmt::print("    {} ({}, {})\n", OrDash(module->id),
+    fmt::print("    {} ({}, {}{})\n", OrDash(module->id),
                module->type != nullptr ? module->type : "sharedLib",
-               machine != nullptr ? machine : "any machine");
+               machine != nullptr ? machine : "any machine",
+               IsFallback(*module) ? ", in place of one for this machine that is not there" : "");
     const std::string file = ResolvedFile(*module);
     if (!file.empty()) {
       fmt::print("      -> {}\n", file);
@@ -99,10 +100,9 @@ void PrintFiled(liMfRepository& repository, const ScanStepT& step) {
   fmt::print("  classes by name\n");
   for (const MfIntfClassT* record : step.data->classes) {
     if (record->commonname == nullptr) continue;
+    const std::string why = WhyUnanswered(repository, step, *record);
     fmt::print("    {} service version {}{}\n", record->commonname, record->svcVersion,
-               AnswersFor(repository, step, *record)
-                   ? ""
-                   : " (not answered for: not filed, or another entry comes first)");
+               why.empty() ? "" : fmt::format(" ({})", why));
   }
   fmt::print("  exposed services\n");
   for (const MfSvcResolveT& entry : ServiceEntries(repository, step.id)) {
@@ -144,6 +144,8 @@ void PrintFailures(const ScanSession& session) {
       if (!line.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), line);
     }
   }
+  for (const std::string& directory : session.Skipped())
+    fmt::print(stderr, "tarnmf: installation {}: skipped, since the process failed\n", directory);
 }
 
 }  // namespace tool

@@ -93,6 +93,12 @@ LoadResultT Try(Scan scan) {
   return result;
 }
 
+// An empty text, or a warning.
+std::string DirectoryWarning(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_directory(path, ignored) ? "" : "there is no such directory";
+}
+
 // Load points are directories that keep their place whatever the working directory is.
 std::string Absolute(const std::string& path) {
   return path.empty() ? path : std::filesystem::absolute(path).lexically_normal().string();
@@ -105,7 +111,10 @@ ScanSession::ScanSession(const ScanOptionsT& options) {
     SetOption(setting);
   if (!options.service.empty()) PoseInService(options.service);
   ScanProcess(options);
-  if (Repository() == nullptr) return;
+  if (Repository() == nullptr) {
+    skipped_ = options.add;
+    return;
+  }
   for (const std::string& directory : options.add)
     ScanInstallation(directory);
 }
@@ -120,6 +129,7 @@ void ScanSession::ScanProcess(const ScanOptionsT& options) {
   step.isProcess = true;
   step.directory = options.loadpoint;
   step.path = Absolute(options.loadpoint);
+  if (!step.path.empty()) step.warning = DirectoryWarning(step.path);
   btkHostSetProcessLoadpoint(Widen(step.path).c_str());
   step.manifests = options.files.empty() && !options.loadpoint.empty()
                        ? ManifestsIn(options.loadpoint)
@@ -136,9 +146,7 @@ void ScanSession::ScanInstallation(const std::string& directory) {
   step.directory = directory;
   const std::string absolute = Absolute(directory);
   step.manifests = ManifestsIn(absolute);
-  std::error_code ignored;
-  if (!std::filesystem::is_directory(absolute, ignored))
-    step.warning = "there is no such directory";
+  step.warning = DirectoryWarning(absolute);
   const RegistrationWatch watch;
   step.result = Try([&] { return Repository()->AddLoadpoint(Widen(absolute).c_str()); });
   step.registered = watch.Added();

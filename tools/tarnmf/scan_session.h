@@ -63,6 +63,8 @@ class ScanSession {
   // Null when the process's own load point could not be scanned.
   liMfRepository* Repository() const { return liMfRepository::Instance(); }
   const std::vector<ScanStepT>& Steps() const { return steps_; }
+  // Installations that could not be scanned because the process's own load point failed.
+  const std::vector<std::string>& Skipped() const { return skipped_; }
   bool Failed() const;
 
  private:
@@ -71,6 +73,7 @@ class ScanSession {
   void FindData(ScanStepT& step) const;
 
   std::vector<ScanStepT> steps_;
+  std::vector<std::string> skipped_;
 };
 
 }  // namespace tool

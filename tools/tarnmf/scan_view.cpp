@@ -1,9 +1,25 @@
 #include "scan_view.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 #include <limits>
 
+#include "platform/runtime.h"
+#include "text.h"
+
 namespace tool {
+namespace {
+
+bool IsService(const MfLdpDataT& data, const UniIdT& id) {
+  for (const MfRunnableT* runnable : data.runnables) {
+    for (const MfServiceRoleT* role : runnable->services) {
+      if (IsEqual(role->id, id)) return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
 
 std::string ResolvedFile(const MfModuleT& module) {
   const MfModuleImplT* const impl = module.selectedImpl;
@@ -20,10 +36,31 @@ std::vector<std::string> TriedFiles(const ScanStepT& step, const MfModuleT& modu
   return tried;
 }
 
-bool AnswersFor(liMfRepository& repository, const ScanStepT& step, const MfIntfClassT& record) {
+bool IsFallback(const MfModuleT& module) {
+  const std::string machine = btkGetVexMachine();
+  return std::any_of(module.impls.begin(), module.impls.end(), [&](const MfModuleImplT* impl) {
+    return impl->machinetype != nullptr && impl->machinetype == machine &&
+           impl != module.selectedImpl;
+  });
+}
+
+std::string WhyUnanswered(liMfRepository& repository, const ScanStepT& step,
+                          const MfIntfClassT& record) {
+  if (record.commonname == nullptr) return "it has no common name";
   const MfSvcResolveT* const entry = repository.FindClassImpl(
       &step.scope, record.commonname, record.svcVersion, std::numeric_limits<std::int16_t>::max());
-  return entry != nullptr && entry->record == &record;
+  if (entry != nullptr && entry->record == &record) return "";
+  if (IsService(*step.data, record.xsid)) {
+    return entry != nullptr ? "another entry comes first"
+                            : "no query asks for a negative service version";
+  }
+  if (!IsNullId(record.xsid)) {
+    return fmt::format("not filed: its hosting service {} is none of this load point",
+                       IdText(record.xsid));
+  }
+  if (record.xsname != nullptr)
+    return fmt::format("not filed: its hosting service \"{}\" is not known", record.xsname);
+  return "not filed: no service hosts it";
 }
 
 std::vector<MfSvcResolveT> ServiceEntries(liMfRepository& repository) {

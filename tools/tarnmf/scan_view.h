@@ -23,9 +23,14 @@ std::string ResolvedFile(const MfModuleT& module);
 // Where a module's file was looked for during a step.
 std::vector<std::string> TriedFiles(const ScanStepT& step, const MfModuleT& module);
 
-// Whether the repository answers a query for the class's name, in the step's scope and at the class's
-// own version, with this very record.
-bool AnswersFor(liMfRepository& repository, const ScanStepT& step, const MfIntfClassT& record);
+// Whether the module's implementation for this machine could not be found and another one stands in
+// for it.
+bool IsFallback(const MfModuleT& module);
+
+// Why the repository does not answer a query for the class's name, in the step's scope and at the
+// class's own version, with this very record. Empty when it does.
+std::string WhyUnanswered(liMfRepository& repository, const ScanStepT& step,
+                          const MfIntfClassT& record);
 
 // The exposed services of the repository; with a load point, only those that came from it.
 std::vector<MfSvcResolveT> ServiceEntries(liMfRepository& repository);
