@@ -14,10 +14,11 @@
 #include <vector>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/stream_parser.h"
 
-#include "support/memory_stream.h"
 #include "support/owned.h"
+#include "tests/support/memory_stream.h"
 #include "xml/xml_input_source.h"
 
 namespace {
@@ -35,12 +36,12 @@ using namespace tarnmf;
 }();
 
 // One item of a document; every "#" in it becomes the item's number, in 8 digits.
-struct KindT {
+struct Kind {
   const char* list;
   const char* item;
 };
 
-constexpr KindT kModules = {"modules", R"(
+constexpr Kind kModules = {"modules", R"(
     <module id="component#" name="component#" path="lib" apilevel="2" abits="64">
       <preload by="executable" name="viewer"/>
       <preload svcid="#-0000-4000-8000-00000000000a" optionid="#-0000-4000-8000-00000000000b"/>
@@ -50,7 +51,7 @@ constexpr KindT kModules = {"modules", R"(
       <platformmodule machinetype="linux-arm64" path="libarm"/>
     </module>)"};
 
-constexpr KindT kClasses = {"classes", R"(
+constexpr Kind kClasses = {"classes", R"(
     <class id="#-0000-4000-8000-000000000001" affinity="service" commonname="component.#"
            displayname="Component #" version="3" managedtype="generic">
       <clientside moduleref="component#"/>
@@ -60,7 +61,7 @@ constexpr KindT kClasses = {"classes", R"(
       </serviceside>
     </class>)"};
 
-constexpr KindT kRunnables = {"runnables", R"(
+constexpr Kind kRunnables = {"runnables", R"(
     <runnable moduleref="component#">
       <service id="#-0000-4000-8000-000000000003" commonname="host.#" version="4" model="managed"
                multiplicity="perProcess" exposed="yes" port="80" launcher="std">
@@ -70,7 +71,7 @@ constexpr KindT kRunnables = {"runnables", R"(
       <app nameid="app#" launcher="std"><args><arg>--verbose</arg></args></app>
     </runnable>)"};
 
-std::string Document(const KindT& kind, std::int64_t count) {
+std::string Document(const Kind& kind, std::int64_t count) {
   const std::string list = kind.list;
   std::string text =
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<tarnmanifest version=\"1\">\n  <" + list + ">";
@@ -118,16 +119,16 @@ bool RunParse(liMfStmParser& parser, btkIStream& stream, std::int64_t count) {
          std::max({data.modules.count, data.classes.count, data.runnables.count}) == count;
 }
 
-struct TurnT {
+struct Turn {
   double bare;
   double parse;
 };
 
 // Both readers once. What ran last leaves its traces in the heap and in the caches, so the order
 // changes from turn to turn; within a turn both find the traces of the same predecessor.
-TurnT RunTurn(const std::string& document, bool bareFirst, liMfStmParser& parser,
-              std::int64_t count, bool& isRead) {
-  TurnT turn = {};
+Turn RunTurn(const std::string& document, bool bareFirst, liMfStmParser& parser, std::int64_t count,
+             bool& isRead) {
+  Turn turn = {};
   for (const bool bare : {bareFirst, !bareFirst}) {
     test::MemoryStream stream(document);
     (bare ? turn.bare : turn.parse) = Seconds(
@@ -136,16 +137,16 @@ TurnT RunTurn(const std::string& document, bool bareFirst, liMfStmParser& parser
   return turn;
 }
 
-double Mean(const std::vector<TurnT>& turns, double TurnT::*time) {
+double Mean(const std::vector<Turn>& turns, double Turn::*time) {
   double sum = 0;
-  for (const TurnT& turn : turns)
+  for (const Turn& turn : turns)
     sum += turn.*time;
   return sum / static_cast<double>(turns.size());
 }
 
-double MedianRatio(const std::vector<TurnT>& turns) {
+double MedianRatio(const std::vector<Turn>& turns) {
   std::vector<double> ratios;
-  for (const TurnT& turn : turns)
+  for (const Turn& turn : turns)
     ratios.push_back(turn.parse / turn.bare);
   const auto middle = ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2);
   std::nth_element(ratios.begin(), middle, ratios.end());
@@ -153,22 +154,22 @@ double MedianRatio(const std::vector<TurnT>& turns) {
 }
 
 // The measured time is that of Parse.
-void ParseAgainstBareXml(benchmark::State& state, const KindT& kind) {
-  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+void ParseAgainstBareXml(benchmark::State& state, const Kind& kind) {
+  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
   const std::string document = Document(kind, state.range(0));
   bool isRead = true;
   bool bareFirst = true;
   for (int warm = 0; warm < 4; ++warm)
     RunTurn(document, bareFirst = !bareFirst, *parser, state.range(0), isRead);
-  std::vector<TurnT> turns;
+  std::vector<Turn> turns;
   for (auto _ : state) {
     turns.push_back(RunTurn(document, bareFirst = !bareFirst, *parser, state.range(0), isRead));
     state.SetIterationTime(turns.back().parse);
   }
   if (!isRead) state.SkipWithError("the document was not read");
   state.counters["bytes"] = static_cast<double>(document.size());
-  state.counters["bare_us"] = Mean(turns, &TurnT::bare) * 1e6;
-  state.counters["parse_us"] = Mean(turns, &TurnT::parse) * 1e6;
+  state.counters["bare_us"] = Mean(turns, &Turn::bare) * 1e6;
+  state.counters["parse_us"] = Mean(turns, &Turn::parse) * 1e6;
   state.counters["ratio"] = MedianRatio(turns);
 }
 

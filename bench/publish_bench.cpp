@@ -10,14 +10,15 @@
 #include <string>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/publisher.h"
 #include "tarnmf/stream_parser.h"
 
 #include "platform/runtime.h"
-#include "support/generated_manifest.h"
-#include "support/memory_stream.h"
 #include "support/owned.h"
-#include "support/quiet_managers.h"
+#include "tests/support/generated_manifest.h"
+#include "tests/support/memory_stream.h"
+#include "tests/support/quiet_managers.h"
 #include "xml/xml_input_source.h"
 
 namespace {
@@ -31,13 +32,13 @@ std::string Document(int count) {
 }
 
 void Read(const std::string& document, MfLdpDataT& data) {
-  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
   MemoryStream stream(document);
   if (parser->Parse(&data, &stream) != kBtkOk) std::abort();
 }
 
 BtkErrorT AddAndPublish(const MfLdpDataT& data) {
-  DisposePtrT<liMfPublisher> publisher;
+  DisposePtr<liMfPublisher> publisher;
   if (BtkErrorT e = liMfPublisher::CreateNew(Out(publisher), kIntfAgentView)) return e;
   if (BtkErrorT e =
           publisher->Add(data.classes.items, data.classes.count, data.modules.items,
@@ -47,9 +48,9 @@ BtkErrorT AddAndPublish(const MfLdpDataT& data) {
   return publisher->Publish(true);
 }
 
-enum OrderT { kSorted, kShuffled };
+enum InsertionOrder { kSorted, kShuffled };
 
-void Arrange(MfLdpDataT& data, OrderT order) {
+void Arrange(MfLdpDataT& data, InsertionOrder order) {
   if (order == kShuffled) {
     std::mt19937 random(1);
     std::shuffle(data.modules.begin(), data.modules.end(), random);
@@ -62,7 +63,7 @@ void Arrange(MfLdpDataT& data, OrderT order) {
             });
 }
 
-void AddAndPublishRecords(benchmark::State& state, OrderT order) {
+void AddAndPublishRecords(benchmark::State& state, InsertionOrder order) {
   const test::QuietManagers managers;
   const auto count = static_cast<int>(state.range(0));
   const std::string document = Document(count);

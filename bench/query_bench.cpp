@@ -1,14 +1,15 @@
 // The repository's queries on N entries, each next to a std::map with the same keys.
 #include <algorithm>
 #include <benchmark/benchmark.h>
+#include <cstdlib>
 #include <map>
 #include <random>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/unique_id.h"
 #include "repository/indexes.h"
-#include "repository/null_id.h"
 
 namespace {
 
@@ -28,8 +29,8 @@ UniIdT RandomId(std::mt19937_64& random) {
 }
 
 // N load points, classes and services; every key is asked for in random order.
-struct FilledT {
-  explicit FilledT(std::int32_t count)
+struct FilledRepository {
+  explicit FilledRepository(std::int32_t count)
       : classes(static_cast<std::size_t>(count)), repo(new liMfRepoBaseImpl) {
     std::mt19937_64 random(1);
     for (MfIntfClassT& cls : classes) {
@@ -47,7 +48,7 @@ struct FilledT {
       byId[ids[i]] = &classes[i];
       byPath[paths[i]] = &classes[i];
       UniIdT combined;
-      btkUniIdCombine(&combined, &ids[i], &ids[i]);
+      if (btkUniIdCombine(&combined, &ids[i], &ids[i]) != kBtkOk) std::abort();
       combinedIds.push_back(combined);
       byCombinedId[combined] = &classes[i];
     }
@@ -57,8 +58,8 @@ struct FilledT {
             MfIntfClassT& cls) {
     auto* const entry = new MfLdpEntryT(id);
     entry->data.loadpoint = btk_wcsdup(path.c_str());
-    if (!FileClassEntry(*repo, name.c_str(), &id, &kNullId, kMfPerLdp, &cls) ||
-        !FileServiceEntry(*repo, name.c_str(), &id, &kNullId, &id, kMfPerLdp, 1, &cls) ||
+    if (!FileClassEntry(*repo, name.c_str(), &id, &kBtkNullUniId, kMfPerLdp, &cls) ||
+        !FileServiceEntry(*repo, name.c_str(), &id, &kBtkNullUniId, &id, kMfPerLdp, 1, &cls) ||
         !ReserveLoadpoint(*repo))
       throw std::bad_alloc();
     FileLoadpoint(*repo, entry);
@@ -69,15 +70,15 @@ struct FilledT {
   std::vector<UniIdT> ids;
   std::vector<UniIdT> combinedIds;
   std::vector<std::u16string> paths;
-  RepositoryPtrT repo;
+  RepositoryPtr repo;
   std::map<std::string, const MfIntfClassT*, std::less<>> byName;
   std::map<UniIdT, const MfIntfClassT*, IdOrder> byId;
   std::map<UniIdT, const MfIntfClassT*, IdOrder> byCombinedId;
   std::map<std::u16string, const MfIntfClassT*> byPath;
 };
 
-const FilledT& Filled(std::int64_t count) {
-  static std::map<std::int64_t, FilledT> all;
+const FilledRepository& Filled(std::int64_t count) {
+  static std::map<std::int64_t, FilledRepository> all;
   return all.try_emplace(count, static_cast<std::int32_t>(count)).first->second;
 }
 
@@ -92,15 +93,15 @@ void Run(benchmark::State& state, const Keys& keys, Ask ask) {
 }
 
 void FindClassImpl(benchmark::State& state) {
-  const FilledT& filled = Filled(state.range(0));
+  const FilledRepository& filled = Filled(state.range(0));
   Run(state, filled.names, [&](const std::string& name) {
-    return filled.repo->FindClassImpl(&kNullId, name.c_str(), 0, 0);
+    return filled.repo->FindClassImpl(&kBtkNullUniId, name.c_str(), 0, 0);
   });
 }
 // Answers the same question for the same argument: the class with this name, if its oldest
 // supported version is within the limit.
 void MapOfNames(benchmark::State& state) {
-  const FilledT& filled = Filled(state.range(0));
+  const FilledRepository& filled = Filled(state.range(0));
   Run(state, filled.names, [&](const std::string& name) -> const MfIntfClassT* {
     const auto found = filled.byName.find(std::string_view(name.c_str()));
     if (found == filled.byName.end() || found->second->svcMinVersion > 0) return nullptr;
@@ -108,29 +109,30 @@ void MapOfNames(benchmark::State& state) {
   });
 }
 void FindServiceEntry(benchmark::State& state) {
-  const FilledT& filled = Filled(state.range(0));
+  const FilledRepository& filled = Filled(state.range(0));
   Run(state, filled.combinedIds,
       [&](const UniIdT& id) { return filled.repo->FindServiceEntry(&id); });
 }
 void MapOfCombinedIds(benchmark::State& state) {
-  const FilledT& filled = Filled(state.range(0));
+  const FilledRepository& filled = Filled(state.range(0));
   Run(state, filled.combinedIds, [&](const UniIdT& id) { return filled.byCombinedId.find(id); });
 }
 void FindLoadpoint(benchmark::State& state) {
-  const FilledT& filled = Filled(state.range(0));
+  const FilledRepository& filled = Filled(state.range(0));
   Run(state, filled.ids, [&](const UniIdT& id) { return filled.repo->FindLoadpoint(&id); });
 }
 void MapOfIds(benchmark::State& state) {
-  const FilledT& filled = Filled(state.range(0));
+  const FilledRepository& filled = Filled(state.range(0));
   Run(state, filled.ids, [&](const UniIdT& id) { return filled.byId.find(id); });
 }
 void FindService(benchmark::State& state) {
-  const FilledT& filled = Filled(state.range(0));
-  Run(state, filled.paths,
-      [&](const std::u16string& path) { return filled.repo->FindService(&kNullId, path.c_str()); });
+  const FilledRepository& filled = Filled(state.range(0));
+  Run(state, filled.paths, [&](const std::u16string& path) {
+    return filled.repo->FindService(&kBtkNullUniId, path.c_str());
+  });
 }
 void MapOfPaths(benchmark::State& state) {
-  const FilledT& filled = Filled(state.range(0));
+  const FilledRepository& filled = Filled(state.range(0));
   Run(state, filled.paths, [&](const std::u16string& path) { return filled.byPath.find(path); });
 }
 

@@ -1,6 +1,7 @@
 // What it costs to start a process with N manifest files, and to add the N-th installation. The
 // managers agree to everything and keep nothing, so that the library alone is measured.
 #include <benchmark/benchmark.h>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -8,12 +9,12 @@
 #include <xercesc/util/PlatformUtils.hpp>
 
 #include "platform/filesystem.h"
-#include "repository/null_id.h"
+#include "platform/unique_id.h"
 #include "repository/repo_base_impl.h"
 #include "repository/scan.h"
-#include "support/generated_manifest.h"
-#include "support/quiet_managers.h"
-#include "support/temp_directory.h"
+#include "tests/support/generated_manifest.h"
+#include "tests/support/quiet_managers.h"
+#include "tests/support/temp_directory.h"
 
 namespace {
 
@@ -28,8 +29,8 @@ void Check(benchmark::State& state, BtkErrorT code) {
 }
 
 // N manifest files of one process.
-struct ProcessFilesT {
-  explicit ProcessFilesT(std::int64_t count) {
+struct ProcessFiles {
+  explicit ProcessFiles(std::int64_t count) {
     for (int i = 0; i < count; ++i) {
       files.push_back(root.Write(std::to_string(i) + ".tmfx",
                                  test::GeneratedManifest(i, kModules, kClasses, kServices)));
@@ -44,7 +45,7 @@ struct ProcessFilesT {
 };
 
 void BareXmlOfProcessFiles(benchmark::State& state) {
-  const ProcessFilesT process(state.range(0));
+  const ProcessFiles process(state.range(0));
   xercesc::XMLPlatformUtils::Initialize();
   for (auto _ : state) {
     for (const std::string& file : process.files) {
@@ -58,9 +59,9 @@ void BareXmlOfProcessFiles(benchmark::State& state) {
 
 // Ends the repository outside the measured time, as a process never does.
 void StartOfProcess(benchmark::State& state) {
-  const ProcessFilesT process(state.range(0));
+  const ProcessFiles process(state.range(0));
   for (auto _ : state) {
-    RepositoryPtrT repo(new liMfRepoBaseImpl);
+    RepositoryPtr repo(new liMfRepoBaseImpl);
     Check(state, ScanLoadpoint(*repo, nullptr, process.list));
     state.PauseTiming();
     repo.reset();
@@ -78,15 +79,16 @@ class Installations {
     return btkFSPath((root_.Path() / name / "x").c_str()).WideText();
   }
   void Add(int count) {
-    for (int i = 0; i < count; ++i)
-      repo_->AddLoadpoint(NewDirectory().c_str());
+    for (int i = 0; i < count; ++i) {
+      if (repo_->AddLoadpoint(NewDirectory().c_str()) != kBtkOk) std::abort();
+    }
   }
   liMfRepoBaseImpl& Repo() { return *repo_; }
 
  private:
   test::TempDirectory root_;
   test::QuietManagers managers_;
-  RepositoryPtrT repo_{new liMfRepoBaseImpl};
+  RepositoryPtr repo_{new liMfRepoBaseImpl};
   int count_ = 0;
 };
 
@@ -110,7 +112,7 @@ void FindClassImplOfInstallations(benchmark::State& state) {
   std::size_t next = 0;
   for (auto _ : state) {
     const char* const name = names[next++ % names.size()].c_str();
-    benchmark::DoNotOptimize(installations.Repo().FindClassImpl(&kNullId, name, 0, 32767));
+    benchmark::DoNotOptimize(installations.Repo().FindClassImpl(&kBtkNullUniId, name, 0, 32767));
   }
 }
 

@@ -3,13 +3,14 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLException.hpp>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/stream_parser.h"
 
-#include "support/memory_stream.h"
 #include "support/owned.h"
+#include "tests/support/memory_stream.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-  static const tarnmf::DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  static const tarnmf::DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
   tarnmf::test::MemoryStream stream(std::string(reinterpret_cast<const char*>(bytes), size));
   MfLdpDataT data;
   BtkErrorT result = kBtkMalformed;

@@ -3,6 +3,8 @@
 #include <memory>
 #include <new>
 
+#include "tarnmf/dispose.h"
+
 #include "support/owned.h"
 #include "xml/xml_parser.h"
 #include "xml/xml_platform.h"
@@ -41,9 +43,9 @@ BtkErrorT liLdpMfXMLFileLoader::Load(MfLdpDataT* data, const btkWChar* loadpoint
 }
 
 BtkErrorT liLdpMfXMLFileLoader::LoadFile(MfLdpDataT& data, const btkFSEntry& file) {
-  const auto stream = RefPtrT<btkIStream>::Adopt(OpenStream(file.Path().WideText()));
+  const auto stream = RefPtr<btkIStream>::Adopt(OpenStream(file.Path().WideText()));
   if (!stream) return kBtkMissing;
-  const DisposePtrT<liMfStmParser> parser(CreateParser());
+  const DisposePtr<liMfStmParser> parser(CreateParser());
   if (!parser) return kBtkNoMemory;
   return parser->Parse(&data, stream.get());
 }

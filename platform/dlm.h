@@ -8,6 +8,7 @@
 #include "platform/env_command.h"
 #include "platform/errors.h"
 #include "platform/filesystem.h"
+#include "platform/runtime.h"
 #include "platform/types.h"
 #include "platform/unique_id.h"
 
@@ -48,6 +49,12 @@ static_assert(sizeof(btkModuleVersionT) == 20);
 
 // How ResolveModule is to read a module's path and name.
 enum btkResolveFlagT : std::uint32_t { kBtkForcePath = 0x1, kBtkExplicitName = 0x2 };
+
+// The type of modules that are shared libraries; no type and an empty one stand for it.
+inline constexpr char kBtkSharedLibType[] = "sharedLib";
+inline bool btkIsSharedLibType(const char* type) {
+  return type == nullptr || *type == '\0' || btk_strcasecmp(type, kBtkSharedLibType) == 0;
+}
 
 class BTK_API btkDlmManager {
  public:

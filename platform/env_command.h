@@ -2,6 +2,8 @@
 #ifndef PLATFORM_ENV_COMMAND_H
 #define PLATFORM_ENV_COMMAND_H
 
+#include <cstddef>
+
 #include "platform/types.h"
 
 enum EnvCmdFlagT : std::uint32_t {
@@ -10,6 +12,7 @@ enum EnvCmdFlagT : std::uint32_t {
   kEnvCmdCreate = 0x4,    // only where the variable does not exist
 };
 
+// Whoever destroys a command releases its texts, with btkStrFree, where it owns them.
 struct EnvCmdT {
   enum ActionT : std::int32_t { kSet = 1, kUnset = 2, kAppend = 3, kPrepend = 4 };
 
@@ -21,8 +24,7 @@ struct EnvCmdT {
   btkWChar* value;  // null for kUnset
 };
 static_assert(sizeof(EnvCmdT) == 24);
-
-// Releases the texts of the commands that own theirs; the array block stays the caller's.
-BTK_API void btkEnvCmdRelease(EnvCmdT* commands, std::int32_t count);
+static_assert(offsetof(EnvCmdT, action) == 0 && offsetof(EnvCmdT, flags) == 4 &&
+              offsetof(EnvCmdT, name) == 8 && offsetof(EnvCmdT, value) == 16);
 
 #endif  // PLATFORM_ENV_COMMAND_H

@@ -1,28 +1,28 @@
-// Memory and owned strings. Blocks and strings are released with the function named here, never
+// Memory and owned strings. There are three kinds of blocks: arrays, strings, and tables that live
+// as long as the process. Each is released with the function of its kind, never with another one or
 // with the C library's free. Safe to call from several threads.
+//
+// A resize of null allocates. It returns the new block, whose first bytes are those of the old one,
+// or null when out of memory; the old block then stays as it was. `bytes` must be greater than 0.
 #ifndef PLATFORM_MEMORY_H
 #define PLATFORM_MEMORY_H
 
 #include "platform/types.h"
 
-// Resizes `block` (null: allocates) to `bytes`, which must be greater than 0. Returns the new
-// block, whose first bytes are those of the old one, or null when memory cannot be had; the old
-// block then stays as it was.
+// Arrays.
 BTK_API void* btkReAlloc(void* block, std::size_t bytes);
+BTK_API void btkFree(void* block);  // null is accepted
 
-// Releases a block of btkReAlloc. Null is accepted.
-BTK_API void btkFree(void* block);
-
-// The same pair for tables that live as long as the process.
+// Tables that live as long as the process.
 BTK_API void* btkSysReAlloc(void* block, std::size_t bytes);
-BTK_API void btkSysFree(void* block);
+BTK_API void btkSysFree(void* block);  // null is accepted
 
-// Owned copies of a NUL-terminated string. Null when `text` is null or memory cannot be had.
-// Released with btkStrFree.
+// Strings, narrow or wide.
+BTK_API void* btkStrReAlloc(void* text, std::size_t bytes);
+BTK_API void btkStrFree(void* text);  // null is accepted
+
+// Owned copies of a NUL-terminated string. Null when `text` is null or when out of memory.
 BTK_API char* btk_strdup(const char* text);
 BTK_API btkWChar* btk_wcsdup(const btkWChar* text);
-
-// Releases an owned string, narrow or wide. Null is accepted.
-BTK_API void btkStrFree(void* text);
 
 #endif  // PLATFORM_MEMORY_H

@@ -11,6 +11,13 @@
 #include "platform/errors.h"
 #include "platform/types.h"
 
+// The letters A to Z in lower case; every other character as it is.
+template <class Char>
+constexpr Char btkAsciiToLower(Char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<Char>(character - 'A' + 'a')
+                                              : character;
+}
+
 BTK_API BtkErrorT btkStrUtf16ToUtf8(char* buffer, std::size_t size, std::size_t* length,
                                     const btkWChar* in, std::size_t inLength);
 BTK_API BtkErrorT btkStrUtf16ToUtf8Alloc(char** out, std::size_t* length, const btkWChar* in,

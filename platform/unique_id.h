@@ -1,4 +1,6 @@
-// The platform's 16-byte unique ids.
+// The platform's 16-byte unique ids. The platform also has a class btkUniId, a C++ wrapper of them
+// with constructors and operators; this library uses the record and the functions only, so the
+// class is not declared.
 #ifndef PLATFORM_UNIQUE_ID_H
 #define PLATFORM_UNIQUE_ID_H
 
@@ -11,9 +13,14 @@ struct UniIdT {
   std::uint8_t bytes[16];
 };
 
+// The null id stands for "none".
+inline constexpr UniIdT kBtkNullUniId{};
+
 // The text forms: 36 characters (8-4-4-4-12 digits) and 32 hexadecimal digits. Either letter case
 // is read; lower case is written.
 enum btkUniIdFormT : int { kBtkUniIdDashed = 0, kBtkUniIdPlain = 2 };
+inline constexpr std::size_t kBtkUniIdDashedLength = 36;
+inline constexpr std::size_t kBtkUniIdPlainLength = 32;
 
 // The kind of id that btkUniIdGen14 makes from random bits.
 inline constexpr int kBtkUniIdRandom = 4;
@@ -21,9 +28,12 @@ inline constexpr int kBtkUniIdRandom = 4;
 // Orders ids by their bytes: negative, 0, positive.
 BTK_API int btkUniIdCompare(const UniIdT* left, const UniIdT* right);
 BTK_API bool btkUniIdIsEqual(const UniIdT* left, const UniIdT* right);
+inline bool btkUniIdIsNull(const UniIdT& id) {
+  return btkUniIdIsEqual(&id, &kBtkNullUniId);
+}
 
 // Parses an id at the start of `text`. With `end` not null the id may be followed by more text and
-// `*end` receives the place behind it; otherwise the id must be the whole text. Codes: 0,
+// `*end` receives the place after it; otherwise the id must be the whole text. Codes: 0,
 // kBtkMalformed (`*out` stays as it was).
 BTK_API BtkErrorT btkUniIdParse(UniIdT* out, const char* text, std::size_t length, const char** end,
                                 int form);

@@ -8,32 +8,32 @@
 namespace tarnmf {
 
 // One kind of class side: what it makes of the module that it names.
-struct ClaimRuleT {
+struct ClaimRule {
   MfSideT side;
-  ModuleListMemberT excluded[4];  // where the module must not be; null: none further
-  ModuleListMemberT targets[2];   // where it is filed; null: none further
+  ModuleListMember excluded[4];  // where the module must not be; null: none further
+  ModuleListMember targets[2];   // where it is filed; null: none further
 };
 
-inline constexpr ClaimRuleT kAppClaim = {
+inline constexpr ClaimRule kAppClaim = {
     kMfClientSide,
     {&PublishIndexT::agentModules, &PublishIndexT::serviceClientModules,
      &PublishIndexT::serviceServerModules, &PublishIndexT::genericModules},
     {&PublishIndexT::appModules}};
-inline constexpr ClaimRuleT kAgentClaim = {
+inline constexpr ClaimRule kAgentClaim = {
     kMfAgentSide,
     {&PublishIndexT::appModules, &PublishIndexT::serviceClientModules,
      &PublishIndexT::serviceServerModules, &PublishIndexT::genericModules},
     {&PublishIndexT::agentModules}};
-inline constexpr ClaimRuleT kGenericClaim = {
+inline constexpr ClaimRule kGenericClaim = {
     kMfClientSide,
     {&PublishIndexT::appModules, &PublishIndexT::agentModules},
     {&PublishIndexT::genericModules}};
-inline constexpr ClaimRuleT kServiceClientClaim = {
+inline constexpr ClaimRule kServiceClientClaim = {
     kMfClientSide,
     {&PublishIndexT::appModules, &PublishIndexT::agentModules,
      &PublishIndexT::serviceServerModules},
     {&PublishIndexT::serviceClientModules, &PublishIndexT::genericModules}};
-inline constexpr ClaimRuleT kServiceServerClaim = {
+inline constexpr ClaimRule kServiceServerClaim = {
     kMfServiceSide,
     {&PublishIndexT::appModules, &PublishIndexT::agentModules,
      &PublishIndexT::serviceClientModules},
@@ -41,7 +41,7 @@ inline constexpr ClaimRuleT kServiceServerClaim = {
 
 // Claims the module with `id`, which a class names on the rule's side. False: an excluded list
 // holds it, it is neither of this batch nor filed yet, or memory could not be had.
-[[nodiscard]] bool ClaimModule(const char* id, const ClaimRuleT& rule, PublishIndexT& batch,
+[[nodiscard]] bool ClaimModule(const char* id, const ClaimRule& rule, PublishIndexT& batch,
                                const PublishIndexT& merged);
 
 }  // namespace tarnmf

@@ -1,26 +1,25 @@
 #include "publish/class_pass.h"
 
 #include "publish/claim_module.h"
-#include "publish/class_sides.h"
 
 namespace tarnmf {
 namespace {
 
 // ---- What classes of one affinity must have and what they claim --------------------------------
 
-struct AffinityRuleT {
-  MfSideT requiredSides[2];     // one of these
-  const ClaimRuleT* claims[3];  // in this order, for the sides that are there
+struct AffinityRule {
+  MfSideT requiredSides[2];    // one of these
+  const ClaimRule* claims[3];  // in this order, for the sides that are there
 };
 
-constexpr AffinityRuleT kAppRule = {{kMfClientSide, kMfClientSide}, {&kAppClaim}};
-constexpr AffinityRuleT kAgentRule = {{kMfAgentSide, kMfAgentSide}, {&kAgentClaim}};
-constexpr AffinityRuleT kGenericRule = {{kMfClientSide, kMfClientSide},
-                                        {&kAgentClaim, &kGenericClaim}};
-constexpr AffinityRuleT kServiceRule = {{kMfClientSide, kMfServiceSide},
-                                        {&kAgentClaim, &kServiceClientClaim, &kServiceServerClaim}};
+constexpr AffinityRule kAppRule = {{kMfClientSide, kMfClientSide}, {&kAppClaim}};
+constexpr AffinityRule kAgentRule = {{kMfAgentSide, kMfAgentSide}, {&kAgentClaim}};
+constexpr AffinityRule kGenericRule = {{kMfClientSide, kMfClientSide},
+                                       {&kAgentClaim, &kGenericClaim}};
+constexpr AffinityRule kServiceRule = {{kMfClientSide, kMfServiceSide},
+                                       {&kAgentClaim, &kServiceClientClaim, &kServiceServerClaim}};
 
-const AffinityRuleT& RuleOf(MfAffinityT affinity) {
+const AffinityRule& RuleOf(MfAffinityT affinity) {
   switch (affinity) {
     case kMfAppClass:
       return kAppRule;
@@ -34,12 +33,12 @@ const AffinityRuleT& RuleOf(MfAffinityT affinity) {
 }
 
 bool ClaimSides(const MfIntfClassT& record, PublishIndexT& batch, const PublishIndexT& merged) {
-  const AffinityRuleT& rule = RuleOf(record.affinity);
-  if (!HasSide(record, rule.requiredSides[0]) && !HasSide(record, rule.requiredSides[1])) {
+  const AffinityRule& rule = RuleOf(record.affinity);
+  if (!MfHasSide(record, rule.requiredSides[0]) && !MfHasSide(record, rule.requiredSides[1])) {
     return false;
   }
-  for (const ClaimRuleT* claim : rule.claims) {
-    if (claim == nullptr || !HasSide(record, claim->side)) continue;
+  for (const ClaimRule* claim : rule.claims) {
+    if (claim == nullptr || !MfHasSide(record, claim->side)) continue;
     if (!ClaimModule(record.sides[claim->side].moduleref, *claim, batch, merged)) return false;
   }
   return true;
@@ -50,11 +49,11 @@ bool ClaimSides(const MfIntfClassT& record, PublishIndexT& batch, const PublishI
 // One record brings the client side, the other one the service side; the agent side may come with
 // either of them.
 bool Completes(const MfIntfClassT& record, const MfIntfClassT& earlier) {
-  const bool hasClient = HasSide(earlier, kMfClientSide);
-  const bool hasService = HasSide(earlier, kMfServiceSide);
-  return hasClient != hasService && HasSide(record, kMfClientSide) == hasService &&
-         HasSide(record, kMfServiceSide) == hasClient &&
-         !(HasSide(earlier, kMfAgentSide) && HasSide(record, kMfAgentSide));
+  const bool hasClient = MfHasSide(earlier, kMfClientSide);
+  const bool hasService = MfHasSide(earlier, kMfServiceSide);
+  return hasClient != hasService && MfHasSide(record, kMfClientSide) == hasService &&
+         MfHasSide(record, kMfServiceSide) == hasClient &&
+         !(MfHasSide(earlier, kMfAgentSide) && MfHasSide(record, kMfAgentSide));
 }
 
 // The record has no side that `earlier` has.
@@ -67,16 +66,16 @@ void MoveSides(MfIntfClassT& record, MfIntfClassT& earlier) {
   }
 }
 
-MfIntfClassT* FindEarlier(const UniIdT& id, const BisectResultT& inBatch,
-                          const PublishIndexT& batch, const PublishIndexT& merged) {
+MfIntfClassT* FindEarlier(const UniIdT& id, const BisectResult& inBatch, const PublishIndexT& batch,
+                          const PublishIndexT& merged) {
   if (inBatch.found) return batch.classes[inBatch.place];
-  const BisectResultT at = FindClass(merged.classes, id);
+  const BisectResult at = FindClass(merged.classes, id);
   return at.found ? merged.classes[at.place] : nullptr;
 }
 
 bool AcceptClass(MfIntfClassT& record, PublishIndexT& batch, const PublishIndexT& merged) {
   const UniIdT& id = record.ids[kMfClientSide];
-  const BisectResultT at = FindClass(batch.classes, id);
+  const BisectResult at = FindClass(batch.classes, id);
   MfIntfClassT* const earlier = FindEarlier(id, at, batch, merged);
   if (earlier != nullptr && !Completes(record, *earlier)) return false;
   if (!ClaimSides(record, batch, merged)) return false;

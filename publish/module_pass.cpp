@@ -12,7 +12,7 @@ bool HasDistinctMachines(const MfModuleT& module) {
   GrowableArray<const char*, 2> machines;
   for (std::int32_t i = 1; i < module.impls.count; ++i) {
     const char* const type = module.impls[i]->machinetype;
-    const BisectResultT at =
+    const BisectResult at =
         Bisect(machines.Count(), [&](std::int32_t k) { return CompareTexts(machines[k], type); });
     if (at.found || !machines.Insert(at.place, type)) return false;
   }
@@ -30,7 +30,7 @@ bool RunModulePass(const MfListT<MfModuleT>& modules, PublishIndexT& batch,
                    const PublishIndexT& merged) {
   const char* const machine = btkGetVexMachine();
   for (MfModuleT* module : modules) {
-    const BisectResultT at = FindModule(batch.modules, module->id);
+    const BisectResult at = FindModule(batch.modules, module->id);
     if (at.found || FindModule(merged.modules, module->id).found) return false;
     if (module->impls.count <= 0 || !HasDistinctMachines(*module)) return false;
     module->selectedImpl = SelectImplementation(*module, machine);

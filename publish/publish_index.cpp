@@ -28,20 +28,20 @@ void MergeSorted(List& merged, List& batch) {
 }  // namespace
 
 void PublishIndexT::Forget() {
-  for (ModuleListMemberT list : kModuleLists)
+  for (ModuleListMember list : kModuleLists)
     (this->*list).Forget();
   classes.Forget();
 }
 
 bool PublishIndexT::ReserveFor(const PublishIndexT& batch) {
-  for (ModuleListMemberT list : kModuleLists) {
+  for (ModuleListMember list : kModuleLists) {
     if (!(this->*list).ReserveMore((batch.*list).Count())) return false;
   }
   return classes.ReserveMore(batch.classes.Count());
 }
 
 void PublishIndexT::Merge(PublishIndexT& batch) {
-  for (ModuleListMemberT list : kModuleLists)
+  for (ModuleListMember list : kModuleLists)
     MergeSorted(this->*list, batch.*list);
   MergeSorted(classes, batch.classes);
 }

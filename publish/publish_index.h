@@ -15,24 +15,24 @@
 
 namespace tarnmf {
 
-using SortedModulesT = GrowableArray<MfModuleT*, 4>;     // by id
-using SortedClassesT = GrowableArray<MfIntfClassT*, 8>;  // by class id
+using SortedModules = GrowableArray<MfModuleT*, 4>;     // by id
+using SortedClasses = GrowableArray<MfIntfClassT*, 8>;  // by class id
 
 // Records that are to be registered by the next Publish, in the order in which they were added.
-using NewModulesT = GrowableArray<MfModuleT*, 2>;
-using NewRunnablesT = GrowableArray<MfRunnableT*, 4>;
-using NewClassesT = GrowableArray<MfIntfClassT*, 8>;
+using NewModules = GrowableArray<MfModuleT*, 2>;
+using NewRunnables = GrowableArray<MfRunnableT*, 4>;
+using NewClasses = GrowableArray<MfIntfClassT*, 8>;
 
 // One list of all modules, one list per role in which class sides use them, and the classes. No
 // list holds two records with the same key. The records belong to the publisher's caller.
 struct PublishIndexT {
-  SortedModulesT modules;
-  SortedModulesT appModules;            // client sides of app classes
-  SortedModulesT agentModules;          // agent sides of any class
-  SortedModulesT serviceClientModules;  // client sides of service classes
-  SortedModulesT serviceServerModules;  // service sides of service classes
-  SortedModulesT genericModules;        // client sides of generic classes, both of service classes
-  SortedClassesT classes;               // every class that was not folded into another
+  SortedModules modules;
+  SortedModules appModules;            // client sides of app classes
+  SortedModules agentModules;          // agent sides of any class
+  SortedModules serviceClientModules;  // client sides of service classes
+  SortedModules serviceServerModules;  // service sides of service classes
+  SortedModules genericModules;        // client sides of generic classes, both of service classes
+  SortedClasses classes;               // every class that was not folded into another
 
   // Empties all lists and keeps their room.
   void Forget();
@@ -43,9 +43,9 @@ struct PublishIndexT {
   void Merge(PublishIndexT& batch);
 };
 
-using ModuleListMemberT = SortedModulesT PublishIndexT::*;
+using ModuleListMember = SortedModules PublishIndexT::*;
 
-inline constexpr ModuleListMemberT kModuleLists[] = {
+inline constexpr ModuleListMember kModuleLists[] = {
     &PublishIndexT::modules,
     &PublishIndexT::appModules,
     &PublishIndexT::agentModules,
@@ -68,11 +68,11 @@ inline int CompareKeys(const MfIntfClassT& left, const MfIntfClassT& right) {
   return btkUniIdCompare(&left.ids[kMfClientSide], &right.ids[kMfClientSide]);
 }
 
-inline BisectResultT FindModule(const SortedModulesT& modules, const char* id) {
+inline BisectResult FindModule(const SortedModules& modules, const char* id) {
   return Bisect(modules.Count(), [&](std::int32_t i) { return CompareTexts(modules[i]->id, id); });
 }
 
-inline BisectResultT FindClass(const SortedClassesT& classes, const UniIdT& id) {
+inline BisectResult FindClass(const SortedClasses& classes, const UniIdT& id) {
   return Bisect(classes.Count(), [&](std::int32_t i) {
     return btkUniIdCompare(&classes[i]->ids[kMfClientSide], &id);
   });

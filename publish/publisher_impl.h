@@ -19,11 +19,11 @@ class liMfPublisherImpl final : public liMfPublisher {
 
   // Open to this folder and its tests. The records in all of them are the caller's.
   const IntfDispositionT disposition;
-  NewModulesT newModules;      // not resolved yet
-  NewRunnablesT newRunnables;  // not registered yet
-  NewClassesT newClasses;      // not registered yet
-  PublishIndexT batch;         // of the Add call in progress; empty between calls
-  PublishIndexT merged;        // of everything accepted
+  NewModules newModules;      // not resolved yet
+  NewRunnables newRunnables;  // not registered yet
+  NewClasses newClasses;      // not registered yet
+  PublishIndexT batch;        // of the Add call in progress; empty between calls
+  PublishIndexT merged;       // of everything accepted
 
  private:
   BtkErrorT AddBatch(const MfListT<MfIntfClassT>& classes, const MfListT<MfModuleT>& modules,

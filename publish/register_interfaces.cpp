@@ -5,12 +5,11 @@
 #include <utility>
 
 #include "platform/memory.h"
-#include "publish/class_sides.h"
 
 namespace tarnmf {
 namespace {
 
-using EntriesT = GrowableArray<IntfRefEntryT, 8>;
+using Entries = GrowableArray<IntfRefEntryT, 8>;
 
 std::int32_t MultiplicityOrigin(const MfIntfSideT& side) {
   return (side.flags & kMfSideMultiplicityGiven) != 0 ? kIntfMultiplicityGiven
@@ -42,8 +41,8 @@ IntfRefEntryT ServiceEntry(const MfIntfClassT& record, const char* module) {
           .multiplicityOrigin = MultiplicityOrigin(declared)};
 }
 
-void AppendSide(const MfIntfClassT& record, MfSideT side, const SortedModulesT& modules,
-                EntriesT& entries) {
+void AppendSide(const MfIntfClassT& record, MfSideT side, const SortedModules& modules,
+                Entries& entries) {
   if (const char* const module = ResolveSidePath(record, side, modules)) {
     entries.AppendReserved(ClassEntry(record, side, module));
   }
@@ -61,45 +60,42 @@ BtkErrorT NameServiceLibrary(MfIntfSideT& side, const char* path) {
 // ---- Groups ------------------------------------------------------------------------------------
 
 // A group appends what one class yields, one entry at most, for which there is room.
-using GroupT = BtkErrorT (*)(MfIntfClassT& record, const SortedModulesT& modules,
-                             EntriesT& entries);
+using Group = BtkErrorT (*)(MfIntfClassT& record, const SortedModules& modules, Entries& entries);
 
-BtkErrorT AppendAgentSide(MfIntfClassT& record, const SortedModulesT& modules, EntriesT& entries) {
+BtkErrorT AppendAgentSide(MfIntfClassT& record, const SortedModules& modules, Entries& entries) {
   if (record.affinity != kMfAppClass) AppendSide(record, kMfAgentSide, modules, entries);
   return kBtkOk;
 }
 
 template <MfAffinityT Affinity>
-BtkErrorT AppendClientSide(MfIntfClassT& record, const SortedModulesT& modules, EntriesT& entries) {
+BtkErrorT AppendClientSide(MfIntfClassT& record, const SortedModules& modules, Entries& entries) {
   if (record.affinity == Affinity) AppendSide(record, kMfClientSide, modules, entries);
   return kBtkOk;
 }
 
 // In the agent view a class's agent side stands in for its client side.
 template <MfAffinityT Affinity>
-BtkErrorT AppendUnlessAgent(MfIntfClassT& record, const SortedModulesT& modules,
-                            EntriesT& entries) {
-  if (HasSide(record, kMfAgentSide)) return kBtkOk;
+BtkErrorT AppendUnlessAgent(MfIntfClassT& record, const SortedModules& modules, Entries& entries) {
+  if (MfHasSide(record, kMfAgentSide)) return kBtkOk;
   return AppendClientSide<Affinity>(record, modules, entries);
 }
 
-BtkErrorT AppendServiceSide(MfIntfClassT& record, const SortedModulesT& modules,
-                            EntriesT& entries) {
-  if (record.affinity != kMfServiceClass || !HasSide(record, kMfServiceSide)) return kBtkOk;
+BtkErrorT AppendServiceSide(MfIntfClassT& record, const SortedModules& modules, Entries& entries) {
+  if (record.affinity != kMfServiceClass || !MfHasSide(record, kMfServiceSide)) return kBtkOk;
   const char* path = ResolveSidePath(record, kMfServiceSide, modules);
   if (BtkErrorT e = NameServiceLibrary(record.sides[kMfServiceSide], path)) return e;
   entries.AppendReserved(ServiceEntry(record, path));
   return kBtkOk;
 }
 
-constexpr GroupT kAgentView[] = {AppendAgentSide, AppendUnlessAgent<kMfGenericClass>,
-                                 AppendUnlessAgent<kMfServiceClass>, AppendServiceSide};
-constexpr GroupT kClientView[] = {AppendClientSide<kMfAppClass>, AppendClientSide<kMfGenericClass>,
-                                  AppendClientSide<kMfServiceClass>};
+constexpr Group kAgentView[] = {AppendAgentSide, AppendUnlessAgent<kMfGenericClass>,
+                                AppendUnlessAgent<kMfServiceClass>, AppendServiceSide};
+constexpr Group kClientView[] = {AppendClientSide<kMfAppClass>, AppendClientSide<kMfGenericClass>,
+                                 AppendClientSide<kMfServiceClass>};
 
-BtkErrorT AppendGroups(std::span<const GroupT> groups, const NewClassesT& classes,
-                       const SortedModulesT& modules, EntriesT& entries) {
-  for (GroupT append : groups) {
+BtkErrorT AppendGroups(std::span<const Group> groups, const NewClasses& classes,
+                       const SortedModules& modules, Entries& entries) {
+  for (Group append : groups) {
     if (!entries.ReserveMore(classes.Count())) return kBtkNoMemory;
     for (MfIntfClassT* record : classes) {
       if (BtkErrorT e = append(*record, modules, entries)) return e;
@@ -111,20 +107,20 @@ BtkErrorT AppendGroups(std::span<const GroupT> groups, const NewClassesT& classe
 }  // namespace
 
 const char* ResolveSidePath(const MfIntfClassT& record, MfSideT side,
-                            const SortedModulesT& modules) {
+                            const SortedModules& modules) {
   const char* const id = record.sides[side].moduleref;
   if (id == nullptr) return nullptr;
-  const BisectResultT at = FindModule(modules, id);
+  const BisectResult at = FindModule(modules, id);
   if (!at.found) return id;
   const MfModuleImplT* const selected = modules[at.place]->selectedImpl;
   return selected->resolvedPath != nullptr ? selected->resolvedPath : id;
 }
 
-BtkErrorT RegisterInterfaces(const NewClassesT& classes, const SortedModulesT& modules,
+BtkErrorT RegisterInterfaces(const NewClasses& classes, const SortedModules& modules,
                              IntfDispositionT disposition) {
-  const std::span<const GroupT> groups =
-      disposition == kIntfAgentView ? std::span<const GroupT>(kAgentView) : kClientView;
-  EntriesT entries;
+  const std::span<const Group> groups =
+      disposition == kIntfAgentView ? std::span<const Group>(kAgentView) : kClientView;
+  Entries entries;
   if (BtkErrorT e = AppendGroups(groups, classes, modules, entries)) return e;
   return btkIntfPublishRefList(entries.begin(), static_cast<std::uint64_t>(entries.Count()), true);
 }

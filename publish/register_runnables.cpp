@@ -5,6 +5,7 @@
 #include "platform/dlm.h"
 #include "platform/runtime.h"
 #include "platform/service.h"
+#include "support/ignore_refusal.h"
 
 namespace tarnmf {
 namespace {
@@ -12,15 +13,15 @@ namespace {
 constexpr char kDebugVariable[] = "TARN_SERVICE_MI_DEBUG";
 
 // The models that services are defined with; services of any other kind have none.
-constexpr UniIdT kGenericServiceModelId = {{0xba, 0xab, 0xdc, 0xd0, 0x76, 0x1a, 0x4c, 0x0e, 0x89,
-                                            0x7a, 0xa1, 0x78, 0xdf, 0x84, 0x8a, 0xb9}};
-constexpr UniIdT kContainerServiceModelId = {{0x00, 0x1d, 0xa2, 0x85, 0x00, 0x0f, 0x4a, 0xba, 0x8c,
-                                              0x7d, 0xb7, 0xd2, 0x48, 0xe7, 0x77, 0x55}};
+constexpr UniIdT genericServiceModelId = {{0xba, 0xab, 0xdc, 0xd0, 0x76, 0x1a, 0x4c, 0x0e, 0x89,
+                                           0x7a, 0xa1, 0x78, 0xdf, 0x84, 0x8a, 0xb9}};
+constexpr UniIdT containerServiceModelId = {{0x00, 0x1d, 0xa2, 0x85, 0x00, 0x0f, 0x4a, 0xba, 0x8c,
+                                             0x7d, 0xb7, 0xd2, 0x48, 0xe7, 0x77, 0x55}};
 constexpr UniIdT kNoServiceModelId = {};
 
 const UniIdT& ServiceModelId(MfManagedTypeT managedtype) {
-  if (managedtype == kMfGeneric) return kGenericServiceModelId;
-  if (managedtype == kMfContainer) return kContainerServiceModelId;
+  if (managedtype == kMfGeneric) return genericServiceModelId;
+  if (managedtype == kMfContainer) return containerServiceModelId;
   return kNoServiceModelId;
 }
 
@@ -33,16 +34,17 @@ std::optional<UniIdT> ReadDebugServiceId() {
 }
 
 // The id of a service as the text that it is registered under.
-struct ServiceIdTextT {
-  explicit ServiceIdTextT(const UniIdT& id) {
-    btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdPlain, 0);
+struct ServiceIdText {
+  explicit ServiceIdText(const UniIdT& id) {
+    // The text fits.
+    IgnoreRefusal(btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdPlain, 0));
   }
-  char text[33] = {};
+  char text[kBtkUniIdPlainLength + 1] = {};
 };
 
-class RunnableRegistrationT {
+class RunnableRegistration {
  public:
-  RunnableRegistrationT(btkDlmManager& dlm, const std::optional<UniIdT>& debugServiceId)
+  RunnableRegistration(btkDlmManager& dlm, const std::optional<UniIdT>& debugServiceId)
       : dlm_(dlm), debugServiceId_(debugServiceId) {}
 
   BtkErrorT Register(const MfRunnableT& runnable) {
@@ -77,9 +79,9 @@ class RunnableRegistrationT {
   BtkErrorT RegisterService(btkZString& result, const MfRunnableT& runnable,
                             const MfServiceRoleT& role) {
     if (!HasServiceManager()) return kBtkMissing;
-    const ServiceIdTextT id(role.id);
-    // Whether a service is offered is for the service manager to say, so this answer is not asked.
-    RegisterRole(result, runnable, role, id.text, role.launcher);
+    const ServiceIdText id(role.id);
+    // Whether a service is offered is for the service manager to say.
+    IgnoreRefusal(RegisterRole(result, runnable, role, id.text, role.launcher));
     const bool single = role.multiplicity == kMfSingleInstance;
     const bool debug =
         !single && debugServiceId_.has_value() && btkUniIdIsEqual(&role.id, &*debugServiceId_);
@@ -113,11 +115,11 @@ class RunnableRegistrationT {
 
 }  // namespace
 
-BtkErrorT RegisterRunnables(const NewRunnablesT& runnables) {
+BtkErrorT RegisterRunnables(const NewRunnables& runnables) {
   const std::optional<UniIdT> debugServiceId = ReadDebugServiceId();
   btkDlmManager* const dlm = btkDlmManager::Instance();
   if (dlm == nullptr) return kBtkNotReady;
-  RunnableRegistrationT registration(*dlm, debugServiceId);
+  RunnableRegistration registration(*dlm, debugServiceId);
   for (const MfRunnableT* runnable : runnables) {
     if (BtkErrorT e = registration.Register(*runnable)) return e;
   }

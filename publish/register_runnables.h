@@ -14,7 +14,7 @@ namespace tarnmf {
 // A service that the environment variable TARN_SERVICE_MI_DEBUG names by its 36-character id is
 // registered like a single-instance one and is not recovered, so that it can be started by hand
 // and watched. The variable is read at each call.
-BtkErrorT RegisterRunnables(const NewRunnablesT& runnables);
+BtkErrorT RegisterRunnables(const NewRunnables& runnables);
 
 }  // namespace tarnmf
 

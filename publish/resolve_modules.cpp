@@ -19,9 +19,9 @@ constexpr std::uint32_t kResolveFlags = kMfImplForcePath | kMfImplExplicitName;
 static_assert(kResolveFlags == (kBtkForcePath | kBtkExplicitName));
 
 // The questions about one module. The text of the last answer is shared by them.
-class ModuleResolverT {
+class ModuleResolver {
  public:
-  ModuleResolverT(btkDlmManager& dlm, MfModuleT& module) : dlm_(dlm), module_(module) {}
+  ModuleResolver(btkDlmManager& dlm, MfModuleT& module) : dlm_(dlm), module_(module) {}
 
   // Tells the manager of a module that belongs to no load point; it has no file to keep.
   void Announce() { Ask(*module_.selectedImpl, nullptr); }
@@ -69,13 +69,13 @@ class ModuleResolverT {
 
 }  // namespace
 
-BtkErrorT ResolveModules(const NewModulesT& modules) {
+BtkErrorT ResolveModules(const NewModules& modules) {
   btkDlmManager* const dlm = btkDlmManager::Instance();
   if (dlm == nullptr) return kBtkNotReady;
   const char* const alternate = btkGetVexMachine3264("");
   const bool hasAlternate = std::strcmp(btkGetVexMachine(), alternate) != 0;
   for (MfModuleT* module : modules) {
-    ModuleResolverT resolver(*dlm, *module);
+    ModuleResolver resolver(*dlm, *module);
     if (module->loadpoint == nullptr && module->selectedImpl->machinetype == nullptr) {
       resolver.Announce();
       continue;

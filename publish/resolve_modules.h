@@ -11,7 +11,7 @@ namespace tarnmf {
 // its path in the implementation; where there is no such file, of the module's first one, which is
 // then selected. Executables are resolved for the platform's other machine type, too, where their
 // load point offers programs for it. A module that cannot be resolved is no failure. Codes: 0; 33.
-BtkErrorT ResolveModules(const NewModulesT& modules);
+BtkErrorT ResolveModules(const NewModules& modules);
 
 }  // namespace tarnmf
 

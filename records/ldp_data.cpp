@@ -2,14 +2,17 @@
 
 #include "records/release.h"
 
-using tarnmf::TakenListT;
+using tarnmf::ReleaseRecords;
+using tarnmf::Take;
 
 MfLdpDataT::MfLdpDataT() = default;
 MfLdpDataT& MfLdpDataT::operator=(const MfLdpDataT& other) = default;
 MfLdpDataT::~MfLdpDataT() {
-  // Ends in the reverse order: the classes first, the runnables last.
-  TakenListT<MfRunnableT> takenRunnables(runnables);
-  TakenListT<MfModuleT> takenModules(modules);
-  TakenListT<MfIntfClassT> takenClasses(classes);
+  const MfListT<MfIntfClassT> takenClasses = Take(classes);
+  const MfListT<MfModuleT> takenModules = Take(modules);
+  const MfListT<MfRunnableT> takenRunnables = Take(runnables);
   tarnmf::ReleaseText(loadpoint);
+  ReleaseRecords(takenClasses);
+  ReleaseRecords(takenModules);
+  ReleaseRecords(takenRunnables);
 }

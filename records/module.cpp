@@ -2,8 +2,9 @@
 
 #include "records/release.h"
 
+using tarnmf::ReleaseRecords;
 using tarnmf::ReleaseText;
-using tarnmf::TakenListT;
+using tarnmf::Take;
 
 MfPreloadInfoT::MfPreloadInfoT() = default;
 MfPreloadInfoT& MfPreloadInfoT::operator=(const MfPreloadInfoT& other) = default;
@@ -14,18 +15,20 @@ MfPreloadInfoT::~MfPreloadInfoT() {
 MfModuleImplT::MfModuleImplT() = default;
 MfModuleImplT& MfModuleImplT::operator=(const MfModuleImplT& other) = default;
 MfModuleImplT::~MfModuleImplT() {
-  TakenListT<MfPreloadInfoT> takenPreloads(preloads);
+  const MfListT<MfPreloadInfoT> takenPreloads = Take(preloads);
   ReleaseText(machinetype);
   ReleaseText(name, flags, kMfImplOwnsName);
   ReleaseText(path, flags, kMfImplOwnsPath);
   ReleaseText(resolvedPath);
+  ReleaseRecords(takenPreloads);
 }
 
 MfModuleT::MfModuleT() = default;
 MfModuleT& MfModuleT::operator=(const MfModuleT& other) = default;
 MfModuleT::~MfModuleT() {
-  TakenListT<MfModuleImplT> takenImpls(impls);
+  const MfListT<MfModuleImplT> takenImpls = Take(impls);
   ReleaseText(id);
   ReleaseText(type);
   ReleaseText(loadpoint, flags, kMfModuleOwnsLoadpoint);
+  ReleaseRecords(takenImpls);
 }

@@ -7,6 +7,7 @@
 
 #include "tarnmf/list.h"
 
+#include "platform/env_command.h"
 #include "platform/memory.h"
 
 namespace tarnmf {
@@ -23,28 +24,30 @@ void ReleaseText(Char*& text, std::uint32_t flags, std::uint32_t ownedBit) {
   if ((flags & ownedBit) != 0) btkStrFree(taken);
 }
 
-// A list taken out of its record: the record no longer shows it while its elements end, the last
-// one first, and then the array.
-template <class Record>
-class TakenListT {
- public:
-  explicit TakenListT(MfListT<Record>& list) : list_(std::exchange(list, {})) {}
-  TakenListT(const TakenListT&) = delete;
-  TakenListT& operator=(const TakenListT&) = delete;
-  ~TakenListT() {
-    while (list_.count > 0)
-      delete list_.items[--list_.count];
-    btkFree(list_.items);
-  }
+// The texts of a command that owns them.
+inline void ReleaseCommand(EnvCmdT& command) {
+  ReleaseText(command.name, command.flags, kEnvCmdOwnsText);
+  ReleaseText(command.value, command.flags, kEnvCmdOwnsText);
+  command.flags &= ~static_cast<std::uint32_t>(kEnvCmdOwnsText);
+}
 
- private:
-  MfListT<Record> list_;
-};
+// A list of records: they end, the last one first, and then the array. To be called with a list
+// that has been taken out of its record, which no longer shows it.
+template <class Record>
+void ReleaseRecords(MfListT<Record> list) {
+  while (list.count > 0)
+    delete list.items[--list.count];
+  btkFree(list.items);
+}
+template <class Record>
+MfListT<Record> Take(MfListT<Record>& list) {
+  return std::exchange(list, {});
+}
 
 // The same for an array of strings.
 template <class Char>
 void ReleaseStrings(MfListT<Char>& list) {
-  MfListT<Char> taken = std::exchange(list, {});
+  MfListT<Char> taken = Take(list);
   while (taken.count > 0)
     btkStrFree(taken.items[--taken.count]);
   btkFree(taken.items);

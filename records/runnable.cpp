@@ -2,17 +2,19 @@
 
 #include "records/release.h"
 
+using tarnmf::ReleaseCommand;
+using tarnmf::ReleaseRecords;
 using tarnmf::ReleaseStrings;
 using tarnmf::ReleaseText;
-using tarnmf::TakenListT;
+using tarnmf::Take;
 
 MfRunRoleBaseT::MfRunRoleBaseT() = default;
 MfRunRoleBaseT& MfRunRoleBaseT::operator=(const MfRunRoleBaseT& other) = default;
 MfRunRoleBaseT::~MfRunRoleBaseT() {
   ReleaseText(launcher);
-  btkEnvCmdRelease(env.items, env.count);
-  btkFree(env.items);
-  env = {};
+  for (EnvCmdT& command : env)
+    ReleaseCommand(command);
+  btkFree(std::exchange(env, {}).items);
   ReleaseStrings(args);
 }
 
@@ -40,9 +42,11 @@ MfRunnableT::MfRunnableT() = default;
 MfRunnableT& MfRunnableT::operator=(const MfRunnableT& other) = default;
 MfRunnableT::~MfRunnableT() {
   ReleaseText(moduleref);
-  // Ends in the reverse order: the services first, the launchers last.
-  TakenListT<MfLauncherRoleT> takenLaunchers(launchers);
-  TakenListT<MfAppRoleT> takenApps(apps);
-  TakenListT<MfServiceRoleT> takenServices(services);
+  const MfListT<MfLauncherRoleT> takenLaunchers = Take(launchers);
+  const MfListT<MfAppRoleT> takenApps = Take(apps);
+  const MfListT<MfServiceRoleT> takenServices = Take(services);
   ReleaseText(loadpoint, flags, kMfRunnableOwnsLoadpoint);
+  ReleaseRecords(takenServices);
+  ReleaseRecords(takenApps);
+  ReleaseRecords(takenLaunchers);
 }

@@ -4,13 +4,13 @@
 
 #include "platform/memory.h"
 #include "platform/runtime.h"
-#include "repository/null_id.h"
+#include "platform/unique_id.h"
 #include "support/owned.h"
 
 namespace tarnmf {
 namespace {
 
-BisectResultT FindName(const liMfRepoBaseImpl& repo, const char* name) {
+BisectResult FindName(const liMfRepoBaseImpl& repo, const char* name) {
   return Bisect(repo.names.Count(), [&](std::int32_t i) {
     const char* const pooled = repo.names[i];
     return CmpCase_cStrings_Safe(&pooled, &name);
@@ -19,18 +19,18 @@ BisectResultT FindName(const liMfRepoBaseImpl& repo, const char* name) {
 
 // The repository's own copy of a name, or null.
 const char* Intern(liMfRepoBaseImpl& repo, const char* name) {
-  const BisectResultT at = FindName(repo, name);
+  const BisectResult at = FindName(repo, name);
   if (at.found) return repo.names[at.place];
-  Utf8TextT copy(btk_strdup(name));
+  Utf8Text copy(btk_strdup(name));
   if (!copy || !repo.names.Insert(at.place, copy.get())) return nullptr;
   return copy.release();
 }
 
 // The bucket of a name, made when there is none yet; null when memory could not be had.
-ResolveBucketT* BucketOf(liMfRepoBaseImpl& repo, BucketIndexT& index, const char* name) {
+ResolveBucketT* BucketOf(liMfRepoBaseImpl& repo, BucketIndex& index, const char* name) {
   const char* const pooled = Intern(repo, name);
   if (pooled == nullptr) return nullptr;
-  const BisectResultT at = FindBucket(index, pooled);
+  const BisectResult at = FindBucket(index, pooled);
   if (at.found) return &index[at.place];
   if (!index.ReserveMore(1)) return nullptr;
   ResolveBucketT& bucket = index.EmplaceReserved(at.place);
@@ -47,7 +47,7 @@ void InsertByVersion(ResolveBucketT& bucket, MfSvcResolveT* entry) {
 
 // In an index of unique keys: takes the place of the element with the same key.
 template <class Index, class Element>
-void InsertOrReplace(Index& index, BisectResultT at, Element* element) {
+void InsertOrReplace(Index& index, BisectResult at, Element* element) {
   if (at.found) {
     index[at.place] = element;
   } else {
@@ -57,23 +57,23 @@ void InsertOrReplace(Index& index, BisectResultT at, Element* element) {
 
 }  // namespace
 
-BisectResultT FindBucket(const BucketIndexT& index, const char* name) {
+BisectResult FindBucket(const BucketIndex& index, const char* name) {
   return Bisect(index.Count(),
                 [&](std::int32_t i) { return CmpCase_cStrings_Safe(&index[i].key, &name); });
 }
 
-BisectResultT FindByPath(const LoadpointIndexT& index, const btkWChar* path) {
+BisectResult FindByPath(const LoadpointIndex& index, const btkWChar* path) {
   return Bisect(index.Count(), [&](std::int32_t i) {
     const btkWChar* const filed = index[i]->data.loadpoint;
     return Cmp_cWPaths_Safe(&filed, &path);
   });
 }
 
-BisectResultT FindById(const LoadpointIndexT& index, const UniIdT& id) {
+BisectResult FindById(const LoadpointIndex& index, const UniIdT& id) {
   return Bisect(index.Count(), [&](std::int32_t i) { return btkUniIdCompare(&index[i]->id, &id); });
 }
 
-BisectResultT FindByCombinedId(const ServiceEntryIndexT& index, const UniIdT& id) {
+BisectResult FindByCombinedId(const ServiceEntryIndex& index, const UniIdT& id) {
   return Bisect(index.Count(), [&](std::int32_t i) {
     return btkUniIdCompare(&index[i]->ids[kMfCombinedId], &id);
   });
@@ -93,12 +93,13 @@ bool FileClassEntry(liMfRepoBaseImpl& repo, const char* name, const UniIdT* ldpI
                     const UniIdT* scope, MfMultiplicityT multiplicity, MfIntfClassT* cls) {
   ResolveBucketT* const bucket = BucketOf(repo, repo.classIndex, name);
   if (bucket == nullptr || !bucket->byVersion.ReserveMore(1)) return false;
-  auto* const entry = new (std::nothrow) MfSvcResolveT{.kind = kMfClassEntry,
-                                                       .key = bucket->key,
-                                                       .ids = {kNullId, kNullId, *ldpId, *scope},
-                                                       .multiplicity = multiplicity,
-                                                       .versionKey = VersionKey(cls->svcVersion),
-                                                       .record = cls};
+  auto* const entry =
+      new (std::nothrow) MfSvcResolveT{.kind = kMfClassEntry,
+                                       .key = bucket->key,
+                                       .ids = {kBtkNullUniId, kBtkNullUniId, *ldpId, *scope},
+                                       .multiplicity = multiplicity,
+                                       .versionKey = VersionKey(cls->svcVersion),
+                                       .record = cls};
   if (entry == nullptr) return false;
   InsertByVersion(*bucket, entry);
   return true;

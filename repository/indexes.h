@@ -12,10 +12,10 @@
 namespace tarnmf {
 
 // Where a key stands in an index, or would be inserted.
-BisectResultT FindBucket(const BucketIndexT& index, const char* name);
-BisectResultT FindByPath(const LoadpointIndexT& index, const btkWChar* path);
-BisectResultT FindById(const LoadpointIndexT& index, const UniIdT& id);
-BisectResultT FindByCombinedId(const ServiceEntryIndexT& index, const UniIdT& id);
+BisectResult FindBucket(const BucketIndex& index, const char* name);
+BisectResult FindByPath(const LoadpointIndex& index, const btkWChar* path);
+BisectResult FindById(const LoadpointIndex& index, const UniIdT& id);
+BisectResult FindByCombinedId(const ServiceEntryIndex& index, const UniIdT& id);
 
 // Where the entries of a bucket begin whose versionKey is greater than `key`, which must be odd:
 // stored keys are even.

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "platform/service.h"
+#include "platform/unique_id.h"
 #include "repository/indexes.h"
-#include "repository/null_id.h"
 #include "support/bisect.h"
 #include "support/growable_array.h"
 
@@ -42,23 +42,23 @@ class ServiceQuestions {
 // The service roles of a load point by id, which are collected when a class first asks for its host.
 class HostTable {
  public:
-  enum class FoundT { kHost, kNone, kNoMemory };
+  enum class Found { kHost, kNone, kNoMemory };
 
   explicit HostTable(const MfLdpDataT& data) : data_(data) {}
 
   // Stores how many instances the hosting service has: what the first role with its id says.
-  FoundT Find(const UniIdT& id, MfMultiplicityT& multiplicity) {
-    if (!collected_ && !Collect()) return FoundT::kNoMemory;
+  Found Find(const UniIdT& id, MfMultiplicityT& multiplicity) {
+    if (!collected_ && !Collect()) return Found::kNoMemory;
     const std::int32_t first = Bisect(hosts_.Count(), [&](std::int32_t i) {
                                  return btkUniIdCompare(&hosts_[i].id, &id) < 0 ? -1 : 1;
                                }).place;
-    if (first == hosts_.Count() || !btkUniIdIsEqual(&hosts_[first].id, &id)) return FoundT::kNone;
+    if (first == hosts_.Count() || !btkUniIdIsEqual(&hosts_[first].id, &id)) return Found::kNone;
     multiplicity = hosts_[first].multiplicity;
-    return FoundT::kHost;
+    return Found::kHost;
   }
 
  private:
-  struct HostT {
+  struct Host {
     UniIdT id;
     MfMultiplicityT multiplicity;
     std::int32_t order;  // among all roles
@@ -73,7 +73,7 @@ class HostTable {
       for (const MfServiceRoleT* role : runnable->services)
         hosts_.AppendReserved({role->id, role->multiplicity, hosts_.Count()});
     }
-    std::sort(hosts_.begin(), hosts_.end(), [](const HostT& left, const HostT& right) {
+    std::sort(hosts_.begin(), hosts_.end(), [](const Host& left, const Host& right) {
       const int order = btkUniIdCompare(&left.id, &right.id);
       return order != 0 ? order < 0 : left.order < right.order;
     });
@@ -82,7 +82,7 @@ class HostTable {
   }
 
   const MfLdpDataT& data_;
-  GrowableArray<HostT, 32> hosts_;
+  GrowableArray<Host, 32> hosts_;
   bool collected_ = false;
 };
 
@@ -121,19 +121,19 @@ class IndexingPass {
 bool IndexingPass::FindHostId(MfIntfClassT& cls) const {
   if (cls.xsname != nullptr)
     return ask_.Resolve(cls.xsid, cls.xsname, RequestedVersion(cls.xsversion));
-  if (!IsNullId(cls.xsid)) return true;
-  return cls.sides[kMfServiceSide].moduleref != nullptr && ask_.Resolve(cls.xsid, kDefaultHost, 0);
+  if (!btkUniIdIsNull(cls.xsid)) return true;
+  return MfHasSide(cls, kMfServiceSide) && ask_.Resolve(cls.xsid, kDefaultHost, 0);
 }
 
 bool IndexingPass::IndexClass(MfIntfClassT& cls) {
   if (cls.commonname == nullptr || !FindHostId(cls)) return true;
   const UniIdT& serviceId = cls.ids[kMfServiceSide];
-  const bool offersService = !IsNullId(serviceId);
+  const bool offersService = !btkUniIdIsNull(serviceId);
   if (offersService && !ask_.Versions(cls.svcVersion, cls.svcMinVersion, cls.xsid)) return true;
 
   MfMultiplicityT multiplicity = kMfAlwaysNew;
-  const HostTable::FoundT host = hosts_.Find(cls.xsid, multiplicity);
-  if (host != HostTable::FoundT::kHost) return host == HostTable::FoundT::kNone;
+  const HostTable::Found host = hosts_.Find(cls.xsid, multiplicity);
+  if (host != HostTable::Found::kHost) return host == HostTable::Found::kNone;
   if (offersService) multiplicity = cls.sides[kMfServiceSide].multiplicity;
 
   if (!FileClassEntry(repo_, cls.commonname, &ldp_.id, &scope_, multiplicity, &cls)) return false;

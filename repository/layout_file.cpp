@@ -30,7 +30,7 @@ BtkErrorT Widen(const char* text, btkWChar** wide) {
   return btkStrMultibyteToWideAlloc(wide, nullptr, text, kBtkWholeText);
 }
 
-BtkErrorT Widen(const btkFSEntry& entry, WideTextT& wide) {
+BtkErrorT Widen(const btkFSEntry& entry, WideText& wide) {
   return Widen(entry.Path().NarrowText(), Out(wide));
 }
 
@@ -45,15 +45,15 @@ class LayoutReader {
   explicit LayoutReader(const btkFSEntry& file) : file_(file) {}
 
   BtkErrorT Read(btkIStream& stream);
-  BtkErrorT HandOver(LayoutFileT& layout);
+  BtkErrorT HandOver(LayoutFile& layout);
 
  private:
-  struct StatementT {
+  struct Statement {
     std::string_view key;
     std::string_view assignment;  // the operator that it must have
     BtkErrorT (LayoutReader::*readValue)();
   };
-  static const StatementT kStatements[];
+  static const Statement kStatements[];
 
   BtkErrorT ReadBlock(std::size_t size);
   BtkErrorT ReadStatement();
@@ -81,14 +81,14 @@ class LayoutReader {
   const char* cursor_ = block_;
   const char* end_ = block_;
 
-  QuotedListT list_;
+  QuotedList list_;
   GrowableArray<MfLayoutEntryT*, 2, DeletesElements> entries_;
-  WideTextT base_;
+  WideText base_;
   UniIdT scope_{};
   std::int32_t bits_ = 0;
 };
 
-const LayoutReader::StatementT LayoutReader::kStatements[] = {
+const LayoutReader::Statement LayoutReader::kStatements[] = {
     {"base", "=", &LayoutReader::ReadBase},      {"scope", "=", &LayoutReader::ReadScope},
     {"bits", "=", &LayoutReader::ReadBits},      {"version", "=", &LayoutReader::SkipVersion},
     {"layout", "+=", &LayoutReader::ReadLayout},
@@ -103,14 +103,14 @@ BtkErrorT LayoutReader::Read(btkIStream& stream) {
   }
 }
 
-BtkErrorT LayoutReader::HandOver(LayoutFileT& layout) {
+BtkErrorT LayoutReader::HandOver(LayoutFile& layout) {
   if (!base_) {
     if (BtkErrorT e = Widen(file_.GetHead().GetHead(), base_)) return e;
   }
   layout.base = std::move(base_);
   layout.scope = scope_;
   layout.bits = bits_;
-  layout.entries = entries_.HandOver();
+  entries_.HandOver(layout.entries);
   return kBtkOk;
 }
 
@@ -135,7 +135,7 @@ BtkErrorT LayoutReader::ReadStatement() {
   if (!TakeRun(IsOperator, kLongestOperator, assignment)) return kBtkMalformed;
   SkipBlanks();
   if (AtEnd()) return kBtkMalformed;
-  for (const StatementT& statement : kStatements) {
+  for (const Statement& statement : kStatements) {
     if (statement.key != key) continue;
     return statement.assignment == assignment ? (this->*statement.readValue)() : kBtkMalformed;
   }
@@ -225,11 +225,11 @@ BtkErrorT LayoutReader::KeepEntry(MfLayoutEntryT&& entry) {
 
 // A text without digits gives 0. The number has 32 bits, however wide `long` is.
 BtkErrorT LayoutReader::ReadNumber(std::int32_t& number) {
-  using LimitsT = std::numeric_limits<std::int32_t>;
+  using Limits = std::numeric_limits<std::int32_t>;
   char* stop = nullptr;
   errno = 0;
   const long value = std::strtol(cursor_, &stop, 10);
-  if (errno == ERANGE || value < LimitsT::min() || value > LimitsT::max()) return kBtkMalformed;
+  if (errno == ERANGE || value < Limits::min() || value > Limits::max()) return kBtkMalformed;
   cursor_ = stop;
   number = static_cast<std::int32_t>(value);
   return kBtkOk;
@@ -268,13 +268,13 @@ void FreeLayoutEntries(MfListT<MfLayoutEntryT>& entries) {
   btkFree(std::exchange(entries.items, nullptr));
 }
 
-BtkErrorT ReadLayoutStream(btkIStream& stream, const btkFSEntry& file, LayoutFileT& layout) {
+BtkErrorT ReadLayoutStream(btkIStream& stream, const btkFSEntry& file, LayoutFile& layout) {
   LayoutReader reader(file);
   if (BtkErrorT e = reader.Read(stream)) return e;
   return reader.HandOver(layout);
 }
 
-BtkErrorT ReadLayoutFile(const btkWChar* dir, LayoutFileT& layout) {
+BtkErrorT ReadLayoutFile(const btkWChar* dir, LayoutFile& layout) {
   btkFSEntry file(btkFSPath(dir).NarrowText());
   file /= ".installed";
   btkFileStream stream;

@@ -49,13 +49,13 @@ struct MfLayoutEntryT {
 void FreeLayoutEntries(MfListT<MfLayoutEntryT>& entries);
 
 // What a layout file says.
-struct LayoutFileT {
-  LayoutFileT() = default;
-  LayoutFileT(const LayoutFileT&) = delete;
-  LayoutFileT& operator=(const LayoutFileT&) = delete;
-  ~LayoutFileT() { FreeLayoutEntries(entries); }
+struct LayoutFile {
+  LayoutFile() = default;
+  LayoutFile(const LayoutFile&) = delete;
+  LayoutFile& operator=(const LayoutFile&) = delete;
+  ~LayoutFile() { FreeLayoutEntries(entries); }
 
-  WideTextT base;                   // by default the parent of the file's directory
+  WideText base;                    // by default the parent of the file's directory
   UniIdT scope{};                   // null id: none
   std::int32_t bits = 0;            // 0: not given
   MfListT<MfLayoutEntryT> entries;  // in file order
@@ -68,10 +68,10 @@ struct LayoutFileT {
 //   112  memory could not be had
 //   432  a syntax error, a number outside 32 bits, or a statement that does not end in its block
 //   others: an id that could not be parsed, a text that could not be converted
-BtkErrorT ReadLayoutFile(const btkWChar* dir, LayoutFileT& layout);
+BtkErrorT ReadLayoutFile(const btkWChar* dir, LayoutFile& layout);
 
 // The same for a layout file that is open already; `file` is its place.
-BtkErrorT ReadLayoutStream(btkIStream& stream, const btkFSEntry& file, LayoutFileT& layout);
+BtkErrorT ReadLayoutStream(btkIStream& stream, const btkFSEntry& file, LayoutFile& layout);
 
 }  // namespace tarnmf
 

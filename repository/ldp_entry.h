@@ -2,6 +2,7 @@
 #ifndef REPOSITORY_LDP_ENTRY_H
 #define REPOSITORY_LDP_ENTRY_H
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/ldp_data.h"
 #include "tarnmf/publisher.h"
 
@@ -15,7 +16,7 @@ struct MfLdpEntryT {
   // The publisher points into the data, so it goes first.
   ~MfLdpEntryT() { publisher.reset(); }
 
-  DisposePtrT<liMfPublisher> publisher;  // null until the record is filed
+  DisposePtr<liMfPublisher> publisher;  // null until the record is filed
   UniIdT id;
   MfLdpDataT data;  // with the path of the load point, and everything its manifests declare
 

@@ -10,7 +10,7 @@
 
 namespace tarnmf {
 
-struct OptionT {
+struct Option {
   UniIdT id;
   std::uint32_t value;
 };
@@ -20,7 +20,7 @@ class OptionTable {
  public:
   // Keeps the table as it was when memory cannot be had.
   void Set(const UniIdT& id, std::uint32_t value) {
-    const BisectResultT at = Search(id);
+    const BisectResult at = Search(id);
     if (at.found) {
       options_[at.place].value = value;
     } else if (options_.ReserveMore(1)) {
@@ -29,8 +29,8 @@ class OptionTable {
   }
 
   // Null when the option was never set. Valid until the next Set.
-  const OptionT* Find(const UniIdT& id) const {
-    const BisectResultT at = Search(id);
+  const Option* Find(const UniIdT& id) const {
+    const BisectResult at = Search(id);
     return at.found ? &options_[at.place] : nullptr;
   }
 
@@ -38,12 +38,12 @@ class OptionTable {
   std::int32_t Capacity() const { return options_.Capacity(); }
 
  private:
-  BisectResultT Search(const UniIdT& id) const {
+  BisectResult Search(const UniIdT& id) const {
     return Bisect(options_.Count(),
                   [&](std::int32_t i) { return btkUniIdCompare(&options_[i].id, &id); });
   }
 
-  GrowableArray<OptionT, 2, BorrowsElements, ProcessHeap> options_;
+  GrowableArray<Option, 2, BorrowsElements, ProcessHeap> options_;
 };
 
 }  // namespace tarnmf

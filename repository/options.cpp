@@ -15,7 +15,7 @@ void btkConfEnableOption(const UniIdT* id, std::uint32_t value) {
 }
 
 std::int32_t btkConfIsOptionKnown(const UniIdT* id, std::uint32_t* value) {
-  const tarnmf::OptionT* const option = g_options.Find(*id);
+  const tarnmf::Option* const option = g_options.Find(*id);
   if (option == nullptr) return 0;
   *value = option->value;
   return 1;

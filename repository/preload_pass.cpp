@@ -7,7 +7,8 @@
 #include "platform/filesystem.h"
 #include "platform/runtime.h"
 #include "platform/service.h"
-#include "repository/null_id.h"
+#include "platform/unique_id.h"
+#include "support/ignore_refusal.h"
 
 namespace tarnmf {
 namespace {
@@ -16,9 +17,9 @@ constexpr std::size_t kImagePathUnits = 261;
 constexpr std::size_t kExecutableNameUnits = 260;
 
 // The running process, as preload conditions see it.
-class ProcessT {
+class RunningProcess {
  public:
-  ProcessT(btkSvcSession* session, const btkWChar* imagePath)
+  RunningProcess(btkSvcSession* session, const btkWChar* imagePath)
       : session_(session), image_(btkFSEntry(imagePath).GetTail()) {}
 
   bool Meets(const MfPreloadInfoT& condition) const {
@@ -46,7 +47,7 @@ class ProcessT {
   bool IsNamed(const btkWChar* name) const { return name == nullptr || IsExecutable(name); }
 
   bool IsService(const UniIdT& id) const {
-    if (IsNullId(id)) return true;
+    if (btkUniIdIsNull(id)) return true;
     const UniIdT own = session_->GetServiceId();
     return btkUniIdIsEqual(&id, &own);
   }
@@ -55,14 +56,9 @@ class ProcessT {
   btkZString image_;  // the file name of the executable
 };
 
-bool IsSharedLibrary(const MfModuleT& module) {
-  return module.type == nullptr || *module.type == '\0' ||
-         btk_strcasecmp(module.type, "sharedLib") == 0;
-}
-
 bool IsOptionOn(const UniIdT& id) {
   std::uint32_t value = 0;
-  return IsNullId(id) || (btkConfIsOptionKnown(&id, &value) != 0 && value != 0);
+  return btkUniIdIsNull(id) || (btkConfIsOptionKnown(&id, &value) != 0 && value != 0);
 }
 
 }  // namespace
@@ -71,16 +67,17 @@ BtkErrorT PreloadModules(btkDlmManager& dlm, const MfLdpDataT& data) {
   btkSvcSession* const session = btkSvcSession::Current();
   btkWChar imagePath[kImagePathUnits] = {};
   if (BtkErrorT e = btkDlmGetCurProcessImagePathW(imagePath, kImagePathUnits)) return e;
-  const ProcessT process(session, imagePath);
+  const RunningProcess process(session, imagePath);
   const auto applies = [&process](const MfPreloadInfoT* condition) {
     return process.Meets(*condition) && IsOptionOn(condition->optionid);
   };
   for (const MfModuleT* module : data.modules) {
     const MfModuleImplT& impl = *module->selectedImpl;
-    if (impl.resolvedPath == nullptr || !IsSharedLibrary(*module)) continue;
+    if (impl.resolvedPath == nullptr || !btkIsSharedLibType(module->type)) continue;
     if (!std::any_of(impl.preloads.begin(), impl.preloads.end(), applies)) continue;
     void* handle = nullptr;
-    dlm.PreloadModule(&handle, impl.resolvedPath, 0, 0, nullptr, nullptr);
+    // A library that cannot be loaded ahead of use is loaded, or missed, when it is used.
+    IgnoreRefusal(dlm.PreloadModule(&handle, impl.resolvedPath, 0, 0, nullptr, nullptr));
   }
   return kBtkOk;
 }

@@ -1,6 +1,6 @@
 // The questions that the repository answers.
+#include "platform/unique_id.h"
 #include "repository/indexes.h"
-#include "repository/null_id.h"
 
 namespace tarnmf {
 namespace {
@@ -20,13 +20,13 @@ std::int32_t liMfRepoBaseImpl::GetLoadpointIds(UniIdT* ids, std::int32_t capacit
 }
 
 MfLdpDataT* liMfRepoBaseImpl::FindLoadpoint(const UniIdT* id) {
-  const BisectResultT at = FindById(loadpointsById, id != nullptr ? *id : kNullId);
+  const BisectResult at = FindById(loadpointsById, id != nullptr ? *id : kBtkNullUniId);
   return at.found ? &loadpointsById[at.place]->data : nullptr;
 }
 
 MfServiceRoleT* liMfRepoBaseImpl::FindService(const UniIdT* svcid, const btkWChar* loadpoint) {
   if (svcid == nullptr) return nullptr;
-  const BisectResultT at = FindByPath(loadpointsByPath, loadpoint);
+  const BisectResult at = FindByPath(loadpointsByPath, loadpoint);
   if (!at.found) return nullptr;
   for (const MfRunnableT* runnable : loadpointsByPath[at.place]->data.runnables) {
     for (MfServiceRoleT* role : runnable->services) {
@@ -38,25 +38,25 @@ MfServiceRoleT* liMfRepoBaseImpl::FindService(const UniIdT* svcid, const btkWCha
 
 MfSvcResolveT* liMfRepoBaseImpl::FindClassImpl(const UniIdT* scope, const char* name,
                                                std::int16_t reqVersion, std::int16_t limit) {
-  const BisectResultT at = FindBucket(classIndex, name);
+  const BisectResult at = FindBucket(classIndex, name);
   if (!at.found) return nullptr;
   const ResolveBucketT& bucket = classIndex[at.place];
   const auto threshold = static_cast<std::int16_t>(VersionKey(reqVersion < 0 ? 0 : reqVersion) - 1);
   const std::int32_t first = FirstAbove(bucket, threshold);
-  const UniIdT& wanted = scope != nullptr ? *scope : kNullId;
+  const UniIdT& wanted = scope != nullptr ? *scope : kBtkNullUniId;
   MfSvcResolveT* withoutScope = nullptr;
   for (std::int32_t i = bucket.byVersion.Count() - 1; i >= first; --i) {
     MfSvcResolveT* const entry = bucket.byVersion[i];
     if (entry->record->svcMinVersion > limit) continue;
     if (btkUniIdIsEqual(&entry->ids[kMfScopeId], &wanted)) return entry;
-    if (withoutScope == nullptr && IsNullId(entry->ids[kMfScopeId])) withoutScope = entry;
+    if (withoutScope == nullptr && btkUniIdIsNull(entry->ids[kMfScopeId])) withoutScope = entry;
   }
   return withoutScope;
 }
 
 MfSvcResolveT* liMfRepoBaseImpl::FindServiceEntry(const UniIdT* id) {
   if (id == nullptr) return nullptr;
-  const BisectResultT at = FindByCombinedId(serviceEntries, *id);
+  const BisectResult at = FindByCombinedId(serviceEntries, *id);
   return at.found ? serviceEntries[at.place] : nullptr;
 }
 

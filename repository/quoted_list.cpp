@@ -8,7 +8,7 @@ namespace tarnmf {
 namespace {
 
 // Appends a copy of the bytes from `begin` to `end`.
-bool AppendCopy(QuotedListT& list, const char* begin, const char* end) {
+bool AppendCopy(QuotedList& list, const char* begin, const char* end) {
   const auto length = static_cast<std::size_t>(end - begin);
   char* const copy = list.strings.ReserveMore(1) ? new (std::nothrow) char[length + 1] : nullptr;
   list.outOfMemory = copy == nullptr;
@@ -27,7 +27,7 @@ bool StepOverComma(const char** cursor, const char* end) {
 }
 
 // Reads the string whose opening quote the cursor stands on.
-bool ReadQuoted(const char** cursor, const char* end, QuotedListT& list) {
+bool ReadQuoted(const char** cursor, const char* end, QuotedList& list) {
   const char* const begin = *cursor + 1;
   const char* const close = std::find(begin, end, '"');
   *cursor = close;
@@ -39,7 +39,7 @@ bool ReadQuoted(const char** cursor, const char* end, QuotedListT& list) {
 }  // namespace
 
 bool ParseQuotedList(const char** cursor, const char* end, std::int32_t maxItems,
-                     QuotedListT& list) {
+                     QuotedList& list) {
   list.strings.ReleaseElements();
   list.outOfMemory = false;
   while (list.strings.Count() < maxItems) {

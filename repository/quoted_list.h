@@ -26,7 +26,7 @@ struct DeletesText {
 };
 
 // The strings of one list, NUL-terminated copies of the bytes between the quotes.
-struct QuotedListT {
+struct QuotedList {
   GrowableArray<char*, 2, DeletesText> strings;
   bool outOfMemory = false;  // the last scan ended because memory could not be had
 };
@@ -35,8 +35,7 @@ struct QuotedListT {
 // released; stops at the end of the text, in front of a "|" or behind the `maxItems`-th string.
 // Leaves `*cursor` where it stopped. False when something else stands there, which may be the "}"
 // that the caller expects. A quoted string has no escapes and may hold line ends.
-bool ParseQuotedList(const char** cursor, const char* end, std::int32_t maxItems,
-                     QuotedListT& list);
+bool ParseQuotedList(const char** cursor, const char* end, std::int32_t maxItems, QuotedList& list);
 
 }  // namespace tarnmf
 

@@ -20,9 +20,9 @@ struct ResolveBucketT {
 template <>
 inline constexpr bool kMovesAsBytes<ResolveBucketT> = true;
 
-using BucketIndexT = GrowableArray<ResolveBucketT, 32, DestroysElements>;
-using ServiceEntryIndexT = GrowableArray<MfSvcResolveT*, 8>;
-using LoadpointIndexT = GrowableArray<MfLdpEntryT*, 2>;
+using BucketIndex = GrowableArray<ResolveBucketT, 32, DestroysElements>;
+using ServiceEntryIndex = GrowableArray<MfSvcResolveT*, 8>;
+using LoadpointIndex = GrowableArray<MfLdpEntryT*, 2>;
 
 class liMfRepoBaseImpl final : public liMfRepository {
  public:
@@ -42,13 +42,13 @@ class liMfRepoBaseImpl final : public liMfRepository {
 
   // Declared so that what points at something ends before it: entries point at names, and the
   // service entries belong to serviceIndex.
-  BucketIndexT classIndex;    // by name
-  BucketIndexT serviceIndex;  // by name
+  BucketIndex classIndex;    // by name
+  BucketIndex serviceIndex;  // by name
   GrowableArray<char*, 8, FreesStrings>
-      names;                          // one copy of every name that entries are filed under
-  ServiceEntryIndexT serviceEntries;  // by combined id
-  LoadpointIndexT loadpointsByPath;
-  LoadpointIndexT loadpointsById;
+      names;                         // one copy of every name that entries are filed under
+  ServiceEntryIndex serviceEntries;  // by combined id
+  LoadpointIndex loadpointsByPath;
+  LoadpointIndex loadpointsById;
 
   MfLdpEntryT* lastFiled = nullptr;  // of all load points, linked by filedBefore
 };
@@ -59,7 +59,7 @@ void DiscardRepository(liMfRepoBaseImpl* repo);
 struct RepositoryDiscard {
   void operator()(liMfRepoBaseImpl* repo) const { DiscardRepository(repo); }
 };
-using RepositoryPtrT = std::unique_ptr<liMfRepoBaseImpl, RepositoryDiscard>;
+using RepositoryPtr = std::unique_ptr<liMfRepoBaseImpl, RepositoryDiscard>;
 
 // The process's repository; null while no Initialize has succeeded.
 extern liMfRepoBaseImpl* g_repository;

@@ -28,7 +28,7 @@ liMfRepository::~liMfRepository() = default;
 BtkErrorT liMfRepository::Initialize(const btkFSList& files, const btkWChar* /*dir*/) {
   using tarnmf::g_repository;
   if (g_repository != nullptr) return kBtkMissing;
-  tarnmf::RepositoryPtrT repo(new (std::nothrow) tarnmf::liMfRepoBaseImpl);
+  tarnmf::RepositoryPtr repo(new (std::nothrow) tarnmf::liMfRepoBaseImpl);
   if (!repo) return kBtkNoMemory;
   if (BtkErrorT e = tarnmf::ScanLoadpoint(*repo, nullptr, files)) return e;
   g_repository = repo.release();

@@ -6,7 +6,7 @@
 
 namespace tarnmf {
 
-struct BisectResultT {
+struct BisectResult {
   std::int32_t place;  // of the match, or where the sought element would be inserted
   bool found;
 };
@@ -14,7 +14,7 @@ struct BisectResultT {
 // Searches `count` elements. `compare(index)` returns how the element at `index` stands to what is
 // sought: negative when it sorts before, 0 when it matches, positive when it sorts behind.
 template <class Compare>
-BisectResultT Bisect(std::int32_t count, Compare compare) {
+BisectResult Bisect(std::int32_t count, Compare compare) {
   std::int32_t low = 0;
   std::int32_t high = count - 1;
   while (high >= low) {

@@ -2,14 +2,14 @@
 #ifndef SUPPORT_GROWABLE_ARRAY_H
 #define SUPPORT_GROWABLE_ARRAY_H
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 #include <new>
 #include <type_traits>
-
-#include "tarnmf/list.h"
+#include <utility>
 
 #include "platform/memory.h"
 
@@ -99,7 +99,8 @@ class GrowableArray {
     return true;
   }
 
-  // The ...Reserved operations use room that was made before and cannot fail.
+  // The ...Reserved operations cannot fail.
+  // REQUIRES: room was made before.
   void AppendReserved(const T& element) { items_[count_++] = element; }
 
   void InsertReserved(std::int32_t place, const T& element) { *OpenGap(place) = element; }
@@ -119,29 +120,30 @@ class GrowableArray {
   // Forgets the elements without releasing them and keeps the room.
   void Forget() { count_ = 0; }
 
-  // Takes over an exactly sized list, which is left empty. This array must be empty.
-  void Adopt(MfArrayT<T>& list) {
+  // Takes over an exactly sized list, a pointer `items` and a `count`, and leaves it empty.
+  // REQUIRES: this array is empty.
+  template <class List>
+  void Adopt(List& list) {
+    assert(items_ == nullptr && count_ == 0);
     items_ = list.count > 0 ? list.items : nullptr;
     count_ = list.count > 0 ? list.count : 0;
     capacity_ = 0;
     list = {};
   }
 
-  // Hands the elements over as an exactly sized list and is empty afterwards. The block keeps its
-  // size when it cannot be shrunk.
-  MfArrayT<T> HandOver() {
-    MfArrayT<T> list{items_, count_};
+  // Hands the elements over to such a list, exactly sized, and is empty afterwards. The block keeps
+  // its size when it cannot be shrunk. What the list showed before is not looked at.
+  template <class List>
+  void HandOver(List& list) {
     if (count_ == 0) {
-      Heap::Free(items_);
-      list.items = nullptr;
+      Clear();
     } else if (capacity_ > count_) {
       void* block = Heap::Resize(items_, static_cast<std::size_t>(count_) * sizeof(T));
-      if (block != nullptr) list.items = static_cast<T*>(block);
+      if (block != nullptr) items_ = static_cast<T*>(block);
     }
-    items_ = nullptr;
-    count_ = 0;
+    list.items = std::exchange(items_, nullptr);
+    list.count = std::exchange(count_, 0);
     capacity_ = 0;
-    return list;
   }
 
   // Releases the elements, the last one first, and keeps the room.
@@ -153,9 +155,8 @@ class GrowableArray {
   // Releases the elements and then the block.
   void Clear() {
     ReleaseElements();
-    Heap::Free(items_);
-    items_ = nullptr;
     capacity_ = 0;
+    if (items_ != nullptr) Heap::Free(std::exchange(items_, nullptr));
   }
 
  private:

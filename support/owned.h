@@ -14,8 +14,8 @@ namespace tarnmf {
 struct StringRelease {
   void operator()(void* text) const { btkStrFree(text); }
 };
-using Utf8TextT = std::unique_ptr<char, StringRelease>;
-using WideTextT = std::unique_ptr<btkWChar, StringRelease>;
+using Utf8Text = std::unique_ptr<char, StringRelease>;
+using WideText = std::unique_ptr<btkWChar, StringRelease>;
 
 // Hands the address of an owner's pointer to an operation that stores a new object through it.
 template <class Owner>
@@ -36,32 +36,22 @@ OutParameter<Owner> Out(Owner& owner) {
   return OutParameter<Owner>(owner);
 }
 
-struct InterfaceDispose {
-  template <class Interface>
-  void operator()(Interface* object) const {
-    object->Dispose();
-  }
-};
-// An object that ends with Dispose.
-template <class Interface>
-using DisposePtrT = std::unique_ptr<Interface, InterfaceDispose>;
-
 // One counted reference on an object.
 template <class Counted>
-class RefPtrT {
+class RefPtr {
  public:
-  RefPtrT() = default;
-  RefPtrT(const RefPtrT&) = delete;
-  RefPtrT& operator=(const RefPtrT&) = delete;
-  ~RefPtrT() {
+  RefPtr() = default;
+  RefPtr(const RefPtr&) = delete;
+  RefPtr& operator=(const RefPtr&) = delete;
+  ~RefPtr() {
     if (object_ != nullptr) object_->Release();
   }
 
   // Takes over a reference that the caller holds; takes a reference of its own.
-  static RefPtrT Adopt(Counted* object) { return RefPtrT(object); }
-  static RefPtrT Share(Counted* object) {
+  static RefPtr Adopt(Counted* object) { return RefPtr(object); }
+  static RefPtr Share(Counted* object) {
     if (object != nullptr) object->AddRef();
-    return RefPtrT(object);
+    return RefPtr(object);
   }
 
   Counted* get() const { return object_; }
@@ -69,7 +59,7 @@ class RefPtrT {
   explicit operator bool() const { return object_ != nullptr; }
 
  private:
-  explicit RefPtrT(Counted* object) : object_(object) {}
+  explicit RefPtr(Counted* object) : object_(object) {}
 
   Counted* object_ = nullptr;
 };

@@ -43,7 +43,7 @@ BtkErrorT ReadArgs(liMfReader::RunnableReader& reader, DOMNode& element) {
   // A null pointer ends the list; it is not counted.
   if (!argsReader.args.Append(nullptr)) return kBtkNoMemory;
   ReleaseStrings(reader.role->args);
-  reader.role->args = argsReader.args.HandOver();
+  argsReader.args.HandOver(reader.role->args);
   --reader.role->args.count;
   return kBtkOk;
 }

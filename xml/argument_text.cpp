@@ -6,7 +6,7 @@
 namespace tarnmf {
 namespace {
 
-struct PieceT {
+struct Piece {
   const btkWChar* begin;
   const btkWChar* end;
 };
@@ -16,7 +16,7 @@ bool IsBlank(btkWChar unit) {
 }
 
 // Takes the next piece off `cursor`; false at the end of the text. A quoted piece may be empty.
-bool NextPiece(const btkWChar*& cursor, PieceT& piece) {
+bool NextPiece(const btkWChar*& cursor, Piece& piece) {
   while (btk_iswspace(*cursor))
     ++cursor;
   if (*cursor == 0) return false;
@@ -36,9 +36,9 @@ bool NextPiece(const btkWChar*& cursor, PieceT& piece) {
   return true;
 }
 
-WideTextT CopyPiece(const PieceT& piece) {
+WideText CopyPiece(const Piece& piece) {
   const auto length = static_cast<std::size_t>(piece.end - piece.begin);
-  WideTextT copy(static_cast<btkWChar*>(btkReAlloc(nullptr, (length + 1) * sizeof(btkWChar))));
+  WideText copy(static_cast<btkWChar*>(btkReAlloc(nullptr, (length + 1) * sizeof(btkWChar))));
   if (!copy) return copy;
   for (std::size_t i = 0; i < length; ++i) {
     copy.get()[i] = btk_iswspace(piece.begin[i]) ? BTK_W(' ') : piece.begin[i];
@@ -47,7 +47,7 @@ WideTextT CopyPiece(const PieceT& piece) {
   return copy;
 }
 
-BtkErrorT AppendCopy(WideTextT copy, ArgListT& args) {
+BtkErrorT AppendCopy(WideText copy, ArgList& args) {
   if (!copy || !args.Append(copy.get())) return kBtkNoMemory;
   copy.release();
   return kBtkOk;
@@ -55,16 +55,16 @@ BtkErrorT AppendCopy(WideTextT copy, ArgListT& args) {
 
 }  // namespace
 
-BtkErrorT AppendWholeArgument(const btkWChar* text, ArgListT& args) {
+BtkErrorT AppendWholeArgument(const btkWChar* text, ArgList& args) {
   const btkWChar* unit = text;
   while (IsBlank(*unit))
     ++unit;
   if (*unit == 0) return kBtkOk;
-  return AppendCopy(WideTextT(btk_wcsdup(text)), args);
+  return AppendCopy(WideText(btk_wcsdup(text)), args);
 }
 
-BtkErrorT AppendArguments(const btkWChar* text, ArgListT& args) {
-  PieceT piece;
+BtkErrorT AppendArguments(const btkWChar* text, ArgList& args) {
+  Piece piece;
   while (NextPiece(text, piece)) {
     if (piece.begin == piece.end) continue;
     if (BtkErrorT e = AppendCopy(CopyPiece(piece), args)) return e;

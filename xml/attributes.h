@@ -49,7 +49,7 @@ struct FieldRecord<Value& (*)(Record&)> {
 template <auto Field, class Reader>
 auto& FieldOf(Reader& reader) {
   using Record = typename FieldRecord<decltype(Field)>::Type;
-  return std::invoke(Field, reader.Target(RecordT<Record>()));
+  return std::invoke(Field, reader.Target(RecordTag<Record>()));
 }
 
 // ---- Families
@@ -106,24 +106,24 @@ struct Decimal16 {
   }
 };
 
-enum class EmptyTextT { kAccepted, kRefused };
+enum class EmptyText { kAccepted, kRefused };
 
 // A copy of the text, which the field owns.
-template <class Text, BtkErrorT (*ReadText)(const XMLCh*, Text&), auto Field, EmptyTextT Empty>
+template <class Text, BtkErrorT (*ReadText)(const XMLCh*, Text&), auto Field, EmptyText Empty>
 struct OwnText {
   template <class Reader>
   static BtkErrorT Read(Reader& reader, const XMLCh* text) {
     Text value;
     if (BtkErrorT e = ReadText(text, value)) return e;
-    if (Empty == EmptyTextT::kRefused && *value == 0) return kBtkMalformed;
+    if (Empty == EmptyText::kRefused && *value == 0) return kBtkMalformed;
     FieldOf<Field>(reader) = value.release();
     return kBtkOk;
   }
 };
-template <auto Field, EmptyTextT Empty = EmptyTextT::kAccepted>
-using Utf8 = OwnText<Utf8TextT, ReadUtf8, Field, Empty>;
-template <auto Field, EmptyTextT Empty = EmptyTextT::kAccepted>
-using Wide = OwnText<WideTextT, ReadWide, Field, Empty>;
+template <auto Field, EmptyText Empty = EmptyText::kAccepted>
+using Utf8 = OwnText<Utf8Text, ReadUtf8, Field, Empty>;
+template <auto Field, EmptyText Empty = EmptyText::kAccepted>
+using Wide = OwnText<WideText, ReadWide, Field, Empty>;
 
 // A wide text that its record may also borrow: the bit says that it owns this one.
 template <class Text, auto Flags, std::uint32_t OwnedBit>

@@ -11,11 +11,11 @@ namespace {
 
 // A node's name as lower-case UTF-8. Names of ASCII characters, so all that a table can hold, are
 // folded without the platform's help and without memory.
-class FoldedNameT {
+class FoldedName {
  public:
   BtkErrorT Read(const XMLCh* name) {
     if (FoldAscii(name)) return kBtkOk;
-    Utf8TextT utf8;
+    Utf8Text utf8;
     if (BtkErrorT e = btkStrUtf16ToUtf8Alloc(Out(utf8), nullptr, name, kBtkWholeText)) return e;
     return btkStrUtf8ToLowerAlloc(Out(allocated_), nullptr, utf8.get(), kBtkWholeText);
   }
@@ -34,12 +34,12 @@ class FoldedNameT {
   }
 
   char folded_[32];
-  Utf8TextT allocated_;
+  Utf8Text allocated_;
 };
 
 // The XML library walks its whole map to count it, so that is done once.
-struct AttributeMapT {
-  explicit AttributeMapT(DOMNode& element)
+struct AttributeMap {
+  explicit AttributeMap(DOMNode& element)
       : map(element.getAttributes()), count(map != nullptr ? map->getLength() : 0) {}
 
   BtkErrorT Dispatch(void* reader, MfTagTableT table) const {
@@ -58,7 +58,7 @@ struct AttributeMapT {
 }  // namespace
 
 BtkErrorT DispatchNode(DOMNode& node, void* reader, MfTagTableT table) {
-  FoldedNameT name;
+  FoldedName name;
   if (BtkErrorT e = name.Read(node.getNodeName())) return e;
   for (const MfTagEntryT& entry : table) {
     if (std::strcmp(name.Text(), entry.name) == 0) return entry.handler(reader, &node);
@@ -85,12 +85,12 @@ BtkErrorT DispatchChildren(DOMNode& element, void* reader, MfTagTableT table) {
 }
 
 BtkErrorT DispatchAttributes(DOMNode& element, void* reader, MfTagTableT table) {
-  const AttributeMapT attributes(element);
+  const AttributeMap attributes(element);
   return attributes.count == 0 ? kBtkMissing : attributes.Dispatch(reader, table);
 }
 
 BtkErrorT DispatchOptionalAttributes(DOMNode& element, void* reader, MfTagTableT table) {
-  return AttributeMapT(element).Dispatch(reader, table);
+  return AttributeMap(element).Dispatch(reader, table);
 }
 
 BtkErrorT RefuseAttributes(DOMNode& element) {

@@ -12,9 +12,9 @@ using EnvReader = liMfReader::EnvReader;
 
 struct RestrictTo {
   static BtkErrorT Read(EnvReader& reader, const XMLCh* text) {
-    Utf8TextT word;
+    Utf8Text word;
     if (BtkErrorT e = ReadUtf8(text, word)) return e;
-    std::uint32_t& flags = reader.Target(RecordT<EnvCmdT>()).flags;
+    std::uint32_t& flags = reader.Target(RecordTag<EnvCmdT>()).flags;
     if (btk_strcasecmp(word.get(), "create") == 0) {
       flags |= kEnvCmdCreate;
     } else if (btk_strcasecmp(word.get(), "override") == 0) {
@@ -44,14 +44,14 @@ constexpr MfTagEntryT kUnsetAttributes[] = {
 
 // The command at the end of the reader's list: it is built there and released there, unless it
 // joins the list.
-class NewCommandT {
+class NewCommand {
  public:
-  NewCommandT(EnvReader& reader, EnvCmdT::ActionT action)
+  NewCommand(EnvReader& reader, EnvCmdT::ActionT action)
       : reader_(reader), command_(new (reader.env.end()) EnvCmdT(action)) {}
-  NewCommandT(const NewCommandT&) = delete;
-  NewCommandT& operator=(const NewCommandT&) = delete;
-  ~NewCommandT() {
-    if (!joined_) btkEnvCmdRelease(command_, 1);
+  NewCommand(const NewCommand&) = delete;
+  NewCommand& operator=(const NewCommand&) = delete;
+  ~NewCommand() {
+    if (!joined_) ReleaseCommand(*command_);
   }
 
   EnvCmdT* operator->() const { return command_; }
@@ -77,11 +77,11 @@ BtkErrorT ReadValueCommand(EnvReader& reader, DOMNode& element) {
   DOMNode* const child = element.getFirstChild();
   if (child == nullptr) return kBtkUnexpected;
   if (BtkErrorT e = ReserveCommand(reader)) return e;
-  NewCommandT command(reader, Action);
+  NewCommand command(reader, Action);
   if (BtkErrorT e = DispatchAttributes(element, &reader, kValueCommandAttributes)) return e;
 
   if (child->getNodeType() != DOMNode::TEXT_NODE) return kBtkUnexpected;
-  WideTextT value(btk_wcsdup(child->getNodeValue()));
+  WideText value(btk_wcsdup(child->getNodeValue()));
   if (!value) return kBtkNoMemory;
   if ((reader.flags & EnvReader::kSeenName) == 0) return kBtkMissing;
   command->value = value.release();
@@ -93,7 +93,7 @@ BtkErrorT ReadValueCommand(EnvReader& reader, DOMNode& element) {
 BtkErrorT ReadUnset(EnvReader& reader, DOMNode& element) {
   if (element.hasChildNodes()) return kBtkUnexpected;
   if (BtkErrorT e = ReserveCommand(reader)) return e;
-  NewCommandT command(reader, EnvCmdT::kUnset);
+  NewCommand command(reader, EnvCmdT::kUnset);
   if (BtkErrorT e = DispatchAttributes(element, &reader, kUnsetAttributes)) return e;
   command.Join();
   return kBtkOk;
@@ -112,9 +112,9 @@ BtkErrorT ReadEnv(liMfReader::RunnableReader& reader, DOMNode& element) {
   EnvReader envReader(reader.role);
   if (BtkErrorT e = DispatchOptionalAttributes(element, &envReader, kEnvAttributes)) return e;
   if (BtkErrorT e = DispatchChildren(element, &envReader, kEnvChildren)) return e;
-  EnvListT replaced;
+  EnvList replaced;
   replaced.Adopt(reader.role->env);
-  reader.role->env = envReader.env.HandOver();
+  envReader.env.HandOver(reader.role->env);
   return kBtkOk;
 }
 

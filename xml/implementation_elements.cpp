@@ -83,7 +83,7 @@ BtkErrorT ReadPlatformModule(ModuleReader& reader, DOMNode& element) {
   reader.inPlatformModule = false;
   if (childrenResult != kBtkOk) return childrenResult;
 
-  impl->preloads = reader.preloads[1].HandOver();
+  reader.preloads[1].HandOver(impl->preloads);
   Inherit(*impl, *reader.impls[0], seen);
   if (!reader.impls.Append(impl.get())) return kBtkNoMemory;
   impl.release();

@@ -16,7 +16,7 @@ constexpr char kDefaultType[] = "sharedLib";
 // The default type is never stored.
 struct ModuleType {
   static BtkErrorT Read(Reader& reader, const XMLCh* text) {
-    Utf8TextT type;
+    Utf8Text type;
     if (BtkErrorT e = ReadUtf8(text, type)) return e;
     if (*type == '\0') return kBtkMalformed;
     if (btk_strcasecmp(type.get(), kDefaultType) != 0) reader.module->type = type.release();
@@ -27,7 +27,7 @@ struct ModuleType {
 // An empty load point means that the module has none.
 struct ModuleLoadpoint {
   static BtkErrorT Read(Reader& reader, const XMLCh* text) {
-    WideTextT loadpoint;
+    WideText loadpoint;
     if (BtkErrorT e = ReadWide(text, loadpoint)) return e;
     if (*loadpoint == 0) return kBtkOk;
     reader.module->loadpoint = loadpoint.release();
@@ -55,7 +55,7 @@ struct ImplVersion {
 };
 
 using ImplName =
-    Owned<Wide<&MfModuleImplT::name, EmptyTextT::kRefused>, &MfModuleImplT::flags, kMfImplOwnsName>;
+    Owned<Wide<&MfModuleImplT::name, EmptyText::kRefused>, &MfModuleImplT::flags, kMfImplOwnsName>;
 using ImplPath = Owned<Wide<&MfModuleImplT::path>, &MfModuleImplT::flags, kMfImplOwnsPath>;
 using ImplExplicitName = Flag<&MfModuleImplT::flags, kMfImplExplicitName>;
 using ImplForcePath = Flag<&MfModuleImplT::flags, kMfImplForcePath>;
@@ -63,7 +63,7 @@ using ImplApiLevel = Decimal<&MfModuleImplT::apilevel>;
 
 constexpr MfTagEntryT kModuleRows[] = {
     {"type", Attribute<Reader, ModuleType, Reader::kSeenType>},
-    {"id", Attribute<Reader, Utf8<&MfModuleT::id, EmptyTextT::kRefused>, Reader::kSeenId>},
+    {"id", Attribute<Reader, Utf8<&MfModuleT::id, EmptyText::kRefused>, Reader::kSeenId>},
     {"name", Attribute<Reader, ImplName, Reader::kSeenName>},
     {"explicitname", Attribute<Reader, ImplExplicitName, Reader::kSeenExplicitName>},
     {"loadpoint", Attribute<Reader, ModuleLoadpoint, Reader::kSeenLoadpoint>},
@@ -78,7 +78,7 @@ constexpr MfTagEntryT kModuleRows[] = {
 };
 
 constexpr MfTagEntryT kPlatformModuleRows[] = {
-    {"machinetype", Attribute<Reader, Utf8<&MfModuleImplT::machinetype, EmptyTextT::kRefused>,
+    {"machinetype", Attribute<Reader, Utf8<&MfModuleImplT::machinetype, EmptyText::kRefused>,
                               Reader::kSeenMachineType>},
     {"name", Attribute<Reader, ImplName, Reader::kSeenName>},
     {"explicitname", Attribute<Reader, ImplExplicitName, Reader::kSeenExplicitName>},
@@ -91,8 +91,8 @@ constexpr MfTagEntryT kPlatformModuleRows[] = {
 
 constexpr MfTagEntryT kPreloadRows[] = {
     {"by", Attribute<Reader, Keyword<kPreloadBy, &MfPreloadInfoT::by>, Reader::kSeenBy>},
-    {"name", Attribute<Reader, Wide<&MfPreloadInfoT::name, EmptyTextT::kRefused>,
-                       Reader::kSeenPreloadName>},
+    {"name",
+     Attribute<Reader, Wide<&MfPreloadInfoT::name, EmptyText::kRefused>, Reader::kSeenPreloadName>},
     {"svcid", Attribute<Reader, UniqueId<&MfPreloadInfoT::svcid>, Reader::kSeenSvcId>},
     {"optionid", Attribute<Reader, UniqueId<&MfPreloadInfoT::optionid>, Reader::kSeenOptionId>},
 };

@@ -87,8 +87,8 @@ BtkErrorT ReadModule(ModuleReader& reader, DOMNode& element) {
   if (!reader.impls.Append(own.get())) return kBtkNoMemory;
   MfModuleImplT* const first = own.release();
   const BtkErrorT childrenResult = DispatchChildren(element, &reader, kModuleChildren);
-  first->preloads = reader.preloads[0].HandOver();
-  module->impls = reader.impls.HandOver();
+  reader.preloads[0].HandOver(first->preloads);
+  reader.impls.HandOver(module->impls);
   if (childrenResult != kBtkOk) return childrenResult;
 
   if (!reader.modules->Append(module.get())) return kBtkNoMemory;

@@ -6,36 +6,37 @@
 
 #include "tarnmf/ldp_data.h"
 
+#include "records/release.h"
 #include "support/growable_array.h"
 
 namespace tarnmf {
 
 struct ReleasesCommands {
-  static void Release(EnvCmdT& command) { btkEnvCmdRelease(&command, 1); }
+  static void Release(EnvCmdT& command) { ReleaseCommand(command); }
 };
 
 // The lists that a parse fills.
-using ClassListT = GrowableArray<MfIntfClassT*, 8, DeletesElements>;
-using ModuleListT = GrowableArray<MfModuleT*, 2, DeletesElements>;
-using RunnableListT = GrowableArray<MfRunnableT*, 4, DeletesElements>;
-using ImplListT = GrowableArray<MfModuleImplT*, 2, DeletesElements>;
-using PreloadListT = GrowableArray<MfPreloadInfoT*, 2, DeletesElements>;
-using EnvListT = GrowableArray<EnvCmdT, 4, ReleasesCommands>;
-using ArgListT = GrowableArray<btkWChar*, 4, FreesStrings>;
-using TypeListT = GrowableArray<char*, 4, FreesStrings>;
+using ClassList = GrowableArray<MfIntfClassT*, 8, DeletesElements>;
+using ModuleList = GrowableArray<MfModuleT*, 2, DeletesElements>;
+using RunnableList = GrowableArray<MfRunnableT*, 4, DeletesElements>;
+using ImplList = GrowableArray<MfModuleImplT*, 2, DeletesElements>;
+using PreloadList = GrowableArray<MfPreloadInfoT*, 2, DeletesElements>;
+using EnvList = GrowableArray<EnvCmdT, 4, ReleasesCommands>;
+using ArgList = GrowableArray<btkWChar*, 4, FreesStrings>;
+using TypeList = GrowableArray<char*, 4, FreesStrings>;
 
 // Names a record type where an overload is chosen by it.
 template <class Record>
-struct RecordT {};
+struct RecordTag {};
 
 // Flags of the document-level readers.
-enum DocumentFlagT : std::uint32_t {
+enum DocumentFlag : std::uint32_t {
   kReadOne = 0x1,   // an element of the reader's kind has been read
   kListSeen = 0x2,  // a list element of the reader's kind has been entered
 };
 
 // The root's reader; nested in it are the readers of everything below. Their Create... operations
-// return null when memory cannot be had. Each Target(RecordT<T>) is the T whose attributes are
+// return null when memory cannot be had. Each Target(RecordTag<T>) is the T whose attributes are
 // being read; it belongs to the element's handler or to a list.
 class liMfReader {
  public:
@@ -49,25 +50,25 @@ class liMfReader {
   class EnvReader;
   class ArgsReader;
 
-  liMfReader(ClassListT& classList, ModuleListT& moduleList, RunnableListT& runnableList)
+  liMfReader(ClassList& classList, ModuleList& moduleList, RunnableList& runnableList)
       : classes(&classList), modules(&moduleList), runnables(&runnableList) {}
   virtual ~liMfReader() = default;
 
-  virtual ModuleMfReader* CreateModuleMfReader(std::int32_t version, ModuleListT* modules);
-  virtual ClassMfReader* CreateClassMfReader(std::int32_t version, ClassListT* classes,
-                                             ModuleListT* modules);
-  virtual RunnableMfReader* CreateRunnableMfReader(std::int32_t version, RunnableListT* runnables,
-                                                   ModuleListT* modules);
-  virtual MfReader* CreateMfReader(std::int32_t version, ClassListT* classes,
-                                   RunnableListT* runnables, ModuleListT* modules);
+  virtual ModuleMfReader* CreateModuleMfReader(std::int32_t version, ModuleList* modules);
+  virtual ClassMfReader* CreateClassMfReader(std::int32_t version, ClassList* classes,
+                                             ModuleList* modules);
+  virtual RunnableMfReader* CreateRunnableMfReader(std::int32_t version, RunnableList* runnables,
+                                                   ModuleList* modules);
+  virtual MfReader* CreateMfReader(std::int32_t version, ClassList* classes,
+                                   RunnableList* runnables, ModuleList* modules);
 
-  liMfReader& Target(RecordT<liMfReader>) { return *this; }
+  liMfReader& Target(RecordTag<liMfReader>) { return *this; }
 
-  enum SeenT : std::uint32_t { kSeenDocumentVersion = 0x1 };
+  enum Seen : std::uint32_t { kSeenDocumentVersion = 0x1 };
 
-  ClassListT* classes;
-  ModuleListT* modules;
-  RunnableListT* runnables;
+  ClassList* classes;
+  ModuleList* modules;
+  RunnableList* runnables;
   std::int32_t version = 0;
   std::uint32_t flags = 0;
 };
@@ -75,66 +76,66 @@ class liMfReader {
 // Below the root of mixed documents: every child element gets a document-level reader of its own.
 class liMfReader::MfReader {
  public:
-  MfReader(std::int32_t documentVersion, ClassListT* classList, RunnableListT* runnableList,
-           ModuleListT* moduleList)
+  MfReader(std::int32_t documentVersion, ClassList* classList, RunnableList* runnableList,
+           ModuleList* moduleList)
       : version(documentVersion),
         classes(classList),
         modules(moduleList),
         runnables(runnableList) {}
   virtual ~MfReader() = default;
 
-  virtual ModuleMfReader* CreateModuleMfReader(std::int32_t version, ModuleListT* modules);
-  virtual ClassMfReader* CreateClassMfReader(std::int32_t version, ClassListT* classes,
-                                             ModuleListT* modules);
-  virtual RunnableMfReader* CreateRunnableMfReader(std::int32_t version, RunnableListT* runnables,
-                                                   ModuleListT* modules);
+  virtual ModuleMfReader* CreateModuleMfReader(std::int32_t version, ModuleList* modules);
+  virtual ClassMfReader* CreateClassMfReader(std::int32_t version, ClassList* classes,
+                                             ModuleList* modules);
+  virtual RunnableMfReader* CreateRunnableMfReader(std::int32_t version, RunnableList* runnables,
+                                                   ModuleList* modules);
 
   std::int32_t version;
-  ClassListT* classes;
-  ModuleListT* modules;
-  RunnableListT* runnables;
+  ClassList* classes;
+  ModuleList* modules;
+  RunnableList* runnables;
 };
 
 class liMfReader::ModuleMfReader {
  public:
-  explicit ModuleMfReader(ModuleListT* moduleList) : modules(moduleList) {}
+  explicit ModuleMfReader(ModuleList* moduleList) : modules(moduleList) {}
   virtual ~ModuleMfReader() = default;
 
-  virtual ModuleReader* CreateModuleReader(ModuleListT* modules);
+  virtual ModuleReader* CreateModuleReader(ModuleList* modules);
 
-  ModuleListT* modules;
-  std::uint32_t flags = 0;  // DocumentFlagT
+  ModuleList* modules;
+  std::uint32_t flags = 0;  // DocumentFlag
 };
 
 class liMfReader::ClassMfReader {
  public:
-  ClassMfReader(ClassListT* classList, ModuleListT* moduleList)
+  ClassMfReader(ClassList* classList, ModuleList* moduleList)
       : classes(classList), modules(moduleList) {}
   virtual ~ClassMfReader() = default;
 
-  virtual ClassReader* CreateClassReader(ClassListT* classes, ModuleListT* modules);
+  virtual ClassReader* CreateClassReader(ClassList* classes, ModuleList* modules);
 
-  ClassListT* classes;
-  ModuleListT* modules;
-  std::uint32_t flags = 0;  // DocumentFlagT
+  ClassList* classes;
+  ModuleList* modules;
+  std::uint32_t flags = 0;  // DocumentFlag
 };
 
 class liMfReader::RunnableMfReader {
  public:
-  RunnableMfReader(RunnableListT* runnableList, ModuleListT* moduleList)
+  RunnableMfReader(RunnableList* runnableList, ModuleList* moduleList)
       : runnables(runnableList), modules(moduleList) {}
   virtual ~RunnableMfReader() = default;
 
-  virtual RunnableReader* CreateRunnableReader(RunnableListT* runnables, ModuleListT* modules);
+  virtual RunnableReader* CreateRunnableReader(RunnableList* runnables, ModuleList* modules);
 
-  RunnableListT* runnables;
-  ModuleListT* modules;
-  std::uint32_t flags = 0;  // DocumentFlagT
+  RunnableList* runnables;
+  ModuleList* modules;
+  std::uint32_t flags = 0;  // DocumentFlag
 };
 
 class liMfReader::ModuleReader {
  public:
-  enum SeenT : std::uint32_t {
+  enum Seen : std::uint32_t {
     kSeenType = 0x1,
     kSeenId = 0x2,
     kSeenLoadpoint = 0x4,
@@ -158,27 +159,26 @@ class liMfReader::ModuleReader {
     kSeenOfPreload = kSeenBy | kSeenPreloadName | kSeenSvcId | kSeenOptionId,
   };
 
-  explicit ModuleReader(ModuleListT* moduleList) : modules(moduleList) {}
+  explicit ModuleReader(ModuleList* moduleList) : modules(moduleList) {}
   virtual ~ModuleReader() = default;
 
-  MfModuleT& Target(RecordT<MfModuleT>) { return *module; }
-  MfModuleImplT& Target(RecordT<MfModuleImplT>) { return *impl; }
-  MfPreloadInfoT& Target(RecordT<MfPreloadInfoT>) { return *preload; }
+  MfModuleT& Target(RecordTag<MfModuleT>) { return *module; }
+  MfModuleImplT& Target(RecordTag<MfModuleImplT>) { return *impl; }
+  MfPreloadInfoT& Target(RecordTag<MfPreloadInfoT>) { return *preload; }
 
-  ModuleListT* modules;
+  ModuleList* modules;
   MfModuleT* module = nullptr;
-  ImplListT impls;
+  ImplList impls;
   MfModuleImplT* impl = nullptr;
-  PreloadListT
-      preloads[2];  // of the module's own implementation, of the platform module being read
+  PreloadList preloads[2];  // of the module's own implementation, of the platform module being read
   MfPreloadInfoT* preload = nullptr;
   bool inPlatformModule = false;
-  std::uint32_t flags = 0;  // SeenT
+  std::uint32_t flags = 0;  // Seen
 };
 
 class liMfReader::ClassReader {
  public:
-  enum SeenT : std::uint32_t {
+  enum Seen : std::uint32_t {
     kSeenId = 0x1,
     kSeenAffinity = 0x2,
     kSeenCommonName = 0x4,
@@ -202,25 +202,25 @@ class liMfReader::ClassReader {
     kAgentSideRead = 0x10000,
   };
 
-  ClassReader(ClassListT* classList, ModuleListT* moduleList)
+  ClassReader(ClassList* classList, ModuleList* moduleList)
       : classes(classList), modules(moduleList) {}
   virtual ~ClassReader() = default;
 
-  virtual ModuleReader* CreateModuleReader(ModuleListT* modules);
+  virtual ModuleReader* CreateModuleReader(ModuleList* modules);
 
-  MfIntfClassT& Target(RecordT<MfIntfClassT>) { return *current; }
-  MfIntfSideT& Target(RecordT<MfIntfSideT>) { return current->sides[side]; }
+  MfIntfClassT& Target(RecordTag<MfIntfClassT>) { return *current; }
+  MfIntfSideT& Target(RecordTag<MfIntfSideT>) { return current->sides[side]; }
 
-  ClassListT* classes;
-  ModuleListT* modules;
+  ClassList* classes;
+  ModuleList* modules;
   MfIntfClassT* current = nullptr;
-  std::uint32_t flags = 0;  // SeenT
+  std::uint32_t flags = 0;  // Seen
   MfSideT side = kMfClientSide;
 };
 
 class liMfReader::RunnableReader {
  public:
-  enum SeenT : std::uint32_t {
+  enum Seen : std::uint32_t {
     kSeenModuleRef = 0x1,
 
     kSeenModel = 0x2,
@@ -240,29 +240,29 @@ class liMfReader::RunnableReader {
     kSeenOfRole = 0x7ffe,
   };
 
-  RunnableReader(RunnableListT* runnableList, ModuleListT* moduleList)
+  RunnableReader(RunnableList* runnableList, ModuleList* moduleList)
       : runnables(runnableList), modules(moduleList) {}
   virtual ~RunnableReader() = default;
 
-  MfRunnableT& Target(RecordT<MfRunnableT>) { return *runnable; }
-  MfAppRoleT& Target(RecordT<MfAppRoleT>) { return *app; }
-  MfServiceRoleT& Target(RecordT<MfServiceRoleT>) { return *service; }
-  MfLauncherRoleT& Target(RecordT<MfLauncherRoleT>) { return *launcher; }
-  MfRunRoleBaseT& Target(RecordT<MfRunRoleBaseT>) { return *role; }
+  MfRunnableT& Target(RecordTag<MfRunnableT>) { return *runnable; }
+  MfAppRoleT& Target(RecordTag<MfAppRoleT>) { return *app; }
+  MfServiceRoleT& Target(RecordTag<MfServiceRoleT>) { return *service; }
+  MfLauncherRoleT& Target(RecordTag<MfLauncherRoleT>) { return *launcher; }
+  MfRunRoleBaseT& Target(RecordTag<MfRunRoleBaseT>) { return *role; }
 
-  RunnableListT* runnables;
-  ModuleListT* modules;
+  RunnableList* runnables;
+  ModuleList* modules;
   MfRunnableT* runnable = nullptr;
   MfAppRoleT* app = nullptr;
   MfServiceRoleT* service = nullptr;
   MfLauncherRoleT* launcher = nullptr;
   MfRunRoleBaseT* role = nullptr;  // whose arguments and environment are being read
-  std::uint32_t flags = 0;         // SeenT
+  std::uint32_t flags = 0;         // Seen
 };
 
 class liMfReader::EnvReader {
  public:
-  enum SeenT : std::uint32_t {
+  enum Seen : std::uint32_t {
     kSeenInitState = 0x1,
     kSeenName = 0x2,
     kSeenRestrictTo = 0x4,
@@ -272,13 +272,13 @@ class liMfReader::EnvReader {
   explicit EnvReader(MfRunRoleBaseT* currentRole) : role(currentRole) {}
   virtual ~EnvReader() = default;
 
-  MfRunRoleBaseT& Target(RecordT<MfRunRoleBaseT>) { return *role; }
+  MfRunRoleBaseT& Target(RecordTag<MfRunRoleBaseT>) { return *role; }
   // The command being read: built behind the last one of the list, not counted before it is whole.
-  EnvCmdT& Target(RecordT<EnvCmdT>) { return *env.end(); }
+  EnvCmdT& Target(RecordTag<EnvCmdT>) { return *env.end(); }
 
   MfRunRoleBaseT* role;
-  std::uint32_t flags = 0;  // SeenT
-  EnvListT env;
+  std::uint32_t flags = 0;  // Seen
+  EnvList env;
 };
 
 class liMfReader::ArgsReader {
@@ -291,11 +291,11 @@ class liMfReader::ArgsReader {
   explicit ArgsReader(MfRunRoleBaseT* currentRole) : role(currentRole) {}
   virtual ~ArgsReader() = default;
 
-  ArgsReader& Target(RecordT<ArgsReader>) { return *this; }
+  ArgsReader& Target(RecordTag<ArgsReader>) { return *this; }
 
   MfRunRoleBaseT* role;
   std::uint32_t flags = 0;  // FlagT
-  ArgListT args;
+  ArgList args;
 };
 
 }  // namespace tarnmf

@@ -58,7 +58,7 @@ constexpr MfTagEntryT kRoleChildren[] = {
     {"env", Element<Reader, ReadEnv>},
 };
 
-bool Given(const Reader& reader, Reader::SeenT bit) {
+bool Given(const Reader& reader, Reader::Seen bit) {
   return (reader.flags & bit) != 0;
 }
 
@@ -86,19 +86,19 @@ BtkErrorT CheckLauncher(const Reader& reader, MfLauncherRoleT&) {
 
 // What tells one kind of role from another.
 template <class Role>
-struct RoleKindT {
+struct RoleKind {
   Role* Reader::*current;
   MfTagTableT attributes;
   BtkErrorT (*check)(const Reader&, Role&);
   MfListT<Role> MfRunnableT::*list;
 };
 
-constexpr RoleKindT<MfServiceRoleT> kServiceKind = {&Reader::service, kServiceAttributes,
-                                                    CheckService, &MfRunnableT::services};
-constexpr RoleKindT<MfAppRoleT> kAppKind = {&Reader::app, kAppAttributes, CheckApp,
-                                            &MfRunnableT::apps};
-constexpr RoleKindT<MfLauncherRoleT> kLauncherKind = {&Reader::launcher, kLauncherAttributes,
-                                                      CheckLauncher, &MfRunnableT::launchers};
+constexpr RoleKind<MfServiceRoleT> kServiceKind = {&Reader::service, kServiceAttributes,
+                                                   CheckService, &MfRunnableT::services};
+constexpr RoleKind<MfAppRoleT> kAppKind = {&Reader::app, kAppAttributes, CheckApp,
+                                           &MfRunnableT::apps};
+constexpr RoleKind<MfLauncherRoleT> kLauncherKind = {&Reader::launcher, kLauncherAttributes,
+                                                     CheckLauncher, &MfRunnableT::launchers};
 
 // The lists of a runnable are exactly sized at all times.
 template <class Role>
@@ -106,14 +106,14 @@ BtkErrorT AppendRole(MfListT<Role>& list, std::unique_ptr<Role>& role) {
   GrowableArray<Role*, 1, DeletesElements> roles;
   roles.Adopt(list);
   const bool appended = roles.Append(role.get());
-  list = roles.HandOver();
+  roles.HandOver(list);
   if (!appended) return kBtkNoMemory;
   role.release();
   return kBtkOk;
 }
 
 template <class Role>
-BtkErrorT ReadRoleContent(Reader& reader, DOMNode& element, const RoleKindT<Role>& kind,
+BtkErrorT ReadRoleContent(Reader& reader, DOMNode& element, const RoleKind<Role>& kind,
                           std::unique_ptr<Role>& role) {
   if (BtkErrorT e = DispatchAttributes(element, &reader, kind.attributes)) return e;
   if (BtkErrorT e = kind.check(reader, *role)) return e;
@@ -122,7 +122,7 @@ BtkErrorT ReadRoleContent(Reader& reader, DOMNode& element, const RoleKindT<Role
 }
 
 template <class Role>
-BtkErrorT ReadRole(Reader& reader, DOMNode& element, const RoleKindT<Role>& kind) {
+BtkErrorT ReadRole(Reader& reader, DOMNode& element, const RoleKind<Role>& kind) {
   reader.flags &= ~Reader::kSeenOfRole;
   std::unique_ptr<Role> role(new (std::nothrow) Role);
   if (!role) return kBtkNoMemory;

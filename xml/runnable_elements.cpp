@@ -14,7 +14,7 @@ using RunnableReader = liMfReader::RunnableReader;
 using RunnableMfReader = liMfReader::RunnableMfReader;
 
 constexpr MfTagEntryT kRunnableAttributes[] = {
-    {"moduleref", Attribute<RunnableReader, Utf8<&MfRunnableT::moduleref, EmptyTextT::kRefused>,
+    {"moduleref", Attribute<RunnableReader, Utf8<&MfRunnableT::moduleref, EmptyText::kRefused>,
                             RunnableReader::kSeenModuleRef>},
 };
 

@@ -23,12 +23,12 @@ struct SideMultiplicity {
   static BtkErrorT Read(Reader& reader, const XMLCh* text) {
     using Any = Keyword<kMultiplicity, &MfIntfSideT::multiplicity>;
     if (BtkErrorT e = Any::Read(reader, text)) return e;
-    reader.Target(RecordT<MfIntfSideT>()).flags |= kMfSideMultiplicityGiven;
+    reader.Target(RecordTag<MfIntfSideT>()).flags |= kMfSideMultiplicityGiven;
     return kBtkOk;
   }
 };
 
-using SideModuleRef = Utf8<&MfIntfSideT::moduleref, EmptyTextT::kRefused>;
+using SideModuleRef = Utf8<&MfIntfSideT::moduleref, EmptyText::kRefused>;
 
 constexpr MfTagEntryT kSideAttributes[] = {
     {"moduleref", Attribute<Reader, SideModuleRef, Reader::kSeenModuleRef>},
@@ -47,7 +47,7 @@ constexpr MfTagEntryT kServiceSideAttributes[] = {
     {"exposed", Attribute<Reader, Boolean<&MfIntfClassT::exposed>, Reader::kSeenExposed>},
 };
 
-bool Given(const Reader& reader, Reader::SeenT bit) {
+bool Given(const Reader& reader, Reader::Seen bit) {
   return (reader.flags & bit) != 0;
 }
 
@@ -77,7 +77,7 @@ BtkErrorT ReadNestedModule(Reader& reader, DOMNode& element) {
   if (module.id == nullptr) {
     if (BtkErrorT e = GenerateId(module)) return e;
   }
-  char*& moduleref = reader.Target(RecordT<MfIntfSideT>()).moduleref;
+  char*& moduleref = reader.Target(RecordTag<MfIntfSideT>()).moduleref;
   moduleref = btk_strdup(module.id);
   if (moduleref == nullptr) return kBtkNoMemory;
   reader.flags |= Reader::kSeenModuleRef;
@@ -95,11 +95,11 @@ BtkErrorT ReadNestedModules(Reader& reader, DOMNode& element) {
 }
 
 // The next side of the class starts with its own attributes.
-void FinishSide(Reader& reader, Reader::SeenT sideRead) {
+void FinishSide(Reader& reader, Reader::Seen sideRead) {
   reader.flags = (reader.flags & ~Reader::kSeenOfSide) | sideRead;
 }
 
-BtkErrorT ReadPlainSide(Reader& reader, DOMNode& element, MfSideT side, Reader::SeenT sideRead) {
+BtkErrorT ReadPlainSide(Reader& reader, DOMNode& element, MfSideT side, Reader::Seen sideRead) {
   reader.side = side;
   if (BtkErrorT e = DispatchAttributes(element, &reader, kSideAttributes)) return e;
   if (element.hasChildNodes()) {

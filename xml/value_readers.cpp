@@ -79,12 +79,12 @@ BtkErrorT ReadUniqueId(const XMLCh* text, UniIdT& id) {
   return e == kBtkOk || e == kBtkNoMemory ? e : kBtkMalformed;
 }
 
-BtkErrorT ReadUtf8(const XMLCh* text, Utf8TextT& value) {
+BtkErrorT ReadUtf8(const XMLCh* text, Utf8Text& value) {
   if (text == nullptr) return kBtkMalformed;
   return btkStrUtf16ToUtf8Alloc(Out(value), nullptr, text, kBtkWholeText);
 }
 
-BtkErrorT ReadWide(const XMLCh* text, WideTextT& value) {
+BtkErrorT ReadWide(const XMLCh* text, WideText& value) {
   if (text == nullptr) return kBtkMalformed;
   value.reset(btk_wcsdup(text));
   return value ? kBtkOk : kBtkNoMemory;
@@ -92,12 +92,12 @@ BtkErrorT ReadWide(const XMLCh* text, WideTextT& value) {
 
 BtkErrorT ReadWords(const XMLCh* text, MfListT<char>& words) {
   static constexpr char kSeparator[] = ";";
-  Utf8TextT all;
+  Utf8Text all;
   if (BtkErrorT e = ReadUtf8(text, all)) return e;
   char* rest = all.get() + std::strspn(all.get(), kSeparator);
   if (*rest == '\0') return kBtkMalformed;
 
-  TypeListT collected;
+  TypeList collected;
   collected.Adopt(words);
   while (*rest != '\0') {
     char* const word = rest;
@@ -105,11 +105,11 @@ BtkErrorT ReadWords(const XMLCh* text, MfListT<char>& words) {
     if (*rest != '\0') *rest++ = '\0';
     rest += std::strspn(rest, kSeparator);
 
-    Utf8TextT copy(btk_strdup(word));
+    Utf8Text copy(btk_strdup(word));
     if (!copy || !collected.Append(copy.get())) return kBtkNoMemory;
     copy.release();
   }
-  words = collected.HandOver();
+  collected.HandOver(words);
   return kBtkOk;
 }
 

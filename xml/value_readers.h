@@ -32,8 +32,8 @@ BtkErrorT ReadDecimal16(const XMLCh* text, std::int16_t& number);
 // An id of 36 or 32 characters, stored only when it can be read; else 432.
 BtkErrorT ReadUniqueId(const XMLCh* text, UniIdT& id);
 
-BtkErrorT ReadUtf8(const XMLCh* text, Utf8TextT& value);
-BtkErrorT ReadWide(const XMLCh* text, WideTextT& value);
+BtkErrorT ReadUtf8(const XMLCh* text, Utf8Text& value);
+BtkErrorT ReadWide(const XMLCh* text, WideText& value);
 
 // The words between ";" characters, appended to `words`; empty ones are passed over. 432 when there
 // is none. After 112 `words` is empty and what it held has been released.

@@ -7,7 +7,7 @@ namespace tarnmf {
 using xercesc::XMLPlatformUtils;
 
 btkXMLInputSource::btkXMLInputSource(btkIStream* stream)
-    : InputSource(XMLPlatformUtils::fgMemoryManager), stream_(RefPtrT<btkIStream>::Share(stream)) {}
+    : InputSource(XMLPlatformUtils::fgMemoryManager), stream_(RefPtr<btkIStream>::Share(stream)) {}
 
 btkXMLInputSource::~btkXMLInputSource() = default;
 
@@ -16,7 +16,7 @@ xercesc::BinInputStream* btkXMLInputSource::makeStream() const {
 }
 
 btkXMLInputSource::btkIStreamAdaptor::btkIStreamAdaptor(btkIStream* stream)
-    : stream_(RefPtrT<btkIStream>::Share(stream)) {}
+    : stream_(RefPtr<btkIStream>::Share(stream)) {}
 
 btkXMLInputSource::btkIStreamAdaptor::~btkIStreamAdaptor() = default;
 

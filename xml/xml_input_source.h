@@ -24,7 +24,7 @@ class btkXMLInputSource final : public xercesc::InputSource {
   xercesc::BinInputStream* makeStream() const override;
 
  private:
-  RefPtrT<btkIStream> stream_;
+  RefPtr<btkIStream> stream_;
 };
 
 class btkXMLInputSource::btkIStreamAdaptor final : public xercesc::BinInputStream {
@@ -38,7 +38,7 @@ class btkXMLInputSource::btkIStreamAdaptor final : public xercesc::BinInputStrea
   const XMLCh* getContentType() const override;
 
  private:
-  RefPtrT<btkIStream> stream_;
+  RefPtr<btkIStream> stream_;
   std::int32_t position_ = 0;
 };
 

@@ -16,29 +16,29 @@ namespace {
 
 // The lists of a container while a document is added to them. What they hold ends with this object
 // unless it is handed back, so that a failed parse keeps nothing.
-class WorkingListsT {
+class WorkingLists {
  public:
-  explicit WorkingListsT(MfLdpDataT& data) : data_(data) {
+  explicit WorkingLists(MfLdpDataT& data) : data_(data) {
     classes.Adopt(data.classes);
     modules.Adopt(data.modules);
     runnables.Adopt(data.runnables);
   }
 
   void HandBack() {
-    data_.classes = classes.HandOver();
-    data_.modules = modules.HandOver();
-    data_.runnables = runnables.HandOver();
+    classes.HandOver(data_.classes);
+    modules.HandOver(data_.modules);
+    runnables.HandOver(data_.runnables);
   }
 
-  ClassListT classes;
-  ModuleListT modules;
-  RunnableListT runnables;
+  ClassList classes;
+  ModuleList modules;
+  RunnableList runnables;
 
  private:
   MfLdpDataT& data_;
 };
 
-BtkErrorT ReadRoot(const xercesc::DOMDocument* document, WorkingListsT& lists) {
+BtkErrorT ReadRoot(const xercesc::DOMDocument* document, WorkingLists& lists) {
   if (document == nullptr) return kBtkMalformed;
   xercesc::DOMElement* const root = document->getDocumentElement();
   if (root == nullptr || root->getNodeType() != DOMNode::ELEMENT_NODE) return kBtkUnexpected;
@@ -50,7 +50,7 @@ BtkErrorT ReadRoot(const xercesc::DOMDocument* document, WorkingListsT& lists) {
 
 BtkErrorT liMfXMLParser::Parse(MfLdpDataT* data, btkIStream* stream) {
   if (data == nullptr || stream == nullptr) return kBtkNullArgument;
-  WorkingListsT lists(*data);
+  WorkingLists lists(*data);
   btkXMLInputSource source(stream);
   xercesc::XercesDOMParser parser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
   parser.parse(source);

@@ -38,4 +38,9 @@ struct TARNMF_API MfIntfClassT {
   MfIntfSideT sides[kMfSideCount];
 };
 
+// Whether the class has a side.
+inline bool MfHasSide(const MfIntfClassT& record, MfSideT side) {
+  return record.sides[side].moduleref != nullptr;
+}
+
 #endif  // TARNMF_INTF_CLASS_H

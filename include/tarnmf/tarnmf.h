@@ -2,6 +2,8 @@
 #ifndef TARNMF_TARNMF_H
 #define TARNMF_TARNMF_H
 
+#include "tarnmf/dispose.h"
+#include "tarnmf/error_text.h"
 #include "tarnmf/ldp_loader.h"
 #include "tarnmf/ldp_writer.h"
 #include "tarnmf/options.h"

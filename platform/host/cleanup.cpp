@@ -6,27 +6,27 @@
 
 namespace {
 
-struct CleanupT {
+struct Cleanup {
   btkCleanupT anchor;
   btkCleanupT callback;
 };
 
-struct RegistryT {
+struct CleanupRegistry {
   std::mutex mutex;
-  std::vector<CleanupT> cleanups;
+  std::vector<Cleanup> cleanups;
 };
 
 // Never destroyed: libraries report their exit while the process's own objects end.
-RegistryT& Registry() {
-  static auto* const registry = new RegistryT;
+CleanupRegistry& Registry() {
+  static auto* const registry = new CleanupRegistry;
   return *registry;
 }
 
 bool TakeLast(btkCleanupT anchor, btkCleanupT& callback) {
-  RegistryT& registry = Registry();
+  CleanupRegistry& registry = Registry();
   const std::lock_guard lock(registry.mutex);
   const auto last = std::find_if(registry.cleanups.rbegin(), registry.cleanups.rend(),
-                                 [&](const CleanupT& entry) { return entry.anchor == anchor; });
+                                 [&](const Cleanup& entry) { return entry.anchor == anchor; });
   if (last == registry.cleanups.rend()) return false;
   callback = last->callback;
   registry.cleanups.erase(std::next(last).base());
@@ -36,10 +36,10 @@ bool TakeLast(btkCleanupT anchor, btkCleanupT& callback) {
 }  // namespace
 
 int btkPushCleanupCbLow(btkCleanupT anchor, btkCleanupT callback, int /*reserved*/) {
-  RegistryT& registry = Registry();
+  CleanupRegistry& registry = Registry();
   const std::lock_guard lock(registry.mutex);
   const bool known = std::any_of(registry.cleanups.begin(), registry.cleanups.end(),
-                                 [&](const CleanupT& entry) { return entry.anchor == anchor; });
+                                 [&](const Cleanup& entry) { return entry.anchor == anchor; });
   registry.cleanups.push_back({anchor, callback});
   return known ? 0 : 1;
 }

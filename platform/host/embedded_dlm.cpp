@@ -4,8 +4,6 @@
 #include <system_error>
 #include <uuid/uuid.h>
 
-#include "platform/runtime.h"
-
 #if defined(_WIN32)
 #include <windows.h>
 #else
@@ -51,17 +49,13 @@ fs::path PathOf(const btkWChar* text) {
   return btkFSPath(text).NarrowText();
 }
 
-bool IsSharedLibrary(const char* type) {
-  return type == nullptr || *type == '\0' || btk_strcasecmp(type, "sharedLib") == 0;
-}
-
 std::string FileName(const char* type, const btkWChar* name, std::uint32_t flags) {
   const std::string plain = btkFSPath(name).NarrowText();
   if ((flags & kBtkExplicitName) != 0) return plain;
 #if defined(_WIN32)
-  return plain + (IsSharedLibrary(type) ? ".dll" : ".exe");
+  return plain + (btkIsSharedLibType(type) ? ".dll" : ".exe");
 #else
-  return IsSharedLibrary(type) ? "lib" + plain + ".so" : plain;
+  return btkIsSharedLibType(type) ? "lib" + plain + ".so" : plain;
 #endif
 }
 
@@ -114,6 +108,7 @@ BtkErrorT btkHostDlmManager::RegisterLayout(const btkWChar* base, const char* ma
 }
 
 bool btkHostDlmManager::HasMachineVariant(const btkWChar* loadpoint, const char* machine) {
+  if (loadpoint == nullptr) return false;
   std::error_code error;
   return fs::is_directory(PathOf(loadpoint) / TextOf(machine), error);
 }

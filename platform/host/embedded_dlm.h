@@ -93,7 +93,7 @@ class BTK_API btkHostDlmManager : public btkDlmManager, public btkHostIntfRegist
                            const btkWChar* text2, const btkWChar* const* list1,
                            const btkWChar* const* list2, const btkWChar* const* list3,
                            bool flag) override;
-  // True when the load point has a folder named like the machine type.
+  // True when the load point has a folder named like the machine type; false for no load point.
   bool HasMachineVariant(const btkWChar* loadpoint, const char* machine) override;
   // Codes: 0; kBtkNotFound.
   BtkErrorT ResolveModule(btkZString* result, const char* id, const char* type,

@@ -21,7 +21,7 @@ bool IsBetter(const btkHostServiceT& service, const btkHostServiceT& other,
 
 }  // namespace
 
-btkHostServiceManager::IdBytesT btkHostServiceManager::BytesOf(const UniIdT& id) {
+btkHostServiceManager::IdBytes btkHostServiceManager::BytesOf(const UniIdT& id) {
   return std::to_array(id.bytes);
 }
 

@@ -51,14 +51,14 @@ class BTK_API btkHostServiceManager : public btkServiceManager {
                                const char* text, std::int32_t reserved2) override;
 
  private:
-  using IdBytesT = std::array<std::uint8_t, sizeof(UniIdT)>;
+  using IdBytes = std::array<std::uint8_t, sizeof(UniIdT)>;
 
-  static IdBytesT BytesOf(const UniIdT& id);
+  static IdBytes BytesOf(const UniIdT& id);
   btkHostServiceT* Find(const UniIdT& id, const btkWChar* loadpoint);
 
   std::vector<btkHostServiceT> services_;
   // Places in services_, by service id and by common name. Names given up stay and are passed over.
-  std::multimap<IdBytesT, std::size_t> byId_;
+  std::multimap<IdBytes, std::size_t> byId_;
   std::multimap<std::string, std::size_t> byName_;
 };
 

@@ -22,7 +22,7 @@ bool IsSeparator(char character) {
   return kSeparators.find(character) != std::string_view::npos;
 }
 
-using WideStringT = std::basic_string<btkWChar>;
+using WideString = std::basic_string<btkWChar>;
 
 // A byte that belongs to no UTF-8 character stands in the wide text as this plus its value; no
 // character of Unicode has such a unit alone.
@@ -32,8 +32,8 @@ bool IsStrayByte(char32_t unit) {
   return unit >= kStrayByteBase + 0x80 && unit <= kStrayByteBase + 0xff;
 }
 
-WideStringT Widen(std::string_view narrow) {
-  WideStringT wide;
+WideString Widen(std::string_view narrow) {
+  WideString wide;
   wide.reserve(narrow.size());
   auto rest = narrow.begin();
   while (rest != narrow.end()) {

@@ -4,15 +4,15 @@
 
 namespace {
 
-struct ManagersT {
+struct InstalledManagers {
   btkDlmManager* dlm = &btkHostEmbeddedDlmManager();
   btkServiceManager* services = &btkHostEmbeddedServiceManager();
   btkHostIntfRegistry* interfaces = &btkHostEmbeddedDlmManager();
   btkSvcSession* session = nullptr;
 };
 
-ManagersT& Managers() {
-  static ManagersT managers;
+InstalledManagers& Managers() {
+  static InstalledManagers managers;
   return managers;
 }
 

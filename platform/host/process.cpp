@@ -15,13 +15,13 @@
 
 namespace {
 
-using WideStringT = std::basic_string<btkWChar>;
+using WideString = std::basic_string<btkWChar>;
 
 // What the process queries answer. Machine types are handed out as pointers that live as long as
 // the process, so an earlier answer is left where it is when a new one is set.
-struct ProcessT {
-  WideStringT loadpoint;
-  WideStringT executable;  // empty: the real one
+struct ProcessAnswers {
+  WideString loadpoint;
+  WideString executable;  // empty: the real one
   const char* nativeMachine;
   const char* otherMachine;
 };
@@ -36,16 +36,16 @@ constexpr char kOtherMachine[] = "linux-x86";
 constexpr btkWChar kExecutableSuffix[] = BTK_W("");
 #endif
 
-ProcessT& Process() {
-  static ProcessT process{{}, {}, kNativeMachine, kOtherMachine};
+ProcessAnswers& Process() {
+  static ProcessAnswers process{{}, {}, kNativeMachine, kOtherMachine};
   return process;
 }
 
-WideStringT RealExecutable() {
+WideString RealExecutable() {
 #if defined(_WIN32)
   wchar_t path[32768];
   const DWORD length = GetModuleFileNameW(nullptr, path, static_cast<DWORD>(std::size(path)));
-  return WideStringT(path, length);
+  return WideString(path, length);
 #else
   std::error_code error;
   const std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -53,7 +53,7 @@ WideStringT RealExecutable() {
 #endif
 }
 
-BtkErrorT CopyTo(btkWChar* buffer, std::size_t units, const WideStringT& text) {
+BtkErrorT CopyTo(btkWChar* buffer, std::size_t units, const WideString& text) {
   if (text.size() >= units) return kBtkTooLong;
   std::copy_n(text.c_str(), text.size() + 1, buffer);
   return kBtkOk;
@@ -68,20 +68,20 @@ const char* KeepForever(const char* text) {
 }  // namespace
 
 std::size_t btkGetLoadpointW(btkWChar* buffer, std::size_t units) {
-  const WideStringT& path = Process().loadpoint;
+  const WideString& path = Process().loadpoint;
   if (CopyTo(buffer, units, path) != kBtkOk) return static_cast<std::size_t>(-1);
   return path.size();
 }
 
 BtkErrorT btkDlmGetCurProcessImagePathW(btkWChar* buffer, std::size_t units) {
-  const WideStringT& set = Process().executable;
+  const WideString& set = Process().executable;
   return CopyTo(buffer, units, set.empty() ? RealExecutable() : set);
 }
 
 BtkErrorT btkGetExecutableNameW(btkWChar* buffer, std::size_t units, const void* /*reserved*/,
                                 const btkWChar* name) {
   if (name == nullptr) return kBtkNullArgument;
-  return CopyTo(buffer, units, WideStringT(name) + kExecutableSuffix);
+  return CopyTo(buffer, units, WideString(name) + kExecutableSuffix);
 }
 
 const char* btkGetVexMachine() {

@@ -4,12 +4,9 @@
 #include <cstdlib>
 #include <cstring>
 
-namespace {
+#include "platform/text.h"
 
-char FoldAscii(char character) {
-  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                              : character;
-}
+namespace {
 
 bool IsSeparator(btkWChar unit) {
 #if defined(_WIN32)
@@ -24,15 +21,21 @@ bool IsEnd(const btkWChar* path, std::size_t at) {
   return path[at] == 0 || (at > 0 && IsSeparator(path[at]) && path[at + 1] == 0);
 }
 
+// How two keys stand of which one is null: null sorts first.
+bool HasNull(const void* left, const void* right, int& order) {
+  order = (left != nullptr) - (right != nullptr);
+  return left == nullptr || right == nullptr;
+}
+
 }  // namespace
 
 int btk_strcasecmp(const char* left, const char* right) {
-  while (*left != '\0' && FoldAscii(*left) == FoldAscii(*right)) {
+  while (*left != '\0' && btkAsciiToLower(*left) == btkAsciiToLower(*right)) {
     ++left;
     ++right;
   }
-  return static_cast<unsigned char>(FoldAscii(*left)) -
-         static_cast<unsigned char>(FoldAscii(*right));
+  return static_cast<unsigned char>(btkAsciiToLower(*left)) -
+         static_cast<unsigned char>(btkAsciiToLower(*right));
 }
 
 bool btk_iswspace(btkWChar character) {
@@ -65,12 +68,13 @@ std::int32_t btkAoDec32(std::int32_t* counter) {
 }
 
 int CmpCase_cStrings_Safe(const char* const* left, const char* const* right) {
-  if (*left == nullptr || *right == nullptr) return (*left != nullptr) - (*right != nullptr);
-  return std::strcmp(*left, *right);
+  int order = 0;
+  return HasNull(*left, *right, order) ? order : std::strcmp(*left, *right);
 }
 
 int Cmp_cWPaths_Safe(const btkWChar* const* left, const btkWChar* const* right) {
-  if (*left == nullptr || *right == nullptr) return (*left != nullptr) - (*right != nullptr);
+  int order = 0;
+  if (HasNull(*left, *right, order)) return order;
   const btkWChar* const first = *left;
   const btkWChar* const second = *right;
   std::size_t at = 0;

@@ -40,7 +40,7 @@ btkWChar* Convert(const char* in, std::size_t length, btkWChar* out) {
 
 template <class Char>
 Char* Allocate(std::size_t units) {
-  return static_cast<Char*>(btkReAlloc(nullptr, (units + 1) * sizeof(Char)));
+  return static_cast<Char*>(btkStrReAlloc(nullptr, (units + 1) * sizeof(Char)));
 }
 
 // A new string of the size of its text: a short text is converted on the stack first, a long one
@@ -58,7 +58,7 @@ BtkErrorT ConvertAlloc(Out** out, std::size_t* length, const In* in, std::size_t
   Out* const begin = isShort ? stack : block;
   Out* const end = Convert(in, units, begin);
   if (end == nullptr) {
-    btkFree(block);
+    btkStrFree(block);
     return kBtkBadText;
   }
   const auto used = static_cast<std::size_t>(end - begin);
@@ -66,7 +66,7 @@ BtkErrorT ConvertAlloc(Out** out, std::size_t* length, const In* in, std::size_t
     block = Allocate<Out>(used);
     if (block == nullptr) return kBtkNoMemory;
     std::memcpy(block, stack, used * sizeof(Out));
-  } else if (void* cut = btkReAlloc(block, (used + 1) * sizeof(Out))) {
+  } else if (void* cut = btkStrReAlloc(block, (used + 1) * sizeof(Out))) {
     block = static_cast<Out*>(cut);
   }
   block[used] = 0;
@@ -125,10 +125,7 @@ BtkErrorT btkStrUtf8ToLowerAlloc(char** out, std::size_t* length, const char* in
   if (!utf8::is_valid(in, in + bytes)) return kBtkBadText;
   char* const lower = Allocate<char>(bytes);
   if (lower == nullptr) return kBtkNoMemory;
-  std::transform(in, in + bytes, lower, [](char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                : character;
-  });
+  std::transform(in, in + bytes, lower, btkAsciiToLower<char>);
   lower[bytes] = '\0';
   *out = lower;
   if (length != nullptr) *length = bytes;

@@ -11,9 +11,6 @@
 
 namespace {
 
-constexpr std::size_t kPlainLength = 32;
-constexpr std::size_t kDashedLength = 36;
-
 bool HasDashBefore(std::size_t byte) {
   return byte == 4 || byte == 6 || byte == 8 || byte == 10;
 }
@@ -38,7 +35,7 @@ bool ParseBytes(const char* text, int form, UniIdT& id) {
 }
 
 std::size_t FormLength(int form) {
-  return form == kBtkUniIdPlain ? kPlainLength : kDashedLength;
+  return form == kBtkUniIdPlain ? kBtkUniIdPlainLength : kBtkUniIdDashedLength;
 }
 
 // The names of ids that are made from others hang below this one.

@@ -3,10 +3,10 @@
 
 namespace {
 
-struct TraceT {
-  TraceT() { std::fputs("sample: " SAMPLE_MODULE_ID " is loaded\n", stderr); }
+struct Trace {
+  Trace() { std::fputs("sample: " SAMPLE_MODULE_ID " is loaded\n", stderr); }
 };
 
-const TraceT trace;
+const Trace trace;
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
 #include "platform/memory.h"
-#include "support/temp_directory.h"
+#include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
 namespace {
@@ -62,7 +62,7 @@ TEST(EmbeddedDlm, DerivesLoadpointIdsFromPaths) {
   btkHostDlmManager manager;
   const auto id = [&](const char16_t* path) {
     UniIdT result = {{1}};
-    manager.QueryLoadpointId(&result, path);
+    EXPECT_EQ(manager.QueryLoadpointId(&result, path), kBtkOk);
     return std::string(reinterpret_cast<const char*>(result.bytes), sizeof result.bytes);
   };
   EXPECT_EQ(id(nullptr), std::string(16, '\0'));

@@ -7,7 +7,7 @@
 
 #include "platform/runtime.h"
 #include "platform/stream.h"
-#include "support/temp_directory.h"
+#include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
 namespace {

@@ -10,13 +10,13 @@
 namespace tarnmf::test {
 namespace {
 
-struct ConversionT {
+struct Conversion {
   const char* name;
   std::u16string wide;
   std::string narrow;
 };
 
-const ConversionT kConversions[] = {
+const Conversion kConversions[] = {
     {"empty", u"", ""},
     {"ascii", u"module.id", "module.id"},
     {"two and three bytes", u"\u00e9\u20ac", "\xc3\xa9\xe2\x82\xac"},
@@ -31,15 +31,15 @@ const ConversionT kConversions[] = {
 };
 
 TEST(Text, ConvertsBothWays) {
-  for (const ConversionT& row : kConversions) {
+  for (const Conversion& row : kConversions) {
     SCOPED_TRACE(row.name);
-    Utf8TextT narrow;
+    Utf8Text narrow;
     std::size_t length = 99;
     ASSERT_EQ(btkStrUtf16ToUtf8Alloc(Out(narrow), &length, row.wide.c_str(), kBtkWholeText),
               kBtkOk);
     EXPECT_EQ(narrow.get(), row.narrow);
     EXPECT_EQ(length, row.narrow.size());
-    WideTextT wide;
+    WideText wide;
     ASSERT_EQ(btkStrMultibyteToWideAlloc(Out(wide), &length, row.narrow.c_str(), kBtkWholeText),
               kBtkOk);
     EXPECT_EQ(wide.get(), row.wide);
@@ -48,7 +48,7 @@ TEST(Text, ConvertsBothWays) {
 }
 
 TEST(Text, FillsBuffersToTheLastByte) {
-  for (const ConversionT& row : kConversions) {
+  for (const Conversion& row : kConversions) {
     SCOPED_TRACE(row.name);
     std::string buffer(row.narrow.size() + 1, '#');
     std::size_t length = 0;
@@ -68,21 +68,21 @@ TEST(Text, RefusesWhatIsNotText) {
   const char16_t loneTrail[] = {u'x', 0xde00, 0};
   const char16_t cutPair[] = {u'x', 0xd83d, 0};
   for (const char16_t* wide : {loneLead, loneTrail, cutPair}) {
-    Utf8TextT narrow;
+    Utf8Text narrow;
     char buffer[16];
     EXPECT_EQ(btkStrUtf16ToUtf8Alloc(Out(narrow), nullptr, wide, kBtkWholeText), kBtkBadText);
     EXPECT_FALSE(narrow);
     EXPECT_EQ(btkStrUtf16ToUtf8(buffer, sizeof buffer, nullptr, wide, kBtkWholeText), kBtkBadText);
   }
   for (const char* narrow : {"\xff", "a\xc3", "\xed\xa0\x80"}) {
-    WideTextT wide;
+    WideText wide;
     EXPECT_EQ(btkStrMultibyteToWideAlloc(Out(wide), nullptr, narrow, kBtkWholeText), kBtkBadText);
     EXPECT_FALSE(wide);
   }
 }
 
 TEST(Text, LowersAsciiLettersOnly) {
-  Utf8TextT lower;
+  Utf8Text lower;
   ASSERT_EQ(btkStrUtf8ToLowerAlloc(Out(lower), nullptr, "AZ[@`az\xc3\x89", kBtkWholeText), kBtkOk);
   EXPECT_STREQ(lower.get(), "az[@`az\xc3\x89");
 }

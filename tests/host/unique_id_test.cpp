@@ -51,8 +51,8 @@ TEST(UniqueId, StopsBehindTheIdWhenAskedFor) {
 TEST(UniqueId, MakesIds) {
   const UniIdT null = {};
   UniIdT first, second, pair, reversed;
-  btkUniIdGen14(&first, kBtkUniIdRandom, 0);
-  btkUniIdGen14(&second, kBtkUniIdRandom, 0);
+  ASSERT_EQ(btkUniIdGen14(&first, kBtkUniIdRandom, 0), kBtkOk);
+  ASSERT_EQ(btkUniIdGen14(&second, kBtkUniIdRandom, 0), kBtkOk);
   EXPECT_FALSE(btkUniIdIsEqual(&first, &second));
   ASSERT_EQ(btkUniIdCombine(&pair, &first, &second), kBtkOk);
   ASSERT_EQ(btkUniIdCombine(&reversed, &second, &first), kBtkOk);

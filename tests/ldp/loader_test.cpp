@@ -2,16 +2,17 @@
 #include <new>
 #include <xercesc/util/OutOfMemoryException.hpp>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/ldp_loader.h"
 #include "tarnmf/ldp_writer.h"
 
 #include "platform/host/btkhost.h"
-#include "support/allocation_fault.h"
-#include "support/everything.h"
-#include "support/ignored_leaks.h"
 #include "support/owned.h"
-#include "support/record_dump.h"
-#include "support/temp_directory.h"
+#include "tests/support/allocation_fault.h"
+#include "tests/support/everything.h"
+#include "tests/support/ignored_leaks.h"
+#include "tests/support/record_dump.h"
+#include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
 namespace {
@@ -29,7 +30,7 @@ class LoaderTest : public testing::Test {
   void AddPath(const char* name) { files_.Append(btkFSEntry((directory_.Path() / name).c_str())); }
 
   const TempDirectory directory_;
-  const DisposePtrT<liLdpMfLoader> loader_{liLdpMfLoader::CreateNew(nullptr)};
+  const DisposePtr<liLdpMfLoader> loader_{liLdpMfLoader::CreateNew(nullptr)};
   btkFSList files_;
 };
 
@@ -114,7 +115,7 @@ TEST_F(LoaderTest, OpensStreamsAndMakesParsers) {
   btkIStream* const stream = loader_->OpenStream(btkFSPath(path.c_str()).WideText());
   ASSERT_NE(stream, nullptr);
   MfLdpDataT data;
-  EXPECT_EQ(DisposePtrT<liMfStmParser>(loader_->CreateParser())->Parse(&data, stream), kBtkOk);
+  EXPECT_EQ(DisposePtr<liMfStmParser>(loader_->CreateParser())->Parse(&data, stream), kBtkOk);
   EXPECT_EQ(stream->Release(), 0);
   EXPECT_EQ(loader_->OpenStream(BTK_W("/no/such/file")), nullptr);
 }
@@ -195,7 +196,7 @@ TEST_F(LoaderTest, LetsExceptionsPass) {
 
 TEST(Factories, MakeALoaderAndNothingElse) {
   for (const char* kind : {static_cast<const char*>(nullptr), "xml"}) {
-    EXPECT_NE(DisposePtrT<liLdpMfLoader>(liLdpMfLoader::CreateNew(kind)), nullptr);
+    EXPECT_NE(DisposePtr<liLdpMfLoader>(liLdpMfLoader::CreateNew(kind)), nullptr);
     EXPECT_EQ(liLdpMfWriter::CreateNew(kind), nullptr);
     EXPECT_EQ(liMfBuilder::CreateNew(kind), nullptr);
   }

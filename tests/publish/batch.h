@@ -5,29 +5,30 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/stream_parser.h"
 
 #include "publish/publisher_impl.h"
-#include "support/memory_stream.h"
 #include "support/owned.h"
+#include "tests/support/memory_stream.h"
 
 namespace tarnmf::test {
 
-using PublisherT = DisposePtrT<liMfPublisherImpl>;
+using PublisherPtr = DisposePtr<liMfPublisherImpl>;
 
-inline PublisherT MakePublisher(IntfDispositionT view = kIntfAgentView) {
+inline PublisherPtr MakePublisher(IntfDispositionT view = kIntfAgentView) {
   liMfPublisher* made = nullptr;
   EXPECT_EQ(liMfPublisher::CreateNew(&made, view), kBtkOk);
-  return PublisherT(static_cast<liMfPublisherImpl*>(made));
+  return PublisherPtr(static_cast<liMfPublisherImpl*>(made));
 }
 
 // The records of a fragment of a mixed document, in which "$1" to "$9" stand for the ids #1 to #9.
-struct BatchT {
-  explicit BatchT(std::string fragment) {
+struct Batch {
+  explicit Batch(std::string fragment) {
     for (std::size_t at = 0; (at = fragment.find('$', at)) != std::string::npos;)
       fragment.replace(at, 2, "00000000-0000-0000-0000-00000000000" + fragment.substr(at + 1, 1));
     MemoryStream stream("<tarnmanifest version=\"1\">" + fragment + "</tarnmanifest>");
-    const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+    const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
     EXPECT_EQ(parser->Parse(&data, &stream), kBtkOk) << fragment;
   }
 
@@ -45,7 +46,7 @@ inline std::string Module(const char* id) {
 
 inline int Count(const PublishIndexT& index) {
   int count = index.classes.Count();
-  for (ModuleListMemberT list : kModuleLists)
+  for (ModuleListMember list : kModuleLists)
     count += (index.*list).Count();
   return count;
 }

@@ -4,8 +4,8 @@
 #include <random>
 #include <set>
 
-#include "publish/batch.h"
-#include "support/recording_managers.h"
+#include "tests/publish/batch.h"
+#include "tests/support/recording_managers.h"
 
 namespace tarnmf::test {
 namespace {
@@ -128,8 +128,8 @@ class Model {
 };
 
 // One class for both the publisher and the model.
-struct TwinT {
-  TwinT(std::uint32_t id, std::int32_t affinity, const std::string (&sides)[3])
+struct Twin {
+  Twin(std::uint32_t id, std::int32_t affinity, const std::string (&sides)[3])
       : model{id, affinity, sides[0], sides[1], sides[2]} {
     record.ids[kMfClientSide] = Id(id);
     record.affinity = static_cast<MfAffinityT>(affinity);
@@ -152,7 +152,7 @@ struct TwinT {
   ModelClassT model;
 };
 
-NamesT Names(const SortedModulesT& modules) {
+NamesT Names(const SortedModules& modules) {
   NamesT names;
   for (const MfModuleT* module : modules)
     names.insert(module->id);
@@ -215,7 +215,7 @@ class RandomRun {
       };
       const std::string sides[3] = {side(3), side(2), side(1)};
       twins_.push_back(
-          std::make_unique<TwinT>(Below(10), static_cast<std::int32_t>(Below(5)), sides));
+          std::make_unique<Twin>(Below(10), static_cast<std::int32_t>(Below(5)), sides));
       classes.push_back(&twins_.back()->record);
       modelClasses.push_back(&twins_.back()->model);
     }
@@ -231,8 +231,8 @@ class RandomRun {
   std::mt19937 random_;
   // In this order, since the publisher points to the records.
   std::vector<std::unique_ptr<MfModuleT>> modules_;
-  std::vector<std::unique_ptr<TwinT>> twins_;
-  PublisherT publisher_ = MakePublisher();
+  std::vector<std::unique_ptr<Twin>> twins_;
+  PublisherPtr publisher_ = MakePublisher();
   Model model_;
   int accepted_ = 0;
 };

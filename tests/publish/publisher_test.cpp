@@ -1,7 +1,7 @@
 // What a publisher keeps for the next time, and what a failure leaves.
-#include "publish/batch.h"
-#include "support/allocation_fault.h"
-#include "support/recording_managers.h"
+#include "tests/publish/batch.h"
+#include "tests/support/allocation_fault.h"
+#include "tests/support/recording_managers.h"
 
 namespace tarnmf::test {
 namespace {
@@ -24,8 +24,8 @@ std::string Pending(const liMfPublisherImpl& publisher) {
 
 TEST(Publisher, RetriesWhatHasNotBeenRegistered) {
   RecordingManagers managers;
-  const BatchT batch(kAll);
-  const PublisherT publisher = MakePublisher();
+  const Batch batch(kAll);
+  const PublisherPtr publisher = MakePublisher();
   ASSERT_EQ(batch.AddTo(*publisher), kBtkOk);
   EXPECT_EQ(Pending(*publisher), "2 2 1");
 
@@ -58,8 +58,8 @@ TEST(Publisher, RetriesWhatHasNotBeenRegistered) {
 
 TEST(Publisher, DropsTheClassesThatItIsNotToRegister) {
   RecordingManagers managers;
-  const BatchT batch(kAll);
-  const PublisherT publisher = MakePublisher();
+  const Batch batch(kAll);
+  const PublisherPtr publisher = MakePublisher();
   ASSERT_EQ(batch.AddTo(*publisher), kBtkOk);
   EXPECT_EQ(publisher->Publish(false), kBtkOk);
   EXPECT_EQ(Pending(*publisher), "0 0 0");
@@ -74,7 +74,7 @@ TEST(Publisher, StandsEveryFailedAllocation) {
     bool failed = true;
     int reported = 0;
     for (int n = 0; failed; ++n) {
-      const BatchT batch(kAll);
+      const Batch batch(kAll);
       managers.calls.clear();
       managers.calls.shrink_to_fit();
       const std::int64_t before = LiveAllocations();
@@ -89,7 +89,7 @@ TEST(Publisher, StandsEveryFailedAllocation) {
           ++reported;
           continue;
         }
-        const PublisherT publisher(static_cast<liMfPublisherImpl*>(made));
+        const PublisherPtr publisher(static_cast<liMfPublisherImpl*>(made));
         const BtkErrorT added = batch.AddTo(*publisher);
         if (added != kBtkOk) {
           // Memory that ends inside the checks shows as a refused batch.
@@ -125,8 +125,8 @@ TEST(Publisher, StandsEveryFailedAllocation) {
 TEST(Publisher, LetsExceptionsOfThePlatformThrough) {
   RecordingManagers managers;
   for (int n = 0;; ++n) {
-    const BatchT batch(kAll);
-    const PublisherT publisher = MakePublisher();
+    const Batch batch(kAll);
+    const PublisherPtr publisher = MakePublisher();
     ASSERT_EQ(batch.AddTo(*publisher), kBtkOk);
     managers.calls.clear();
     managers.ThrowAt(n);

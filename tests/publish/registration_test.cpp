@@ -2,23 +2,23 @@
 #include <cstdlib>
 #include <gmock/gmock.h>
 
-#include "publish/batch.h"
-#include "support/recording_managers.h"
+#include "tests/publish/batch.h"
+#include "tests/support/recording_managers.h"
 
 namespace tarnmf::test {
 namespace {
 
 using testing::ElementsAre;
-using CallsT = std::vector<std::string>;
+using CallList = std::vector<std::string>;
 
 constexpr auto kRefusal = static_cast<BtkErrorT>(77);
 
 // One machine type, so that no module has a second variant.
 class RegistrationTest : public testing::Test {
  protected:
-  CallsT Publish(const BatchT& batch, IntfDispositionT view = kIntfAgentView,
-                 BtkErrorT expected = kBtkOk) {
-    const PublisherT publisher = MakePublisher(view);
+  CallList Publish(const Batch& batch, IntfDispositionT view = kIntfAgentView,
+                   BtkErrorT expected = kBtkOk) {
+    const PublisherPtr publisher = MakePublisher(view);
     EXPECT_EQ(batch.AddTo(*publisher), kBtkOk);
     managers_.calls.clear();
     EXPECT_EQ(publisher->Publish(true), expected);
@@ -30,7 +30,7 @@ class RegistrationTest : public testing::Test {
 };
 
 TEST_F(RegistrationTest, ResolvesModules) {
-  const BatchT batch(
+  const Batch batch(
       "<modules><module id=\"own\" name=\"n\" path=\"p\" loadpoint=\"/lp\" apilevel=\"3\" "
       "abits=\"64\" forcepath=\"yes\" explicitname=\"yes\"/>"
       "<module id=\"homeless\" name=\"n\" loadpoint=\"\"/>"
@@ -67,12 +67,12 @@ TEST_F(RegistrationTest, ResolvesExecutablesForTheOtherMachineToo) {
     return loadpoint != nullptr && loadpoint[1] == BTK_W('l');
   };
   const std::string platform = "<platformmodule machinetype=\"there\" name=\"t\"/>";
-  const BatchT batch("<modules><module id=\"a\" name=\"n\" type=\"Executable\" loadpoint=\"/l\">" +
-                     platform +
-                     "</module><module id=\"b\" name=\"n\" type=\"executable\" loadpoint=\"/l\"/>"
-                     "<module id=\"c\" name=\"n\" type=\"executable\" loadpoint=\"/x\">" +
-                     platform + "</module><module id=\"d\" name=\"n\" loadpoint=\"/l\">" +
-                     platform + "</module></modules>");
+  const Batch batch("<modules><module id=\"a\" name=\"n\" type=\"Executable\" loadpoint=\"/l\">" +
+                    platform +
+                    "</module><module id=\"b\" name=\"n\" type=\"executable\" loadpoint=\"/l\"/>"
+                    "<module id=\"c\" name=\"n\" type=\"executable\" loadpoint=\"/x\">" +
+                    platform + "</module><module id=\"d\" name=\"n\" loadpoint=\"/l\">" + platform +
+                    "</module></modules>");
   EXPECT_THAT(
       Publish(batch),
       ElementsAre(
@@ -110,7 +110,7 @@ constexpr char kClasses[] =
     "</class></classes>";
 
 TEST_F(RegistrationTest, RegistersTheAgentView) {
-  const BatchT batch(kClasses);
+  const Batch batch(kClasses);
   EXPECT_EQ(Publish(batch).back(),
             "PublishRefList([{#4, \"ga\", \"GA\", null, 0, 1, -2}"
             "{#5, \"a\", null, null, 0, 0, -1}"
@@ -123,7 +123,7 @@ TEST_F(RegistrationTest, RegistersTheAgentView) {
 }
 
 TEST_F(RegistrationTest, RegistersTheClientView) {
-  const BatchT batch(kClasses);
+  const Batch batch(kClasses);
   EXPECT_EQ(Publish(batch, static_cast<IntfDispositionT>(0)).back(),
             "PublishRefList([{#6, \"p\", null, null, 32767, 0, -1}"
             "{#3, \"g\", null, null, 0, 0, -1}{#4, \"g\", \"GA\", null, 0, 0, -1}"
@@ -145,7 +145,7 @@ std::string IdLine(int number) {
   return "\"0000000000000000000000000000000" + std::to_string(number) + "\"";
 }
 
-CallsT RunnableCalls() {
+CallList RunnableCalls() {
   const std::string generic = "baabdcd0-761a-4c0e-897a-a178df848ab9";
   const std::string container = "001da285-000f-4aba-8c7d-b7d248e77755";
   return {
@@ -168,7 +168,7 @@ CallsT RunnableCalls() {
 }
 
 TEST_F(RegistrationTest, RegistersRunnables) {
-  const BatchT batch(kRunnables);
+  const Batch batch(kRunnables);
   EXPECT_EQ(Publish(batch), RunnableCalls());
   // An instance that exists already, and a service that cannot be started, are no failures.
   managers_.Refuse("AddServiceInstance", kBtkDuplicate);
@@ -177,8 +177,8 @@ TEST_F(RegistrationTest, RegistersRunnables) {
 }
 
 TEST_F(RegistrationTest, TreatsTheDebugServiceLikeASingleInstance) {
-  const BatchT batch(kRunnables);
-  CallsT expected = RunnableCalls();
+  const Batch batch(kRunnables);
+  CallList expected = RunnableCalls();
   setenv("TARN_SERVICE_MI_DEBUG", "00000000-0000-0000-0000-000000000002", 1);
   expected[8].replace(expected[8].find(", 2, 0, 0, 0)"), 4, ", 1,");
   expected[9] = "SetServiceInfo(#2, \"\", \"two\", 3, 8)";
@@ -190,14 +190,14 @@ TEST_F(RegistrationTest, TreatsTheDebugServiceLikeASingleInstance) {
 }
 
 TEST_F(RegistrationTest, EndsAtTheFirstRefusal) {
-  const BatchT batch(kRunnables);
+  const Batch batch(kRunnables);
   for (const char* refused :
        {"RegisterRunnable(\"l\"", "RegisterRunnable(\"a\"", "DefineService(#1", "SetServiceInfo(#1",
         "AddServiceInstance", "DefineService(#2", "SetServiceInfo(#2", "DefineService(#4"}) {
     SCOPED_TRACE(refused);
     managers_.RefuseNothing();
     managers_.Refuse(refused, kRefusal);
-    CallsT expected = RunnableCalls();
+    CallList expected = RunnableCalls();
     while (!expected.back().starts_with(refused))
       expected.pop_back();
     EXPECT_EQ(Publish(batch, kIntfAgentView, kRefusal), expected);

@@ -1,6 +1,6 @@
 // Which batches are accepted.
-#include "publish/batch.h"
-#include "support/recording_managers.h"
+#include "tests/publish/batch.h"
+#include "tests/support/recording_managers.h"
 
 namespace tarnmf::test {
 namespace {
@@ -106,9 +106,9 @@ TEST(Validation, AcceptsOrRefusesBatches) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
-    const BatchT earlier(row.earlier);
-    const BatchT batch(row.batch);
-    const PublisherT publisher = MakePublisher();
+    const Batch earlier(row.earlier);
+    const Batch batch(row.batch);
+    const PublisherPtr publisher = MakePublisher();
     ASSERT_EQ(earlier.AddTo(*publisher), kBtkOk);
     const int before = Count(publisher->merged);
     EXPECT_EQ(batch.AddTo(*publisher), row.accepted ? kBtkOk : kBtkUnexpected);
@@ -122,10 +122,10 @@ TEST(Validation, AcceptsOrRefusesBatches) {
 }
 
 TEST(Validation, MovesTheSidesOfACompletion) {
-  const BatchT batch(kA + kB + kC + Class("service", "$1", Service("a")) +
-                     "<class id=\"$1\" affinity=\"service\"><clientside moduleref=\"b\" "
-                     "multiplicity=\"perLdp\"/><agentside moduleref=\"c\"/></class>");
-  const PublisherT publisher = MakePublisher();
+  const Batch batch(kA + kB + kC + Class("service", "$1", Service("a")) +
+                    "<class id=\"$1\" affinity=\"service\"><clientside moduleref=\"b\" "
+                    "multiplicity=\"perLdp\"/><agentside moduleref=\"c\"/></class>");
+  const PublisherPtr publisher = MakePublisher();
   ASSERT_EQ(batch.AddTo(*publisher), kBtkOk);
   const MfIntfClassT& first = *batch.data.classes[0];
   const MfIntfClassT& second = *batch.data.classes[1];
@@ -143,12 +143,12 @@ TEST(Validation, MovesTheSidesOfACompletion) {
 
 TEST(Validation, SelectsTheImplementationForTheMachine) {
   const MachineTypes machine("here", "there");
-  const BatchT batch(
+  const Batch batch(
       "<modules><module id=\"a\" name=\"a\"/><module id=\"b\" name=\"b\"><platformmodule "
       "machinetype=\"there\" name=\"x\"/><platformmodule machinetype=\"here\" name=\"x\"/></module>"
       "<module id=\"c\" name=\"c\"><platformmodule machinetype=\"Here\" name=\"x\"/></module>"
       "</modules>");
-  const PublisherT publisher = MakePublisher();
+  const PublisherPtr publisher = MakePublisher();
   ASSERT_EQ(batch.AddTo(*publisher), kBtkOk);
   const int expected[] = {0, 2, 0};
   for (int i = 0; i < 3; ++i)
@@ -156,8 +156,8 @@ TEST(Validation, SelectsTheImplementationForTheMachine) {
 }
 
 TEST(Validation, ChecksItsArguments) {
-  const BatchT batch(kA);
-  const PublisherT publisher = MakePublisher();
+  const Batch batch(kA);
+  const PublisherPtr publisher = MakePublisher();
   EXPECT_EQ(publisher->Add(nullptr, 1, nullptr, 0, nullptr, 0), kBtkNullArgument);
   EXPECT_EQ(publisher->Add(nullptr, 0, nullptr, 1, nullptr, 0), kBtkNullArgument);
   EXPECT_EQ(publisher->Add(nullptr, 0, batch.data.modules.items, 1, nullptr, 1), kBtkNullArgument);

@@ -2,19 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/stream_parser.h"
 
-#include "support/allocation_fault.h"
-#include "support/everything.h"
-#include "support/memory_stream.h"
 #include "support/owned.h"
-#include "support/record_dump.h"
+#include "tests/support/allocation_fault.h"
+#include "tests/support/everything.h"
+#include "tests/support/memory_stream.h"
+#include "tests/support/record_dump.h"
 
 namespace tarnmf::test {
 namespace {
 
 void ReadEverything(MfLdpDataT& data) {
-  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
   MemoryStream stream(kEverything);
   ASSERT_EQ(parser->Parse(&data, &stream), kBtkOk);
 }

@@ -8,8 +8,8 @@
 #include <tuple>
 #include <vector>
 
-#include "repository/null_id.h"
-#include "support/allocation_fault.h"
+#include "platform/unique_id.h"
+#include "tests/support/allocation_fault.h"
 
 namespace tarnmf {
 namespace {
@@ -20,8 +20,8 @@ UniIdT Id(int number) {
   return {{static_cast<std::uint8_t>(number >> 8), static_cast<std::uint8_t>(number)}};
 }
 
-RepositoryPtrT NewRepository() {
-  return RepositoryPtrT(new liMfRepoBaseImpl);
+RepositoryPtr NewRepository() {
+  return RepositoryPtr(new liMfRepoBaseImpl);
 }
 
 bool IsBelow(const UniIdT& left, const UniIdT& right) {
@@ -34,7 +34,7 @@ int Key(int version) {
 }
 
 // What the model knows of the entry that was filed for the class with the same index.
-struct FiledT {
+struct FiledEntry {
   std::string name;
   int scope;
   int loadpoint;
@@ -60,7 +60,7 @@ class Model {
       cls.svcVersion = static_cast<std::int16_t>(Version());
       cls.svcMinVersion = static_cast<std::int16_t>(Number(8));
       filed.push_back({Name(), Number(5), Number(30), Number(2) == 0 ? 0 : 1 + Number(5000)});
-      const FiledT& entry = filed.back();
+      const FiledEntry& entry = filed.back();
       const UniIdT ids[] = {Id(entry.loadpoint), Id(entry.scope), Id(entry.service)};
       const bool done =
           entry.service == 0
@@ -77,7 +77,7 @@ class Model {
     std::tuple<bool, int, std::size_t> best;
     const MfIntfClassT* found = nullptr;
     for (std::size_t i = 0; i < filed.size(); ++i) {
-      const FiledT& entry = filed[i];
+      const FiledEntry& entry = filed[i];
       const int key = Key(classes[i].svcVersion);
       if (entry.service != 0 || entry.name != name || key <= threshold) continue;
       if (classes[i].svcMinVersion > limit || (entry.scope != scope && entry.scope != 0)) continue;
@@ -88,7 +88,7 @@ class Model {
   }
 
   std::vector<MfIntfClassT> classes;
-  std::vector<FiledT> filed;
+  std::vector<FiledEntry> filed;
 
  private:
   std::mt19937 random_{20};
@@ -96,7 +96,7 @@ class Model {
 
 TEST(Indexes, AnswerLikeALinearSearch) {
   Model model(100000);
-  const RepositoryPtrT repo = NewRepository();
+  const RepositoryPtr repo = NewRepository();
   ASSERT_NO_FATAL_FAILURE(model.FileAll(*repo));
   for (int i = 0; i < 400; ++i) {
     const std::string name = model.Name();
@@ -111,26 +111,28 @@ TEST(Indexes, AnswerLikeALinearSearch) {
     ASSERT_EQ(answer != nullptr ? answer->record : nullptr, expected)
         << name << " " << scope << " " << version << " " << limit;
     if (answer == nullptr) continue;
-    const FiledT& filed = model.filed[static_cast<std::size_t>(expected - model.classes.data())];
+    const FiledEntry& filed =
+        model.filed[static_cast<std::size_t>(expected - model.classes.data())];
     const UniIdT loadpoint = Id(filed.loadpoint);
     EXPECT_EQ(std::string(answer->key), name);
     EXPECT_EQ(answer->kind, kMfClassEntry);
     EXPECT_EQ(answer->multiplicity, kMfPerLdp);
     EXPECT_EQ(answer->versionKey, Key(expected->svcVersion));
-    EXPECT_TRUE(IsNullId(answer->ids[kMfCombinedId]) && IsNullId(answer->ids[kMfServiceId]));
+    EXPECT_TRUE(btkUniIdIsNull(answer->ids[kMfCombinedId]) &&
+                btkUniIdIsNull(answer->ids[kMfServiceId]));
     EXPECT_TRUE(btkUniIdIsEqual(&answer->ids[kMfLoadpointId], &loadpoint));
   }
 
   std::map<std::pair<int, int>, std::size_t> services;  // the one filed last
   for (std::size_t i = 0; i < model.filed.size(); ++i) {
-    const FiledT& entry = model.filed[i];
+    const FiledEntry& entry = model.filed[i];
     if (entry.service != 0) services[{entry.loadpoint, entry.service}] = i;
   }
   for (const auto& [ids, index] : services) {
     const UniIdT loadpoint = Id(ids.first);
     const UniIdT service = Id(ids.second);
     UniIdT combined{};
-    btkUniIdCombine(&combined, &loadpoint, &service);
+    ASSERT_EQ(btkUniIdCombine(&combined, &loadpoint, &service), kBtkOk);
     const MfSvcResolveT* const answer = repo->FindServiceEntry(&combined);
     ASSERT_NE(answer, nullptr);
     ASSERT_EQ(answer->record, &model.classes[index]);
@@ -160,8 +162,8 @@ MfLdpEntryT* NewLoadpoint(int id, const std::u16string& path, int service) {
   GrowableArray<MfRunnableT*, 2> runnables;
   EXPECT_TRUE(services.Append(new MfServiceRoleT) && runnables.Append(runnable));
   services.Last()->id = Id(service);
-  runnable->services = services.HandOver();
-  entry->data.runnables = runnables.HandOver();
+  services.HandOver(runnable->services);
+  runnables.HandOver(entry->data.runnables);
   return entry;
 }
 
@@ -169,7 +171,7 @@ TEST(Indexes, KeepTheLoadpointFiledLastUnderEachKey) {
   const std::int64_t live = test::LiveAllocations();
   {
     std::mt19937 random(4);
-    const RepositoryPtrT repo = NewRepository();
+    const RepositoryPtr repo = NewRepository();
     std::map<int, MfLdpEntryT*> byId;
     std::map<std::u16string, std::pair<MfLdpEntryT*, int>> byPath;
     for (int i = 0; i < 500; ++i) {
@@ -190,7 +192,7 @@ TEST(Indexes, KeepTheLoadpointFiledLastUnderEachKey) {
       const UniIdT key = Id(id);
       EXPECT_EQ(repo->FindLoadpoint(&key), byId.contains(id) ? &byId[id]->data : nullptr);
     }
-    EXPECT_EQ(repo->FindLoadpoint(nullptr), repo->FindLoadpoint(&kNullId));
+    EXPECT_EQ(repo->FindLoadpoint(nullptr), repo->FindLoadpoint(&kBtkNullUniId));
     EXPECT_NE(repo->FindLoadpoint(nullptr), nullptr);
     for (const auto& [path, value] : byPath) {
       const UniIdT service = Id(value.second);
@@ -204,7 +206,7 @@ TEST(Indexes, KeepTheLoadpointFiledLastUnderEachKey) {
 }
 
 TEST(Indexes, AnswerNothingWhenEmptyOrAskedForNull) {
-  const RepositoryPtrT repo = NewRepository();
+  const RepositoryPtr repo = NewRepository();
   MfIntfClassT cls;
   const UniIdT id = Id(1);
   UniIdT ids[1] = {id};
@@ -218,8 +220,8 @@ TEST(Indexes, AnswerNothingWhenEmptyOrAskedForNull) {
     EXPECT_EQ(repo->GetLoadpointIds(ids, 0), round);
     EXPECT_EQ(repo->GetServiceEntries(nullptr, 9), round);
     if (round == 1) break;
-    ASSERT_TRUE(FileClassEntry(*repo, "x", &id, &kNullId, kMfPerLdp, &cls));
-    ASSERT_TRUE(FileServiceEntry(*repo, "x", &id, &kNullId, &id, kMfPerLdp, 1, nullptr));
+    ASSERT_TRUE(FileClassEntry(*repo, "x", &id, &kBtkNullUniId, kMfPerLdp, &cls));
+    ASSERT_TRUE(FileServiceEntry(*repo, "x", &id, &kBtkNullUniId, &id, kMfPerLdp, 1, nullptr));
     ASSERT_TRUE(ReserveLoadpoint(*repo));
     FileLoadpoint(*repo, NewLoadpoint(2, u"/p", 3));
   }
@@ -233,22 +235,23 @@ TEST(Indexes, FileAllOrNothingWhenMemoryEnds) {
     for (int n = 0; hit; ++n) {
       const std::int64_t live = test::LiveAllocations();
       {
-        const RepositoryPtrT repo = NewRepository();
+        const RepositoryPtr repo = NewRepository();
         MfIntfClassT cls;
         const UniIdT ids[] = {Id(1), Id(2)};
         bool done[2];
         {
           const AllocationFault fault(source, n);
-          done[0] = FileClassEntry(*repo, "name", &ids[0], &kNullId, kMfPerLdp, &cls);
-          done[1] = FileServiceEntry(*repo, "name", &ids[0], &kNullId, &ids[1], kMfPerLdp, 1, &cls);
+          done[0] = FileClassEntry(*repo, "name", &ids[0], &kBtkNullUniId, kMfPerLdp, &cls);
+          done[1] =
+              FileServiceEntry(*repo, "name", &ids[0], &kBtkNullUniId, &ids[1], kMfPerLdp, 1, &cls);
           hit = fault.Hit();
         }
         EXPECT_EQ(hit, !done[0] || !done[1]) << n;
-        EXPECT_EQ(repo->FindClassImpl(&kNullId, "name", 0, 0) != nullptr, done[0]) << n;
+        EXPECT_EQ(repo->FindClassImpl(&kBtkNullUniId, "name", 0, 0) != nullptr, done[0]) << n;
         EXPECT_EQ(repo->GetServiceEntries(nullptr, 0), done[1] ? 1 : 0) << n;
-        EXPECT_TRUE(FileClassEntry(*repo, "name", &ids[0], &kNullId, kMfPerLdp, &cls));
+        EXPECT_TRUE(FileClassEntry(*repo, "name", &ids[0], &kBtkNullUniId, kMfPerLdp, &cls));
         EXPECT_TRUE(
-            FileServiceEntry(*repo, "name", &ids[0], &kNullId, &ids[1], kMfPerLdp, 1, &cls));
+            FileServiceEntry(*repo, "name", &ids[0], &kBtkNullUniId, &ids[1], kMfPerLdp, 1, &cls));
         EXPECT_EQ(repo->classIndex[0].byVersion.Count(), done[0] ? 2 : 1);
       }
       EXPECT_EQ(test::LiveAllocations(), live) << n;

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "support/allocation_fault.h"
-#include "support/memory_stream.h"
-#include "support/temp_directory.h"
+#include "tests/support/allocation_fault.h"
+#include "tests/support/memory_stream.h"
+#include "tests/support/temp_directory.h"
 
 namespace tarnmf {
 namespace {
@@ -19,7 +19,7 @@ std::string Narrow(const btkWChar* text) {
 }
 
 // "BASE SCOPE-BYTE BITS" and every layout as "[BITS TEXT1|TEXT2|LIST1|LIST2|LIST3]".
-std::string Dump(const LayoutFileT& layout) {
+std::string Dump(const LayoutFile& layout) {
   std::string dump = Narrow(layout.base.get()) + " " + std::to_string(layout.scope.bytes[0]) + " " +
                      std::to_string(layout.bits);
   for (const MfLayoutEntryT* entry : layout.entries) {
@@ -37,7 +37,7 @@ std::string Dump(const LayoutFileT& layout) {
 
 // The dump of what the stream says, or the code.
 std::string Read(btkIStream& stream) {
-  LayoutFileT layout;
+  LayoutFile layout;
   const BtkErrorT code = ReadLayoutStream(stream, btkFSEntry("/i/d/.installed"), layout);
   if (code == kBtkOk) return Dump(layout);
   EXPECT_EQ(Dump(layout), "- 0 0");
@@ -61,7 +61,7 @@ std::string Repeat(int count, const std::string& text) {
   return all;
 }
 
-struct RowT {
+struct Row {
   std::string text;
   std::string result;
 };
@@ -70,7 +70,7 @@ const std::string kId = "0a000000-0000-0000-0000-000000000000";
 const std::string kStrings17 = "\"0\"" + Repeat(16, ",\"x\"");
 const std::string kList16 = "0" + Repeat(15, ",x");
 
-const std::vector<RowT> kRows = {
+const std::vector<Row> kRows = {
     // Nothing said.
     {"", "/i 0 0"},
     {"\n \t\r\n\v\f\n", "/i 0 0"},
@@ -186,13 +186,13 @@ const std::vector<RowT> kRows = {
 };
 
 TEST(LayoutFile, ReadsStatements) {
-  for (const RowT& row : kRows)
+  for (const Row& row : kRows)
     EXPECT_EQ(Read(row.text), row.result) << row.text;
 }
 
 TEST(LayoutFile, SurvivesTextsThatAreCutOrDamaged) {
   const std::int64_t live = test::LiveAllocations();
-  for (const RowT& row : kRows) {
+  for (const Row& row : kRows) {
     for (std::size_t at = row.text.find_first_not_of('\n'); at < row.text.size(); ++at) {
       const std::string cut = row.text.substr(0, at);
       const std::size_t lastLine = cut.rfind('\n') + 1;
@@ -262,7 +262,7 @@ TEST(LayoutFile, ReportsEveryFailedAllocation) {
 TEST(LayoutFile, FindsItsFile) {
   const test::TempDirectory root;
   const auto read = [&](const char* dir) {
-    LayoutFileT layout;
+    LayoutFile layout;
     const btkFSPath path((root.Path() / dir).c_str());
     EXPECT_EQ(ReadLayoutFile(path.WideText(), layout), kBtkOk);
     return Dump(layout).substr(root.Path().native().size());

@@ -9,13 +9,14 @@
 
 #include "tarnmf/options.h"
 
-#include "repository/null_id.h"
+#include "platform/unique_id.h"
 #include "repository/option_table.h"
 #include "repository/repo_base_impl.h"
-#include "support/allocation_fault.h"
-#include "support/generated_manifest.h"
-#include "support/quiet_managers.h"
-#include "support/temp_directory.h"
+#include "support/ignore_refusal.h"
+#include "tests/support/allocation_fault.h"
+#include "tests/support/generated_manifest.h"
+#include "tests/support/quiet_managers.h"
+#include "tests/support/temp_directory.h"
 
 namespace tarnmf {
 namespace {
@@ -31,7 +32,7 @@ std::u16string Wide(const std::filesystem::path& path) {
 class RepositoryTest : public testing::Test {
  protected:
   ~RepositoryTest() override { EndRepository(); }
-  static void EndRepository() { RepositoryPtrT(std::exchange(g_repository, nullptr)); }
+  static void EndRepository() { RepositoryPtr(std::exchange(g_repository, nullptr)); }
 
   std::int32_t LoadpointCount() { return liMfRepository::Instance()->GetLoadpointIds(nullptr, 0); }
 
@@ -130,7 +131,7 @@ TEST_F(RepositoryTest, ReleasesEverythingWhenAnExceptionPasses) {
   EndRepository();
   btkHostSetDlmManager(&thrower);
   const std::int64_t live = test::LiveAllocations();
-  EXPECT_THROW(liMfRepository::Initialize(files, nullptr), int);
+  EXPECT_THROW(IgnoreRefusal(liMfRepository::Initialize(files, nullptr)), int);
   EXPECT_EQ(test::LiveAllocations(), live);
   EXPECT_EQ(liMfRepository::Instance(), nullptr);
 }
@@ -142,16 +143,16 @@ TEST_F(RepositoryTest, AnswersForAThousandInstallations) {
   constexpr int kScopes = 7;
   const auto scopeOf = [](int number) { return number % kScopes; };
   const auto scopeId = [](int scope) {
-    return scope == 0 ? kNullId : GeneratedId(test::kGeneratedOffer, 9999, scope);
+    return scope == 0 ? kBtkNullUniId : GeneratedId(test::kGeneratedOffer, 9999, scope);
   };
   ASSERT_EQ(liMfRepository::Initialize(btkFSList(0), nullptr), kBtkOk);
   liMfRepository& repo = *liMfRepository::Instance();
-  struct EarlyT {
+  struct Early {
     MfSvcResolveT* entry;
     std::string key;
     MfIntfClassT* record;
   };
-  std::vector<EarlyT> early;
+  std::vector<Early> early;
   std::map<std::pair<int, int>, std::tuple<int, int>> best;  // by scope and class: version, number
   for (int number = 0; number < kCount; ++number) {
     const int scope = scopeOf(number);
@@ -189,7 +190,7 @@ TEST_F(RepositoryTest, AnswersForAThousandInstallations) {
   for (int number = 0; number < kCount; ++number) {
     const std::u16string path = Wide(root_.Path() / std::to_string(number) / "lib/");
     UniIdT loadpoint{};
-    btkHostEmbeddedDlmManager().QueryLoadpointId(&loadpoint, path.c_str());
+    ASSERT_EQ(btkHostEmbeddedDlmManager().QueryLoadpointId(&loadpoint, path.c_str()), kBtkOk);
     ASSERT_NE(repo.FindLoadpoint(&loadpoint), nullptr);
     EXPECT_EQ(repo.FindLoadpoint(&loadpoint)->classes.count, kClasses);
     for (int item = 0; item <= kServices; ++item) {
@@ -197,7 +198,7 @@ TEST_F(RepositoryTest, AnswersForAThousandInstallations) {
       const MfServiceRoleT* const role = repo.FindService(&service, path.c_str());
       ASSERT_EQ(role != nullptr, item < kServices);
       UniIdT combined{};
-      btkUniIdCombine(&combined, &loadpoint, &service);
+      ASSERT_EQ(btkUniIdCombine(&combined, &loadpoint, &service), kBtkOk);
       EXPECT_EQ(repo.FindServiceEntry(&combined) != nullptr, role != nullptr && item % 2 == 0);
     }
   }

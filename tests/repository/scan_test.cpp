@@ -12,10 +12,11 @@
 
 #include "tarnmf/options.h"
 
-#include "repository/null_id.h"
-#include "support/allocation_fault.h"
-#include "support/recording_managers.h"
-#include "support/temp_directory.h"
+#include "platform/unique_id.h"
+#include "support/ignore_refusal.h"
+#include "tests/support/allocation_fault.h"
+#include "tests/support/recording_managers.h"
+#include "tests/support/temp_directory.h"
 
 namespace tarnmf {
 namespace {
@@ -25,7 +26,7 @@ using test::IdText;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
-using CallsT = std::vector<std::string>;
+using CallList = std::vector<std::string>;
 
 constexpr auto kRefusal = static_cast<BtkErrorT>(77);
 
@@ -95,8 +96,8 @@ class ScanTest : public testing::Test {
   std::int32_t Filed() { return repo_->GetLoadpointIds(nullptr, 0); }
 
   // The calls that start with one of the names, the temporary directory written as R.
-  CallsT Calls(const std::set<std::string>& names = {}) {
-    CallsT calls;
+  CallList Calls(const std::set<std::string>& names = {}) {
+    CallList calls;
     const std::string root = root_.Path().native();
     for (std::string call : platform_.calls) {
       if (!names.empty() && !names.contains(call.substr(0, call.find('(')))) continue;
@@ -110,7 +111,7 @@ class ScanTest : public testing::Test {
   test::TempDirectory root_;
   test::RecordingManagers platform_;
   test::MachineTypes machines_{"x64", "x86"};
-  RepositoryPtrT repo_{new liMfRepoBaseImpl};
+  RepositoryPtr repo_{new liMfRepoBaseImpl};
 };
 
 const std::set<std::string> kAnnouncements = {"RegisterInstallation", "RegisterProcessLoadpoint",
@@ -129,17 +130,17 @@ TEST_F(ScanTest, AnnouncesAnInstallation) {
            (std::string_view(text) == "64" ? "\", \"t\", [\"a\", \"b\"], [], [\"c\"], false)"
                                            : "\", null, [], [], [], false)");
   };
-  struct RowT {
+  struct Row {
     const char* bits;
     const char* zero;  // the machine type of the layout with bits 0
     bool both;         // whether the layout with bits 6432 is for this platform
   };
-  for (const RowT& row : {RowT{"", "x64", false}, RowT{"bits = 64\n", "x64", false},
-                          RowT{"bits = 32\n", "x86", true}, RowT{"bits = 16\n", "", false}}) {
+  for (const Row& row : {Row{"", "x64", false}, Row{"bits = 64\n", "x64", false},
+                         Row{"bits = 32\n", "x86", true}, Row{"bits = 16\n", "", false}}) {
     NewRepository();
     root_.Write("i/.installed", row.bits + statements);
     EXPECT_EQ(ScanDirectory("i"), kBtkOk);
-    CallsT expected;
+    CallList expected;
     const std::string base = "R/i/b/";
     if (*row.zero != 0) expected.push_back(layout(base, row.zero, "0"));
     expected.push_back(layout(base, "x86", "32"));
@@ -213,7 +214,7 @@ TEST_F(ScanTest, EndsWhereThePlatformRefuses) {
     const auto scan = [&] { return directory ? ScanDirectory("i") : ScanProcess(kEverything); };
     NewRepository();
     ASSERT_EQ(scan(), kBtkOk);
-    const CallsT whole = platform_.calls;
+    const CallList whole = platform_.calls;
     std::set<std::string> seen;
     for (std::size_t i = 0; i < whole.size(); ++i) {
       const std::string operation = whole[i].substr(0, whole[i].find('('));
@@ -244,7 +245,7 @@ TEST_F(ScanTest, EndsWhereThePlatformRefuses) {
     for (std::size_t i = 0; i < whole.size(); ++i) {
       NewRepository();
       platform_.ThrowAt(static_cast<int>(i));
-      EXPECT_THROW(scan(), test::PlatformException) << whole[i];
+      EXPECT_THROW(IgnoreRefusal(scan()), test::PlatformException) << whole[i];
       repo_.reset();
       platform_.calls = {};
       EXPECT_EQ(test::LiveAllocations(), live) << whole[i];
@@ -298,12 +299,12 @@ TEST_F(ScanTest, PreloadsWhatItsConditionsSay) {
   btkConfEnableOption(&off, 0);
   const std::string onId = " optionid=" + Quoted(21);
   const std::string offId = " optionid=" + Quoted(22);
-  struct RowT {
+  struct Row {
     std::string conditions;
     bool alone;      // loaded in a process without session
     bool inService;  // loaded in one of service #5
   };
-  const std::vector<RowT> rows = {
+  const std::vector<Row> rows = {
       {"", false, false},
       {"<preload by='anyone'/>", true, true},
       {"<preload by='anyone'" + onId + "/>", true, true},
@@ -327,8 +328,8 @@ TEST_F(ScanTest, PreloadsWhatItsConditionsSay) {
        true, true},
   };
   std::string modules = "<modules>";
-  CallsT alone;
-  CallsT inService;
+  CallList alone;
+  CallList inService;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const std::string name = "m" + std::to_string(100 + i);
     modules += "<module id='" + name + "' name='" + name + "'>" + rows[i].conditions + "</module>";
@@ -358,10 +359,10 @@ TEST_F(ScanTest, PreloadsWhatItsConditionsSay) {
 // ---- Classes and services ----------------------------------------------------------------------
 
 // One class, what the service manager is asked about it, and what is filed.
-struct ClassRowT {
+struct ClassRow {
   std::string attributes;
   std::string sides;
-  CallsT questions;
+  CallList questions;
   std::string filed;  // "MULTIPLICITY VERSION [service]", empty: nothing
 };
 
@@ -377,7 +378,7 @@ TEST_F(ScanTest, FilesClassesThatTheirOwnServicesHost) {
   };
   const std::string offer = "svcid=" + Quoted(40) + " ";
   const std::string by3 = "xsid=" + Quoted(3);
-  const std::vector<ClassRowT> rows = {
+  const std::vector<ClassRow> rows = {
       {"", side + offer + "xsname='to3'/>", {}, ""},  // no name to file it under
       {"commonname='C'", side + offer + by3 + "/>", {versions(3)}, "1 4"},
       {"commonname='C'", side + offer + by3 + " multiplicity='perLdp'/>", {versions(3)}, "3 4"},
@@ -416,7 +417,7 @@ TEST_F(ScanTest, FilesClassesThatTheirOwnServicesHost) {
   };
   platform_.Refuse("ResolveExternalService(\"bad\"", kRefusal);
   platform_.Refuse("QueryServiceVersions(#5", kRefusal);
-  for (const ClassRowT& row : rows) {
+  for (const ClassRow& row : rows) {
     NewRepository();
     const std::string roles = "<service id=" + Quoted(3) +
                               " multiplicity='perProcess'/>"
@@ -479,7 +480,7 @@ TEST_F(ScanTest, FilesExposedServices) {
                   "QueryServiceVersions(#4, \"/lp\")", "QueryServiceVersions(#2, \"/lp\")"));
   std::vector<MfSvcResolveT> entries(2);
   ASSERT_EQ(repo_->GetServiceEntries(entries.data(), 2), 2);
-  CallsT filed;
+  CallList filed;
   for (const MfSvcResolveT& entry : entries) {
     EXPECT_TRUE(entry.record == nullptr && entry.versionKey == 8);
     filed.push_back(IdText(entry.ids[kMfServiceId]) + entry.key +

@@ -1,4 +1,4 @@
-#include "support/allocation_fault.h"
+#include "tests/support/allocation_fault.h"
 
 #include <atomic>
 #include <cstdlib>
@@ -11,7 +11,7 @@ namespace {
 std::atomic<std::int64_t> g_liveBlocks{0};
 
 // Counts down to the allocation that is to fail; negative: none.
-struct CountdownT {
+struct Countdown {
   std::atomic<std::int64_t> left{-1};
   std::atomic<bool> hit{false};
 
@@ -26,8 +26,8 @@ struct CountdownT {
     return true;
   }
 };
-CountdownT g_nothrowNew;
-CountdownT g_throwingNew;
+Countdown g_nothrowNew;
+Countdown g_throwingNew;
 
 void* Allocate(std::size_t size) {
   void* block = std::malloc(size > 0 ? size : 1);
@@ -86,7 +86,7 @@ void operator delete[](void* block, const std::nothrow_t&) noexcept {
 
 namespace tarnmf::test {
 
-AllocationFault::AllocationFault(SourceT source, std::int64_t n) : source_(source) {
+AllocationFault::AllocationFault(Source source, std::int64_t n) : source_(source) {
   if (source == kPlatform) {
     btkHostFailAllocation(n);
   } else {

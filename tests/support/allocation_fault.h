@@ -12,9 +12,9 @@ namespace tarnmf::test {
 // allocate with the throwing operator new and are left alone.
 class AllocationFault {
  public:
-  enum SourceT { kPlatform, kOperatorNew };
+  enum Source { kPlatform, kOperatorNew };
 
-  AllocationFault(SourceT source, std::int64_t n);
+  AllocationFault(Source source, std::int64_t n);
   AllocationFault(const AllocationFault&) = delete;
   AllocationFault& operator=(const AllocationFault&) = delete;
   ~AllocationFault();
@@ -23,7 +23,7 @@ class AllocationFault {
   bool Hit() const;
 
  private:
-  SourceT source_;
+  Source source_;
 };
 
 // While it lives, the n-th allocation of the throwing operator new throws std::bad_alloc, once.

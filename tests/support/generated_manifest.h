@@ -3,6 +3,7 @@
 #define TESTS_SUPPORT_GENERATED_MANIFEST_H
 
 #include <cstdio>
+#include <cstdlib>
 #include <sstream>
 #include <string>
 
@@ -10,19 +11,21 @@
 
 namespace tarnmf::test {
 
-enum GeneratedIdT : unsigned { kGeneratedClass = 1, kGeneratedOffer = 2, kGeneratedService = 3 };
+enum GeneratedKind : unsigned { kGeneratedClass = 1, kGeneratedOffer = 2, kGeneratedService = 3 };
 
 // The id of the item with this index in the manifest with this number.
-inline std::string GeneratedIdText(GeneratedIdT kind, int number, int item) {
+inline std::string GeneratedIdText(GeneratedKind kind, int number, int item) {
   char text[37];
   std::snprintf(text, sizeof text, "%08x-%04x-4000-8000-%08x%04x", kind,
                 static_cast<unsigned>(item) >> 16 & 0xFFFFU, static_cast<unsigned>(number),
                 static_cast<unsigned>(item) & 0xFFFFU);
   return text;
 }
-inline UniIdT GeneratedId(GeneratedIdT kind, int number, int item) {
+inline UniIdT GeneratedId(GeneratedKind kind, int number, int item) {
   UniIdT id{};
-  btkUniIdParse(&id, GeneratedIdText(kind, number, item).c_str(), 36, nullptr, kBtkUniIdDashed);
+  const std::string text = GeneratedIdText(kind, number, item);
+  if (btkUniIdParse(&id, text.c_str(), text.size(), nullptr, kBtkUniIdDashed) != kBtkOk)
+    std::abort();
   return id;
 }
 

@@ -1,5 +1,6 @@
-#include "support/record_dump.h"
+#include "tests/support/record_dump.h"
 
+#include <gtest/gtest.h>
 #include <string_view>
 
 #include "platform/filesystem.h"
@@ -202,8 +203,8 @@ std::string Dump(const MfLdpDataT& data) {
 }
 
 std::string Text(const UniIdT& id) {
-  char text[37];
-  btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdDashed, 0);
+  char text[kBtkUniIdDashedLength + 1] = "";
+  EXPECT_EQ(btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdDashed, 0), kBtkOk);
   return text;
 }
 

@@ -1,4 +1,4 @@
-#include "support/temp_directory.h"
+#include "tests/support/temp_directory.h"
 
 #include <fstream>
 #include <random>

@@ -9,8 +9,8 @@
 #include <sys/wait.h>
 #include <vector>
 
-#include "support/everything.h"
-#include "support/temp_directory.h"
+#include "tests/support/everything.h"
+#include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
 namespace {
@@ -20,7 +20,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
-struct OutcomeT {
+struct Outcome {
   int status;
   std::string out;
   std::string errors;
@@ -32,7 +32,7 @@ std::string ReadFile(const std::filesystem::path& file) {
   return text.str();
 }
 
-OutcomeT RunTool(const std::string& arguments) {
+Outcome RunTool(const std::string& arguments) {
   const TempDirectory scratch;
   const std::string errors = (scratch.Path() / "errors").string();
   FILE* pipe = popen((TARNMF_TOOL " " + arguments + " 2>" + errors).c_str(), "r");
@@ -63,7 +63,7 @@ std::string HostedClass(const std::string& module, int version) {
 
 TEST(Read, PrintsTheWholeRecords) {
   const TempDirectory directory;
-  const OutcomeT outcome =
+  const Outcome outcome =
       RunTool("read --loadpoint /here " + directory.Write("a.tmfx", kEverything));
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.errors, "");
@@ -92,7 +92,7 @@ TEST(Read, NamesTheFileThatFails) {
       {directory.Write("r.tmfx", Manifest("<module resolvepath=\"\"/>")), 34, "resolvepath"},
   };
   for (const auto& row : rows) {
-    const OutcomeT outcome = RunTool("read " + row.files);
+    const Outcome outcome = RunTool("read " + row.files);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.errors, HasSubstr(row.named));
     const Json output = Json::parse(outcome.out);
@@ -125,7 +125,7 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   root.Write("pack/files/libover.so", "");
   const std::string scanned = " --loadpoint " + (root.Path() / "platform").string() + " --add " +
                               (root.Path() / "pack").string();
-  const OutcomeT outcome = RunTool("scan --json" + scanned);
+  const Outcome outcome = RunTool("scan --json" + scanned);
   ASSERT_EQ(outcome.status, 0) << outcome.errors;
   const Json output = Json::parse(outcome.out);
   ASSERT_EQ(output["steps"].size(), 2U);
@@ -140,7 +140,7 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   EXPECT_EQ(output["steps"][0]["modules"][0]["file"],
             (root.Path() / "platform/linux-x64/libbase.so").string());
 
-  const OutcomeT twice =
+  const Outcome twice =
       RunTool("scan" + scanned + " --add " + (root.Path() / "pack").string() + " --add /nowhere/x");
   EXPECT_EQ(twice.status, 1);
   EXPECT_THAT(twice.errors, HasSubstr("filed already (code 261, duplicate"));
@@ -154,10 +154,10 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   EXPECT_THAT(RunTool("find class Render" + scanned).out, HasSubstr("libbase.so"));
   EXPECT_THAT(RunTool("find class Render --scope 000000000000000000000000000000aa" + scanned).out,
               HasSubstr("libover.so"));
-  const OutcomeT missing = RunTool("find class render" + scanned);
+  const Outcome missing = RunTool("find class render" + scanned);
   EXPECT_EQ(missing.status, 1);
   EXPECT_THAT(missing.errors, HasSubstr("declared are: Render"));
-  const OutcomeT tooNew = RunTool("find class Render --version 3" + scanned);
+  const Outcome tooNew = RunTool("find class Render --version 3" + scanned);
   EXPECT_EQ(tooNew.status, 1);
   EXPECT_THAT(tooNew.errors,
               HasSubstr("scope 00000000-0000-0000-0000-0000000000aa, service version 2"));
@@ -220,8 +220,8 @@ TEST(Scan, SaysWhyAStepFailed) {
     root.Write("pack/sub/0.tmfx", Manifest("<module id=\"first\" name=\"n\"/>"));
     root.Write("pack/sub/a.tmfx", row.manifest);
     root.Write("pack/sub/.installed", row.installed);
-    const OutcomeT outcome = RunTool("scan --add " + (root.Path() / "pack/sub").string() +
-                                     " --add " + (root.Path() / "good/sub").string());
+    const Outcome outcome = RunTool("scan --add " + (root.Path() / "pack/sub").string() +
+                                    " --add " + (root.Path() / "good/sub").string());
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.errors, HasSubstr(row.reason));
     EXPECT_THAT(outcome.out, HasSubstr("1 modules"));
@@ -229,7 +229,7 @@ TEST(Scan, SaysWhyAStepFailed) {
 }
 
 TEST(Scan, SkipsInstallationsWithoutAProcess) {
-  const OutcomeT outcome = RunTool("scan none.tmfx --add somewhere --json");
+  const Outcome outcome = RunTool("scan none.tmfx --add somewhere --json");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.errors, HasSubstr("none.tmfx: no such file"));
   EXPECT_EQ(Json::parse(outcome.out)["skipped"], Json({"somewhere"}));
@@ -241,7 +241,7 @@ TEST(Samples, ResolvePreloadAndOverride) {
   const std::string samples = TARNMF_SAMPLES;
   const std::string scanned = " --loadpoint " + samples + "/platform --add " + samples +
                               "/imaging-pack --add " + samples + "/site-overrides/manifests";
-  const OutcomeT outcome = RunTool("scan --json" + scanned);
+  const Outcome outcome = RunTool("scan --json" + scanned);
   ASSERT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.errors, "sample: ws.journal is loaded\n");
   const Json output = Json::parse(outcome.out);

@@ -2,7 +2,7 @@
 #include <set>
 #include <vector>
 
-#include "xml/parse.h"
+#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "xml/parse.h"
+#include "tests/xml/parse.h"
 
 #if defined(__unix__)
 #include <sys/wait.h>
@@ -9,7 +9,7 @@ namespace tarnmf::test {
 namespace {
 
 TEST(ClassElement, ReadsAttributesAndSides) {
-  const CaseT cases[] = {
+  const Case cases[] = {
       {"least", R"(<class id="$1"/>)", kBtkOk, "class id=$1\n"},
       {"attributes",
        R"(<class id="$1" affinity="App" commonname="c" displayname="d" version="32767"
@@ -156,10 +156,12 @@ TEST(ClassElement, GivesNestedModulesFreshIds) {
 TEST(ClassElement, GivesFreshIdsInForkedProcesses) {
   const auto freshId = [] {
     MfLdpDataT data;
-    Parse(InRoot(WithIds(R"(<class id="$1"><clientside multiplicity="perLdp"><module name="n"/>
-                            </clientside></class>)")),
-          data);
-    return data.modules.count == 1 ? std::string(data.modules[0]->id) : std::string();
+    const BtkErrorT e =
+        Parse(InRoot(WithIds(
+                  R"(<class id="$1"><clientside multiplicity="perLdp"><module name="n"/>
+                                     </clientside></class>)")),
+              data);
+    return e == kBtkOk ? std::string(data.modules[0]->id) : std::string();
   };
   const std::string first = freshId();
   int pipeEnds[2];

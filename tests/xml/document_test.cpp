@@ -1,6 +1,8 @@
-#include "support/allocation_fault.h"
-#include "support/everything.h"
-#include "xml/parse.h"
+#include "tarnmf/dispose.h"
+
+#include "tests/support/allocation_fault.h"
+#include "tests/support/everything.h"
+#include "tests/xml/parse.h"
 #include "xml/xml_input_source.h"
 #include "xml/xml_platform.h"
 
@@ -119,7 +121,7 @@ TEST(Parse, AppendsAndKeepsNothingOnFailure) {
 }
 
 TEST(Parse, RefusesNullPointers) {
-  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew("any"));
+  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew("any"));
   MemoryStream stream(InRoot(kModule));
   MfLdpDataT data;
   EXPECT_EQ(parser->Parse(nullptr, &stream), kBtkNullArgument);
@@ -143,7 +145,7 @@ TEST(Parse, DetectsEncodings) {
 // No way of ending a document leaves anything behind. A failing read is the end of the input.
 TEST(Parse, SurvivesACutAtEveryByte) {
   const std::string whole = kEverything;
-  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
   // The code, or what was read when all went well; records are only counted, for some ids are fresh.
   const auto parse = [&parser](MemoryStream& stream) {
     MfLdpDataT data;

@@ -1,10 +1,10 @@
-#include "xml/parse.h"
+#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {
 
 TEST(ModuleElement, ReadsEveryAttribute) {
-  const CaseT cases[] = {
+  const Case cases[] = {
       {"least", R"(<module id="m" name="n"/>)", kBtkOk,
        "module id=\"m\" loadpoint=\"\"+\n  impl name=\"n\"+ path=\"\"+ version=1\n"},
       {"most",
@@ -54,7 +54,7 @@ TEST(ModuleElement, ReadsEveryAttribute) {
 }
 
 TEST(ModuleElement, HoldsPlatformModulesAndPreloads) {
-  const CaseT cases[] = {
+  const Case cases[] = {
       {"what is not given is borrowed",
        R"(<module id="m" name="n" explicitname="yes" path="p" forcepath="yes" apilevel="4"
                   abits="32">

@@ -1,24 +1,24 @@
 // Two faults in one document: the code is that of the check that comes first.
-#include "xml/parse.h"
+#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {
 
-struct RowT {
+struct Row {
   const char* fragment;  // with two faults at least
   BtkErrorT code;        // of the one that is found first
 };
 
 template <std::size_t N>
-void ExpectCodes(const RowT (&rows)[N]) {
-  for (const RowT& row : rows)
+void ExpectCodes(const Row (&rows)[N]) {
+  for (const Row& row : rows)
     EXPECT_EQ(ParseAndDump(InRoot(WithIds(row.fragment))), std::to_string(row.code))
         << row.fragment;
 }
 
 // The XML library keeps attributes sorted by their names as they are written, capitals first.
 TEST(Order, OfAttributesIsThatOfTheirNames) {
-  const RowT rows[] = {
+  const Row rows[] = {
       {R"(<module zzz="" abits="1" id="m" name="n"/>)", kBtkMalformed},
       {R"(<module abits="1" aaa="" id="m" name="n"/>)", kBtkUnexpected},
       {R"(<module abits="1" Zzz="" id="m" name="n"/>)", kBtkUnexpected},
@@ -33,7 +33,7 @@ TEST(Order, OfAttributesIsThatOfTheirNames) {
 }
 
 TEST(Order, OfChecksWithinAnElement) {
-  const RowT rows[] = {
+  const Row rows[] = {
       // Attributes, then what is missing, then children, then what comes after them.
       {R"(<module x="" id="m"/>)", kBtkUnexpected},
       {R"(<module id="m"><x/></module>)", kBtkMissing},

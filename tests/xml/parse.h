@@ -5,16 +5,18 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/stream_parser.h"
 
-#include "support/allocation_fault.h"
-#include "support/memory_stream.h"
+#include "support/ignore_refusal.h"
 #include "support/owned.h"
-#include "support/record_dump.h"
+#include "tests/support/allocation_fault.h"
+#include "tests/support/memory_stream.h"
+#include "tests/support/record_dump.h"
 
 namespace tarnmf::test {
 
-struct CaseT {
+struct Case {
   const char* name;
   const char* fragment;  // below the root of a mixed document; "$1" to "$9" stand for ids
   BtkErrorT code;
@@ -34,7 +36,7 @@ inline std::string InRoot(const std::string& fragment) {
 }
 
 inline BtkErrorT Parse(const std::string& document, MfLdpDataT& data) {
-  const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
   MemoryStream stream(document);
   const BtkErrorT code = parser->Parse(&data, &stream);
   EXPECT_EQ(stream.References(), 1);
@@ -52,7 +54,7 @@ inline void ExpectNothingLeft(const std::string& document) {
   const std::int64_t before = LiveAllocations();
   {
     MfLdpDataT data;
-    Parse(document, data);
+    IgnoreRefusal(Parse(document, data));
   }
   EXPECT_EQ(LiveAllocations(), before);
 }
@@ -71,8 +73,8 @@ inline std::string ParseAndDump(const std::string& document) {
 }
 
 template <std::size_t N>
-void ExpectAll(const CaseT (&cases)[N]) {
-  for (const CaseT& row : cases) {
+void ExpectAll(const Case (&cases)[N]) {
+  for (const Case& row : cases) {
     SCOPED_TRACE(row.name);
     const std::string expected =
         row.code == kBtkOk ? "0\n" + WithIds(row.dump) : std::to_string(row.code);

@@ -1,10 +1,10 @@
-#include "xml/parse.h"
+#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {
 
 TEST(RunnableElement, ReadsRoles) {
-  const CaseT cases[] = {
+  const Case cases[] = {
       {"least", R"(<runnable moduleref="m"/>)", kBtkOk,
        "runnable moduleref=\"m\" loadpoint=\"\"+\n"},
       {"every attribute, in any order of roles",

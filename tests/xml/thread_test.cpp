@@ -4,11 +4,12 @@
 #include <thread>
 #include <vector>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/ldp_loader.h"
 
-#include "support/everything.h"
-#include "support/temp_directory.h"
-#include "xml/parse.h"
+#include "tests/support/everything.h"
+#include "tests/support/temp_directory.h"
+#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {
@@ -35,15 +36,15 @@ void RunOnThreads(Work work) {
 TEST(Threads, MakeTheirFirstParsersAtOnce) {
   std::atomic<int> made{0};
   RunOnThreads([&] {
-    const DisposePtrT<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
-    const DisposePtrT<liLdpMfLoader> loader(liLdpMfLoader::CreateNew(nullptr));
+    const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+    const DisposePtr<liLdpMfLoader> loader(liLdpMfLoader::CreateNew(nullptr));
     if (parser && loader) ++made;
   });
   EXPECT_EQ(made, kThreads);
 }
 
 TEST(Threads, ParseIntoContainersOfTheirOwn) {
-  const DisposePtrT<liMfStmParser> shared(liMfStmParser::CreateNew(nullptr));
+  const DisposePtr<liMfStmParser> shared(liMfStmParser::CreateNew(nullptr));
   // The id of the nested module is fresh in every parse.
   const auto count = [](const MfLdpDataT& data) {
     return data.modules.count * 100 + data.classes.count * 10 + data.runnables.count;
@@ -66,7 +67,7 @@ TEST(Threads, LoadTheSameFilesAtOnce) {
   btkFSList files;
   files.Append(btkFSEntry(directory.Write("a.tmfx", kEverything).c_str()));
   files.Append(btkFSEntry(directory.Write("b.tmfx", kEverything).c_str()));
-  const DisposePtrT<liLdpMfLoader> shared(liLdpMfLoader::CreateNew(nullptr));
+  const DisposePtr<liLdpMfLoader> shared(liLdpMfLoader::CreateNew(nullptr));
   const btkWChar here[] = BTK_W("/here");
   std::atomic<int> right{0};
   RunOnThreads([&] {
@@ -89,7 +90,7 @@ TEST(Threads, GiveDifferentIds) {
   RunOnThreads([&] {
     for (int round = 0; round < 50; ++round) {
       MfLdpDataT data;
-      Parse(document, data);
+      ASSERT_EQ(Parse(document, data), kBtkOk);
       const std::lock_guard lock(mutex);
       ids.insert(data.modules[0]->id);
     }

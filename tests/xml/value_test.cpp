@@ -1,6 +1,6 @@
 #include <map>
 
-#include "xml/parse.h"
+#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {

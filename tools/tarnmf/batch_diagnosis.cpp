@@ -1,31 +1,29 @@
-#include "batch_diagnosis.h"
+#include "tools/tarnmf/batch_diagnosis.h"
 
 #include <cstring>
 #include <fmt/format.h>
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/publisher.h"
 
-#include "dispose.h"
-#include "manifest_files.h"
-#include "text.h"
+#include "tools/tarnmf/manifest_files.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 namespace {
 
 // Loads the files afresh, since a publisher changes the records that it is given.
-struct BatchT {
-  explicit BatchT(const std::vector<std::string>& files) {
-    Load(FileList(files), BTK_W("."), data);
-  }
+struct Batch {
+  explicit Batch(const std::vector<std::string>& files) { Load(FileList(files), BTK_W("."), data); }
   MfLdpDataT data;
 };
 
 // Whether the first records of the batch are accepted together.
 bool Accepts(const std::vector<std::string>& files, std::int32_t modules, std::int32_t classes) {
-  const BatchT batch(files);
+  const Batch batch(files);
   liMfPublisher* made = nullptr;
   if (liMfPublisher::CreateNew(&made, kIntfAgentView) != kBtkOk) return true;
-  const DisposePtrT<liMfPublisher> publisher(made);
+  const tarnmf::DisposePtr<liMfPublisher> publisher(made);
   return publisher->Add(batch.data.classes.items, classes, batch.data.modules.items, modules,
                         nullptr, 0) == kBtkOk;
 }
@@ -53,7 +51,7 @@ template <class Record>
 std::string FileOf(const std::vector<std::string>& files, MfListT<Record> MfLdpDataT::*list,
                    std::int32_t number) {
   for (const std::string& file : files) {
-    const BatchT part({file});
+    const Batch part({file});
     const std::int32_t count = (part.data.*list).count;
     if (number < count) return file;
     number -= count;
@@ -79,7 +77,7 @@ std::string WhyModule(const std::vector<std::string>& files, const MfLdpDataT& d
   return "two of its platform modules are for the same machine type";
 }
 
-bool HasSide(const MfIntfClassT& record, std::int32_t side) {
+bool MfHasSide(const MfIntfClassT& record, std::int32_t side) {
   return record.sides[side].moduleref != nullptr;
 }
 
@@ -92,12 +90,13 @@ bool IsModule(const MfLdpDataT& data, const char* id) {
 
 // The side that a class of this affinity cannot be without.
 const char* MissingSide(const MfIntfClassT& record) {
-  const bool client = HasSide(record, kMfClientSide);
+  const bool client = MfHasSide(record, kMfClientSide);
   switch (record.affinity) {
     case kMfAgentClass:
-      return HasSide(record, kMfAgentSide) ? nullptr : "an agentside";
+      return MfHasSide(record, kMfAgentSide) ? nullptr : "an agentside";
     case kMfServiceClass:
-      return client || HasSide(record, kMfServiceSide) ? nullptr : "a clientside or a serviceside";
+      return client || MfHasSide(record, kMfServiceSide) ? nullptr
+                                                         : "a clientside or a serviceside";
     default:
       return client ? nullptr : "a clientside";
   }
@@ -113,36 +112,36 @@ std::optional<std::int32_t> SameClass(const MfLdpDataT& data, std::int32_t refus
     if (!IsEqual(data.classes[i]->ids[kMfClientSide], record.ids[kMfClientSide])) continue;
     if (!same) same = i;
     for (std::int32_t side = 0; side < kMfSideCount; ++side)
-      has[side] = has[side] || HasSide(*data.classes[i], side);
+      has[side] = has[side] || MfHasSide(*data.classes[i], side);
   }
   const bool brings = has[kMfClientSide] != has[kMfServiceSide] &&
-                      HasSide(record, kMfClientSide) == has[kMfServiceSide] &&
-                      HasSide(record, kMfServiceSide) == has[kMfClientSide] &&
-                      !(has[kMfAgentSide] && HasSide(record, kMfAgentSide));
+                      MfHasSide(record, kMfClientSide) == has[kMfServiceSide] &&
+                      MfHasSide(record, kMfServiceSide) == has[kMfClientSide] &&
+                      !(has[kMfAgentSide] && MfHasSide(record, kMfAgentSide));
   return brings ? std::nullopt : same;
 }
 
 // What a side makes of its module. A module is in one role only, except that a generic one may be
 // either kind of service module as well.
-enum class ModuleRoleT { kApp, kAgent, kGeneric, kServiceClient, kServiceServer };
+enum class ModuleRole { kApp, kAgent, kGeneric, kServiceClient, kServiceServer };
 
-ModuleRoleT RoleOf(const MfIntfClassT& record, std::int32_t side) {
-  if (side == kMfAgentSide) return ModuleRoleT::kAgent;
-  if (side == kMfServiceSide) return ModuleRoleT::kServiceServer;
+ModuleRole RoleOf(const MfIntfClassT& record, std::int32_t side) {
+  if (side == kMfAgentSide) return ModuleRole::kAgent;
+  if (side == kMfServiceSide) return ModuleRole::kServiceServer;
   switch (record.affinity) {
     case kMfAppClass:
-      return ModuleRoleT::kApp;
+      return ModuleRole::kApp;
     case kMfGenericClass:
-      return ModuleRoleT::kGeneric;
+      return ModuleRole::kGeneric;
     default:
-      return ModuleRoleT::kServiceClient;
+      return ModuleRole::kServiceClient;
   }
 }
 
-bool Exclude(ModuleRoleT one, ModuleRoleT other) {
+bool Exclude(ModuleRole one, ModuleRole other) {
   if (one == other) return false;
-  if (one == ModuleRoleT::kGeneric) return other < ModuleRoleT::kGeneric;
-  if (other == ModuleRoleT::kGeneric) return one < ModuleRoleT::kGeneric;
+  if (one == ModuleRole::kGeneric) return other < ModuleRole::kGeneric;
+  if (other == ModuleRole::kGeneric) return one < ModuleRole::kGeneric;
   return true;
 }
 
@@ -151,12 +150,12 @@ bool Exclude(ModuleRoleT one, ModuleRoleT other) {
 std::optional<std::string> SharedModule(const MfLdpDataT& data, std::int32_t refused) {
   const MfIntfClassT& record = *data.classes[refused];
   for (std::int32_t side = 0; side < kMfSideCount; ++side) {
-    if (!HasSide(record, side)) continue;
+    if (!MfHasSide(record, side)) continue;
     const char* const module = record.sides[side].moduleref;
     for (std::int32_t i = 0; i <= refused; ++i) {
       const MfIntfClassT& owner = *data.classes[i];
       for (std::int32_t other = 0; other < kMfSideCount; ++other) {
-        if (!HasSide(owner, other) || std::strcmp(owner.sides[other].moduleref, module) != 0 ||
+        if (!MfHasSide(owner, other) || std::strcmp(owner.sides[other].moduleref, module) != 0 ||
             !Exclude(RoleOf(record, side), RoleOf(owner, other)))
           continue;
         return fmt::format(
@@ -193,7 +192,7 @@ std::string WhyClass(const std::vector<std::string>& files, const MfLdpDataT& da
 }  // namespace
 
 std::optional<std::string> ExplainBatch(const std::vector<std::string>& files) {
-  const BatchT batch(files);
+  const Batch batch(files);
   const MfLdpDataT& data = batch.data;
   const std::int32_t module =
       FirstRefused(data.modules.count, [&](std::int32_t n) { return Accepts(files, n, 0); });

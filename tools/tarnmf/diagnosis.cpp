@@ -1,18 +1,18 @@
-#include "diagnosis.h"
+#include "tools/tarnmf/diagnosis.h"
 
 #include <fmt/format.h>
 #include <optional>
 
-#include "batch_diagnosis.h"
-#include "error_table.h"
-#include "scan_session.h"
+#include "tools/tarnmf/batch_diagnosis.h"
+#include "tools/tarnmf/scan_session.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 namespace {
 
 // An installation that was not even announced failed at its layout file or at its place.
-std::optional<std::string> ExplainInstallation(const ScanStepT& step) {
-  const RangeT& announced = step.registered.installations;
+std::optional<std::string> ExplainInstallation(const ScanStep& step) {
+  const Range& announced = step.registered.installations;
   if (step.isProcess || announced.begin != announced.end) return std::nullopt;
   if (step.directory.empty())
     return fmt::format("no directory is named ({})", step.result.InWords());
@@ -26,7 +26,7 @@ std::optional<std::string> ExplainInstallation(const ScanStepT& step) {
 
 }  // namespace
 
-std::string ExplainFailure(const ScanStepT& step) {
+std::string ExplainFailure(const ScanStep& step) {
   if (auto reason = ExplainInstallation(step)) return *reason;
   if (auto reason = FirstBadFile(step.manifests)) return *reason;
   if (step.result.code == kBtkUnexpected) {

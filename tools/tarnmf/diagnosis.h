@@ -7,9 +7,9 @@
 
 namespace tool {
 
-struct ScanStepT;
+struct ScanStep;
 
-std::string ExplainFailure(const ScanStepT& step);
+std::string ExplainFailure(const ScanStep& step);
 
 }  // namespace tool
 

@@ -1,4 +1,4 @@
-#include "find_command.h"
+#include "tools/tarnmf/find_command.h"
 
 #include <filesystem>
 #include <fmt/format.h>
@@ -6,12 +6,12 @@
 #include <map>
 #include <vector>
 
-#include "record_json.h"
-#include "scan_json.h"
-#include "scan_report.h"
-#include "scan_view.h"
-#include "similar_names.h"
-#include "text.h"
+#include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/scan_json.h"
+#include "tools/tarnmf/scan_report.h"
+#include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/similar_names.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 namespace {
@@ -23,7 +23,7 @@ int ExitStatus(const ScanSession& session, bool found) {
 }
 
 std::string ScopeText(const UniIdT& scope) {
-  return IsNullId(scope) ? "none" : IdText(scope);
+  return btkUniIdIsNull(scope) ? "none" : IdText(scope);
 }
 
 // ---- Classes -------------------------------------------------------------------------------------
@@ -32,7 +32,7 @@ std::string ScopeText(const UniIdT& scope) {
 void ExplainMissingClass(const ScanSession& session, const std::string& name) {
   std::map<std::string, std::string> names;
   std::vector<std::string> places;
-  for (const ScanStepT& step : session.Steps()) {
+  for (const ScanStep& step : session.Steps()) {
     if (step.data == nullptr) continue;
     for (const MfIntfClassT* record : step.data->classes) {
       if (record->commonname == nullptr) continue;
@@ -74,7 +74,7 @@ void PrintClass(liMfRepository& repository, const MfSvcResolveT& entry) {
 
 // ---- Services ------------------------------------------------------------------------------------
 
-struct FoundServiceT {
+struct FoundService {
   const MfServiceRoleT* role = nullptr;
   std::string loadpoint;
 };
@@ -85,8 +85,8 @@ std::string LoadpointPath(const std::string& path) {
   return (whole.has_filename() ? whole : whole.parent_path()).string();
 }
 
-FoundServiceT FindService(const ScanSession& session, const UniIdT& id, const std::string& in) {
-  for (const ScanStepT& step : session.Steps()) {
+FoundService FindService(const ScanSession& session, const UniIdT& id, const std::string& in) {
+  for (const ScanStep& step : session.Steps()) {
     if (step.data == nullptr) continue;
     const std::string wanted = in.empty() ? step.path : LoadpointPath(in);
     const MfServiceRoleT* const role =
@@ -96,10 +96,10 @@ FoundServiceT FindService(const ScanSession& session, const UniIdT& id, const st
   return {};
 }
 
-void ExplainMissingService(const ScanSession& session, const FindServiceOptionsT& options) {
+void ExplainMissingService(const ScanSession& session, const FindServiceOptions& options) {
   std::map<std::string, std::string> declared;
   std::map<std::string, std::string> paths;
-  for (const ScanStepT& step : session.Steps()) {
+  for (const ScanStep& step : session.Steps()) {
     if (step.data == nullptr) continue;
     if (!step.path.empty()) paths.emplace(LoadpointPath(step.path), LoadpointPath(step.path));
     for (const MfRunnableT* runnable : step.data->runnables) {
@@ -118,7 +118,7 @@ void ExplainMissingService(const ScanSession& session, const FindServiceOptionsT
 
 }  // namespace
 
-int RunFindClass(const FindClassOptionsT& options) {
+int RunFindClass(const FindClassOptions& options) {
   const UniIdT scope = options.scope.empty() ? UniIdT{} : ParseId(options.scope);
   const ScanSession session(options.scan);
   liMfRepository* const repository = session.Repository();
@@ -136,10 +136,10 @@ int RunFindClass(const FindClassOptionsT& options) {
   return ExitStatus(session, entry != nullptr);
 }
 
-int RunFindService(const FindServiceOptionsT& options) {
+int RunFindService(const FindServiceOptions& options) {
   const UniIdT id = ParseId(options.id);
   const ScanSession session(options.scan);
-  const FoundServiceT found = FindService(session, id, options.in);
+  const FoundService found = FindService(session, id, options.in);
   if (options.scan.json) {
     fmt::print("{}",
                JsonText({{"found", found.role != nullptr},

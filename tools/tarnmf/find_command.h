@@ -5,27 +5,27 @@
 #include <cstdint>
 #include <string>
 
-#include "scan_session.h"
+#include "tools/tarnmf/scan_session.h"
 
 namespace tool {
 
-struct FindClassOptionsT {
-  ScanOptionsT scan;
+struct FindClassOptions {
+  ScanOptions scan;
   std::string name;
   std::string scope;  // empty: none
   std::int16_t version = 0;
   std::int16_t limit = INT16_MAX;
 };
 
-struct FindServiceOptionsT {
-  ScanOptionsT scan;
+struct FindServiceOptions {
+  ScanOptions scan;
   std::string id;
   std::string in;  // path of the load point; empty: all of them
 };
 
 // Both return the exit status.
-int RunFindClass(const FindClassOptionsT& options);
-int RunFindService(const FindServiceOptionsT& options);
+int RunFindClass(const FindClassOptions& options);
+int RunFindService(const FindServiceOptions& options);
 
 }  // namespace tool
 

@@ -1,27 +1,27 @@
-#include "list_command.h"
+#include "tools/tarnmf/list_command.h"
 
 #include <fmt/format.h>
 #include <vector>
 
-#include "record_json.h"
-#include "scan_report.h"
-#include "scan_view.h"
-#include "text.h"
+#include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/scan_report.h"
+#include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 namespace {
 
 // One line of text and one JSON object for the same thing.
-struct RowT {
+struct Row {
   std::string text;
   Json json;
 };
 
-std::vector<RowT> Loadpoints(const ScanSession& session) {
+std::vector<Row> Loadpoints(const ScanSession& session) {
   liMfRepository& repository = *session.Repository();
   std::vector<UniIdT> ids(static_cast<std::size_t>(repository.GetLoadpointIds(nullptr, 0)));
   repository.GetLoadpointIds(ids.data(), static_cast<std::int32_t>(ids.size()));
-  std::vector<RowT> rows;
+  std::vector<Row> rows;
   for (const UniIdT& id : ids) {
     const MfLdpDataT& data = *repository.FindLoadpoint(&id);
     const std::string path = Narrow(data.loadpoint);
@@ -36,9 +36,9 @@ std::vector<RowT> Loadpoints(const ScanSession& session) {
   return rows;
 }
 
-std::vector<RowT> Classes(const ScanSession& session) {
-  std::vector<RowT> rows;
-  for (const ScanStepT& step : session.Steps()) {
+std::vector<Row> Classes(const ScanSession& session) {
+  std::vector<Row> rows;
+  for (const ScanStep& step : session.Steps()) {
     if (step.data == nullptr) continue;
     for (const MfIntfClassT* record : step.data->classes) {
       const std::string id = IdText(record->ids[kMfClientSide]);
@@ -59,8 +59,8 @@ std::vector<RowT> Classes(const ScanSession& session) {
   return rows;
 }
 
-std::vector<RowT> Services(const ScanSession& session) {
-  std::vector<RowT> rows;
+std::vector<Row> Services(const ScanSession& session) {
+  std::vector<Row> rows;
   for (const MfSvcResolveT& entry : ServiceEntries(*session.Repository())) {
     rows.push_back({fmt::format("{} {} version {}, combined id {}", IdText(entry.ids[kMfServiceId]),
                                 *entry.key != '\0' ? entry.key : "(no name)", entry.versionKey / 2,
@@ -70,7 +70,7 @@ std::vector<RowT> Services(const ScanSession& session) {
   return rows;
 }
 
-std::vector<RowT> Rows(const ScanSession& session, const std::string& what) {
+std::vector<Row> Rows(const ScanSession& session, const std::string& what) {
   if (session.Repository() == nullptr) return {};
   if (what == "loadpoints") return Loadpoints(session);
   return what == "classes" ? Classes(session) : Services(session);
@@ -78,16 +78,16 @@ std::vector<RowT> Rows(const ScanSession& session, const std::string& what) {
 
 }  // namespace
 
-int RunList(const ScanOptionsT& options, const std::string& what) {
+int RunList(const ScanOptions& options, const std::string& what) {
   const ScanSession session(options);
-  const std::vector<RowT> rows = Rows(session, what);
+  const std::vector<Row> rows = Rows(session, what);
   if (options.json) {
     Json array = Json::array();
-    for (const RowT& row : rows)
+    for (const Row& row : rows)
       array.push_back(row.json);
     fmt::print("{}", JsonText({{what, array}}));
   } else {
-    for (const RowT& row : rows)
+    for (const Row& row : rows)
       fmt::print("{}\n", row.text);
   }
   PrintFailures(session);

@@ -4,12 +4,12 @@
 
 #include <string>
 
-#include "scan_session.h"
+#include "tools/tarnmf/scan_session.h"
 
 namespace tool {
 
 // `what` is "loadpoints", "classes" or "services". Returns the exit status.
-int RunList(const ScanOptionsT& options, const std::string& what);
+int RunList(const ScanOptions& options, const std::string& what);
 
 }  // namespace tool
 

@@ -7,10 +7,10 @@
 #include <stdexcept>
 #include <utility>
 
-#include "find_command.h"
-#include "list_command.h"
-#include "read_command.h"
-#include "scan_command.h"
+#include "tools/tarnmf/find_command.h"
+#include "tools/tarnmf/list_command.h"
+#include "tools/tarnmf/read_command.h"
+#include "tools/tarnmf/scan_command.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ constexpr int kWrongUsage = 2;
 // What to do once the command line has been read.
 using ActionT = std::function<int()>;
 
-void AddScanOptions(CLI::App& command, tool::ScanOptionsT& options) {
+void AddScanOptions(CLI::App& command, tool::ScanOptions& options) {
   command.add_option("--loadpoint", options.loadpoint, "load point of the process")
       ->type_name("DIR");
   command.add_option("--add", options.add, "add the installation in this directory (repeatable)")
@@ -38,7 +38,7 @@ void AddScanOptions(CLI::App& command, tool::ScanOptionsT& options) {
                      "manifest files of the process; by default all *.tmfx of its load point");
 }
 
-void AddRead(CLI::App& app, tool::ReadOptionsT& options, ActionT& action) {
+void AddRead(CLI::App& app, tool::ReadOptions& options, ActionT& action) {
   CLI::App* const read =
       app.add_subcommand("read", "Read manifest files as one load point and print them as JSON");
   read->add_option("--loadpoint", options.loadpoint, "load point to lend to the records")
@@ -47,15 +47,15 @@ void AddRead(CLI::App& app, tool::ReadOptionsT& options, ActionT& action) {
   read->callback([&] { action = [&] { return tool::RunRead(options); }; });
 }
 
-void AddScan(CLI::App& app, tool::ScanOptionsT& options, ActionT& action) {
+void AddScan(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
   CLI::App* const scan = app.add_subcommand(
       "scan", "Scan a process's load points and show what is read, registered and filed");
   AddScanOptions(*scan, options);
   scan->callback([&] { action = [&] { return tool::RunScan(options); }; });
 }
 
-void AddFind(CLI::App& app, tool::FindClassOptionsT& classOptions,
-             tool::FindServiceOptionsT& serviceOptions, ActionT& action) {
+void AddFind(CLI::App& app, tool::FindClassOptions& classOptions,
+             tool::FindServiceOptions& serviceOptions, ActionT& action) {
   CLI::App* const find = app.add_subcommand("find", "Ask the repository of a scan one question");
   find->require_subcommand(1);
 
@@ -77,7 +77,7 @@ void AddFind(CLI::App& app, tool::FindClassOptionsT& classOptions,
   byService->callback([&] { action = [&] { return tool::RunFindService(serviceOptions); }; });
 }
 
-void AddList(CLI::App& app, tool::ScanOptionsT& options, ActionT& action) {
+void AddList(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
   CLI::App* const list = app.add_subcommand("list", "Show what the repository of a scan holds");
   list->require_subcommand(1);
   const std::pair<const char*, const char*> kinds[] = {
@@ -99,11 +99,11 @@ int main(int argc, char** argv) {
   CLI::App app("Reads, checks and scans the manifests of a platform installation", "tarnmf");
   app.set_version_flag("--version", TARNMF_VERSION);
   app.require_subcommand(1);
-  tool::ReadOptionsT read;
-  tool::ScanOptionsT scan;
-  tool::ScanOptionsT list;
-  tool::FindClassOptionsT findClass;
-  tool::FindServiceOptionsT findService;
+  tool::ReadOptions read;
+  tool::ScanOptions scan;
+  tool::ScanOptions list;
+  tool::FindClassOptions findClass;
+  tool::FindServiceOptions findService;
   ActionT action;
   AddRead(app, read, action);
   AddScan(app, scan, action);

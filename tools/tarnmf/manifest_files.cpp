@@ -1,4 +1,4 @@
-#include "manifest_files.h"
+#include "tools/tarnmf/manifest_files.h"
 
 #include <cstdlib>
 #include <exception>
@@ -11,10 +11,10 @@
 #include <cxxabi.h>
 #endif
 
+#include "tarnmf/dispose.h"
 #include "tarnmf/ldp_loader.h"
 
-#include "dispose.h"
-#include "error_table.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 namespace {
@@ -34,7 +34,7 @@ std::string ExceptionType() {
 
 }  // namespace
 
-std::string LoadResultT::InWords() const {
+std::string LoadResult::InWords() const {
   return exception ? "the XML library says: " + *exception : CodeInWords(code);
 }
 
@@ -53,10 +53,10 @@ std::vector<std::string> ManifestsIn(const std::string& directory) {
   return files;
 }
 
-LoadResultT Load(const btkFSList& files, const btkWChar* loadpoint, MfLdpDataT& data) {
-  LoadResultT result;
+LoadResult Load(const btkFSList& files, const btkWChar* loadpoint, MfLdpDataT& data) {
+  LoadResult result;
   try {
-    const DisposePtrT<liLdpMfLoader> loader(liLdpMfLoader::CreateNew(nullptr));
+    const tarnmf::DisposePtr<liLdpMfLoader> loader(liLdpMfLoader::CreateNew(nullptr));
     result.code = loader ? loader->Load(&data, loadpoint, files) : kBtkNoMemory;
   } catch (...) {
     result.exception = CurrentException();
@@ -67,7 +67,7 @@ LoadResultT Load(const btkFSList& files, const btkWChar* loadpoint, MfLdpDataT& 
 std::optional<std::string> FirstBadFile(const std::vector<std::string>& files) {
   for (const std::string& file : files) {
     MfLdpDataT scratch;
-    const LoadResultT result = Load(FileList({file}), nullptr, scratch);
+    const LoadResult result = Load(FileList({file}), nullptr, scratch);
     if (!result.Failed()) continue;
     std::error_code ignored;
     const bool exists = std::filesystem::exists(file, ignored);

@@ -14,7 +14,7 @@
 namespace tool {
 
 // How a load ended: with a code, or with an exception.
-struct LoadResultT {
+struct LoadResult {
   BtkErrorT code = kBtkOk;
   std::optional<std::string> exception;
 
@@ -28,7 +28,7 @@ btkFSList FileList(const std::vector<std::string>& files);
 std::vector<std::string> ManifestsIn(const std::string& directory);
 
 // Loads the files in order as one load point. `loadpoint` has to outlive `data`.
-LoadResultT Load(const btkFSList& files, const btkWChar* loadpoint, MfLdpDataT& data);
+LoadResult Load(const btkFSList& files, const btkWChar* loadpoint, MfLdpDataT& data);
 
 // The first file that cannot be loaded by itself, and why; nothing when each of them can.
 std::optional<std::string> FirstBadFile(const std::vector<std::string>& files);

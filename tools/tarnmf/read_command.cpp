@@ -1,17 +1,17 @@
-#include "read_command.h"
+#include "tools/tarnmf/read_command.h"
 
 #include <fmt/format.h>
 
-#include "manifest_files.h"
-#include "record_json.h"
-#include "text.h"
+#include "tools/tarnmf/manifest_files.h"
+#include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 
-int RunRead(const ReadOptionsT& options) {
-  const WideStringT loadpoint = Widen(options.loadpoint);
+int RunRead(const ReadOptions& options) {
+  const WideString loadpoint = Widen(options.loadpoint);
   MfLdpDataT data;
-  const LoadResultT result = Load(FileList(options.files), loadpoint.c_str(), data);
+  const LoadResult result = Load(FileList(options.files), loadpoint.c_str(), data);
 
   Json output;
   output["code"] = result.exception ? Json() : Json(static_cast<int>(result.code));

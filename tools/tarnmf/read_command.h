@@ -7,13 +7,13 @@
 
 namespace tool {
 
-struct ReadOptionsT {
+struct ReadOptions {
   std::string loadpoint;  // empty: none
   std::vector<std::string> files;
 };
 
 // Returns the exit status.
-int RunRead(const ReadOptionsT& options);
+int RunRead(const ReadOptions& options);
 
 }  // namespace tool
 

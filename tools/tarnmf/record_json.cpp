@@ -1,8 +1,8 @@
-#include "record_json.h"
+#include "tools/tarnmf/record_json.h"
 
 #include <algorithm>
 
-#include "text.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 namespace {

@@ -1,13 +1,13 @@
-#include "scan_command.h"
+#include "tools/tarnmf/scan_command.h"
 
 #include <fmt/format.h>
 
-#include "scan_json.h"
-#include "scan_report.h"
+#include "tools/tarnmf/scan_json.h"
+#include "tools/tarnmf/scan_report.h"
 
 namespace tool {
 
-int RunScan(const ScanOptionsT& options) {
+int RunScan(const ScanOptions& options) {
   const ScanSession session(options);
   if (options.json) {
     fmt::print("{}", JsonText(ToJson(session)));

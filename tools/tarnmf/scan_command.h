@@ -2,12 +2,12 @@
 #ifndef TOOLS_TARNMF_SCAN_COMMAND_H
 #define TOOLS_TARNMF_SCAN_COMMAND_H
 
-#include "scan_session.h"
+#include "tools/tarnmf/scan_session.h"
 
 namespace tool {
 
 // Returns the exit status.
-int RunScan(const ScanOptionsT& options);
+int RunScan(const ScanOptions& options);
 
 }  // namespace tool
 

@@ -1,10 +1,11 @@
-#include "scan_json.h"
+#include "tools/tarnmf/scan_json.h"
 
 #include <algorithm>
 
-#include "error_table.h"
-#include "scan_view.h"
-#include "text.h"
+#include "tarnmf/error_text.h"
+
+#include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 namespace {
@@ -75,7 +76,7 @@ Json ServiceJson(const btkHostServiceT& service) {
           {"hasInstance", service.hasInstance}};
 }
 
-Json RegisteredJson(const RegisteredT& registered) {
+Json RegisteredJson(const Registered& registered) {
   const btkHostDlmManager& dlm = btkHostEmbeddedDlmManager();
   const auto& services = btkHostEmbeddedServiceManager().Services();
   const auto installation = [](const btkHostInstallationT& made) {
@@ -89,7 +90,7 @@ Json RegisteredJson(const RegisteredT& registered) {
       {"services", Array(Part(services, registered.services), ServiceJson)}};
 }
 
-Json ModulesJson(const ScanStepT& step) {
+Json ModulesJson(const ScanStep& step) {
   return Array(step.data->modules, [&](const MfModuleT* module) {
     const std::string file = ResolvedFile(*module);
     const MfModuleImplT* const impl = module->selectedImpl;
@@ -101,7 +102,7 @@ Json ModulesJson(const ScanStepT& step) {
   });
 }
 
-Json FiledJson(liMfRepository& repository, const ScanStepT& step) {
+Json FiledJson(liMfRepository& repository, const ScanStep& step) {
   Json classes = Json::array();
   for (const MfIntfClassT* record : step.data->classes) {
     if (record->commonname == nullptr) continue;
@@ -122,7 +123,7 @@ Json PreloadJson(const btkHostPreloadT& preload) {
           {"failure", preload.failure.empty() ? Json() : Json(preload.failure)}};
 }
 
-Json StepJson(const ScanSession& session, const ScanStepT& step) {
+Json StepJson(const ScanSession& session, const ScanStep& step) {
   Json json = {{"kind", step.isProcess ? "process" : "installation"},
                {"directory", step.directory},
                {"loadpoint", step.path},
@@ -144,17 +145,18 @@ Json StepJson(const ScanSession& session, const ScanStepT& step) {
 
 }  // namespace
 
-Json ToJson(const LoadResultT& result) {
+Json ToJson(const LoadResult& result) {
   if (result.exception) return {{"code", Json()}, {"exception", *result.exception}};
-  return {{"code", static_cast<int>(result.code)}, {"meaning", Meaning(result.code)}};
+  return {{"code", static_cast<int>(result.code)},
+          {"meaning", tarnmf::DescribeError(result.code).sentence}};
 }
 
 Json ToJson(const ScanSession& session) {
   const auto& steps = session.Steps();
   const auto failed = std::find_if(steps.begin(), steps.end(),
-                                   [](const ScanStepT& step) { return step.result.Failed(); });
+                                   [](const ScanStep& step) { return step.result.Failed(); });
   Json json = {{"code", failed != steps.end() ? ToJson(failed->result)["code"] : Json(0)}};
-  json["steps"] = Array(steps, [&](const ScanStepT& step) { return StepJson(session, step); });
+  json["steps"] = Array(steps, [&](const ScanStep& step) { return StepJson(session, step); });
   json["skipped"] = session.Skipped();
   return json;
 }

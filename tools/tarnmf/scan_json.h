@@ -2,8 +2,8 @@
 #ifndef TOOLS_TARNMF_SCAN_JSON_H
 #define TOOLS_TARNMF_SCAN_JSON_H
 
-#include "record_json.h"
-#include "scan_session.h"
+#include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/scan_session.h"
 
 namespace tool {
 
@@ -11,7 +11,7 @@ namespace tool {
 // "code" is that of the first step that failed, 0 when none did, null for an exception.
 Json ToJson(const ScanSession& session);
 
-Json ToJson(const LoadResultT& result);
+Json ToJson(const LoadResult& result);
 
 }  // namespace tool
 

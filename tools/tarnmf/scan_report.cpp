@@ -1,10 +1,10 @@
-#include "scan_report.h"
+#include "tools/tarnmf/scan_report.h"
 
 #include <cstdio>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include "scan_view.h"
+#include "tools/tarnmf/scan_view.h"
 
 namespace tool {
 namespace {
@@ -13,7 +13,7 @@ const char* OrDash(const char* text) {
   return text != nullptr ? text : "-";
 }
 
-std::string StepName(const ScanStepT& step) {
+std::string StepName(const ScanStep& step) {
   if (!step.isProcess) return fmt::format("installation {}", step.directory);
   return step.directory.empty() ? "process without a load point"
                                 : fmt::format("process load point {}", step.directory);
@@ -26,13 +26,13 @@ std::string Joined(const std::vector<btkHostWideT>& texts) {
   return joined;
 }
 
-void PrintModules(const ScanStepT& step) {
+void PrintModules(const ScanStep& step) {
   if (step.data->modules.count > 0) fmt::print("  modules\n");
   for (const MfModuleT* module : step.data->modules) {
     const char* machine =
         module->selectedImpl != nullptr ? module->selectedImpl->machinetype : nullptr;
     fmt::print("    {} ({}, {}{})\n", OrDash(module->id),
-               module->type != nullptr ? module->type : "sharedLib",
+               module->type != nullptr ? module->type : kBtkSharedLibType,
                machine != nullptr ? machine : "any machine",
                IsFallback(*module) ? ", in place of one for this machine that is not there" : "");
     const std::string file = ResolvedFile(*module);
@@ -45,7 +45,7 @@ void PrintModules(const ScanStepT& step) {
   }
 }
 
-void PrintInterfaces(const RegisteredT& registered) {
+void PrintInterfaces(const Registered& registered) {
   const auto refs = Part(btkHostEmbeddedDlmManager().InterfaceRefs(), registered.interfaces);
   if (!refs.empty()) fmt::print("  interface references\n");
   for (const btkHostIntfRefT& ref : refs) {
@@ -55,7 +55,7 @@ void PrintInterfaces(const RegisteredT& registered) {
   }
 }
 
-void PrintRunnables(const RegisteredT& registered) {
+void PrintRunnables(const Registered& registered) {
   const auto runnables = Part(btkHostEmbeddedDlmManager().Runnables(), registered.runnables);
   if (!runnables.empty()) fmt::print("  launchers, apps and services that can be started\n");
   for (const btkHostRunnableT& runnable : runnables) {
@@ -66,7 +66,7 @@ void PrintRunnables(const RegisteredT& registered) {
   }
 }
 
-void PrintServices(const RegisteredT& registered) {
+void PrintServices(const Registered& registered) {
   const auto services = Part(btkHostEmbeddedServiceManager().Services(), registered.services);
   if (!services.empty()) fmt::print("  services\n");
   for (const btkHostServiceT& service : services) {
@@ -76,7 +76,7 @@ void PrintServices(const RegisteredT& registered) {
   }
 }
 
-void PrintLayouts(const RegisteredT& registered) {
+void PrintLayouts(const Registered& registered) {
   const auto layouts = Part(btkHostEmbeddedDlmManager().Layouts(), registered.layouts);
   if (!layouts.empty()) fmt::print("  library layouts\n");
   for (const btkHostLayoutT& layout : layouts) {
@@ -87,7 +87,7 @@ void PrintLayouts(const RegisteredT& registered) {
   }
 }
 
-void PrintPreloads(const RegisteredT& registered) {
+void PrintPreloads(const Registered& registered) {
   const auto preloads = Part(btkHostEmbeddedDlmManager().Preloads(), registered.preloads);
   if (!preloads.empty()) fmt::print("  preloaded\n");
   for (const btkHostPreloadT& preload : preloads) {
@@ -96,7 +96,7 @@ void PrintPreloads(const RegisteredT& registered) {
   }
 }
 
-void PrintFiled(liMfRepository& repository, const ScanStepT& step) {
+void PrintFiled(liMfRepository& repository, const ScanStep& step) {
   fmt::print("  classes by name\n");
   for (const MfIntfClassT* record : step.data->classes) {
     if (record->commonname == nullptr) continue;
@@ -111,11 +111,11 @@ void PrintFiled(liMfRepository& repository, const ScanStepT& step) {
   }
 }
 
-void PrintStep(const ScanSession& session, const ScanStepT& step) {
+void PrintStep(const ScanSession& session, const ScanStep& step) {
   fmt::print("{}\n", StepName(step));
   if (step.result.Failed()) fmt::print("  FAILED: {}\n", step.reason);
   if (!step.path.empty()) fmt::print("  path {}\n", step.path);
-  if (!IsNullId(step.scope)) fmt::print("  scope {}\n", IdText(step.scope));
+  if (!btkUniIdIsNull(step.scope)) fmt::print("  scope {}\n", IdText(step.scope));
   fmt::print("  manifests: {}\n", fmt::join(step.manifests, ", "));
   PrintLayouts(step.registered);
   if (step.data == nullptr) return;
@@ -132,14 +132,14 @@ void PrintStep(const ScanSession& session, const ScanStepT& step) {
 }  // namespace
 
 void PrintReport(const ScanSession& session) {
-  for (const ScanStepT& step : session.Steps())
+  for (const ScanStep& step : session.Steps())
     PrintStep(session, step);
 }
 
 void PrintFailures(const ScanSession& session) {
   // Both streams may be one file or terminal.
   std::fflush(stdout);
-  for (const ScanStepT& step : session.Steps()) {
+  for (const ScanStep& step : session.Steps()) {
     for (const std::string& line : {step.warning, step.reason}) {
       if (!line.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), line);
     }

@@ -2,7 +2,7 @@
 #ifndef TOOLS_TARNMF_SCAN_REPORT_H
 #define TOOLS_TARNMF_SCAN_REPORT_H
 
-#include "scan_session.h"
+#include "tools/tarnmf/scan_session.h"
 
 namespace tool {
 

@@ -1,4 +1,4 @@
-#include "scan_session.h"
+#include "tools/tarnmf/scan_session.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -7,9 +7,9 @@
 
 #include "tarnmf/options.h"
 
-#include "diagnosis.h"
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
+#include "tools/tarnmf/diagnosis.h"
 
 namespace tool {
 namespace {
@@ -53,10 +53,10 @@ class RegistrationWatch {
  public:
   RegistrationWatch() : before_(Counts()) {}
 
-  RegisteredT Added() const {
-    const RegisteredT now = Counts();
-    const auto range = [](const RangeT& before, const RangeT& after) {
-      return RangeT{before.end, after.end};
+  Registered Added() const {
+    const Registered now = Counts();
+    const auto range = [](const Range& before, const Range& after) {
+      return Range{before.end, after.end};
     };
     return {range(before_.installations, now.installations),
             range(before_.layouts, now.layouts),
@@ -68,7 +68,7 @@ class RegistrationWatch {
   }
 
  private:
-  static RegisteredT Counts() {
+  static Registered Counts() {
     const btkHostDlmManager& dlm = btkHostEmbeddedDlmManager();
     return {{0, dlm.Installations().size()},
             {0, dlm.Layouts().size()},
@@ -79,12 +79,12 @@ class RegistrationWatch {
             {0, btkHostEmbeddedServiceManager().Services().size()}};
   }
 
-  RegisteredT before_;
+  Registered before_;
 };
 
 template <class Scan>
-LoadResultT Try(Scan scan) {
-  LoadResultT result;
+LoadResult Try(Scan scan) {
+  LoadResult result;
   try {
     result.code = scan();
   } catch (...) {
@@ -106,7 +106,7 @@ std::string Absolute(const std::string& path) {
 
 }  // namespace
 
-ScanSession::ScanSession(const ScanOptionsT& options) {
+ScanSession::ScanSession(const ScanOptions& options) {
   for (const std::string& setting : options.options)
     SetOption(setting);
   if (!options.service.empty()) PoseInService(options.service);
@@ -121,11 +121,11 @@ ScanSession::ScanSession(const ScanOptionsT& options) {
 
 bool ScanSession::Failed() const {
   return std::any_of(steps_.begin(), steps_.end(),
-                     [](const ScanStepT& step) { return step.result.Failed(); });
+                     [](const ScanStep& step) { return step.result.Failed(); });
 }
 
-void ScanSession::ScanProcess(const ScanOptionsT& options) {
-  ScanStepT& step = steps_.emplace_back();
+void ScanSession::ScanProcess(const ScanOptions& options) {
+  ScanStep& step = steps_.emplace_back();
   step.isProcess = true;
   step.directory = options.loadpoint;
   step.path = Absolute(options.loadpoint);
@@ -142,7 +142,7 @@ void ScanSession::ScanProcess(const ScanOptionsT& options) {
 }
 
 void ScanSession::ScanInstallation(const std::string& directory) {
-  ScanStepT& step = steps_.emplace_back();
+  ScanStep& step = steps_.emplace_back();
   step.directory = directory;
   const std::string absolute = Absolute(directory);
   step.manifests = ManifestsIn(absolute);
@@ -159,8 +159,9 @@ void ScanSession::ScanInstallation(const std::string& directory) {
   if (step.result.Failed()) step.reason = ExplainFailure(step);
 }
 
-void ScanSession::FindData(ScanStepT& step) const {
-  btkHostEmbeddedDlmManager().QueryLoadpointId(&step.id, Widen(step.path).c_str());
+void ScanSession::FindData(ScanStep& step) const {
+  const std::string& path = step.path;
+  if (btkHostEmbeddedDlmManager().QueryLoadpointId(&step.id, Widen(path).c_str()) != kBtkOk) return;
   if (Repository() != nullptr) step.data = Repository()->FindLoadpoint(&step.id);
 }
 

@@ -9,12 +9,12 @@
 
 #include "tarnmf/repository.h"
 
-#include "manifest_files.h"
-#include "text.h"
+#include "tools/tarnmf/manifest_files.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 
-struct ScanOptionsT {
+struct ScanOptions {
   std::string loadpoint;  // of the process; empty: none
   std::vector<std::string> files;
   std::vector<std::string> add;      // installation directories
@@ -24,31 +24,31 @@ struct ScanOptionsT {
 };
 
 // The part of a manager's list that one step has added.
-struct RangeT {
+struct Range {
   std::size_t begin = 0;
   std::size_t end = 0;
 };
 
 // What one step has registered with the embedded managers.
-struct RegisteredT {
-  RangeT installations;
-  RangeT layouts;
-  RangeT resolutions;
-  RangeT interfaces;
-  RangeT runnables;
-  RangeT preloads;
-  RangeT services;
+struct Registered {
+  Range installations;
+  Range layouts;
+  Range resolutions;
+  Range interfaces;
+  Range runnables;
+  Range preloads;
+  Range services;
 };
 
 // The process's own load point, or one installation.
-struct ScanStepT {
+struct ScanStep {
   bool isProcess = false;
   std::string directory;  // as given; may be empty for the process
   std::vector<std::string> manifests;
-  LoadResultT result;
+  LoadResult result;
   std::string reason;   // in words, after a failure
   std::string warning;  // what was odd about a step that went well
-  RegisteredT registered;
+  Registered registered;
   UniIdT id = {};
   UniIdT scope = {};
   std::string path;            // of the load point
@@ -58,21 +58,21 @@ struct ScanStepT {
 class ScanSession {
  public:
   // Sets up the process and scans. Throws std::invalid_argument for an option that cannot be read.
-  explicit ScanSession(const ScanOptionsT& options);
+  explicit ScanSession(const ScanOptions& options);
 
   // Null when the process's own load point could not be scanned.
   liMfRepository* Repository() const { return liMfRepository::Instance(); }
-  const std::vector<ScanStepT>& Steps() const { return steps_; }
+  const std::vector<ScanStep>& Steps() const { return steps_; }
   // Installations that could not be scanned because the process's own load point failed.
   const std::vector<std::string>& Skipped() const { return skipped_; }
   bool Failed() const;
 
  private:
-  void ScanProcess(const ScanOptionsT& options);
+  void ScanProcess(const ScanOptions& options);
   void ScanInstallation(const std::string& directory);
-  void FindData(ScanStepT& step) const;
+  void FindData(ScanStep& step) const;
 
-  std::vector<ScanStepT> steps_;
+  std::vector<ScanStep> steps_;
   std::vector<std::string> skipped_;
 };
 

@@ -1,11 +1,11 @@
-#include "scan_view.h"
+#include "tools/tarnmf/scan_view.h"
 
 #include <algorithm>
 #include <fmt/format.h>
 #include <limits>
 
 #include "platform/runtime.h"
-#include "text.h"
+#include "tools/tarnmf/text.h"
 
 namespace tool {
 namespace {
@@ -26,7 +26,7 @@ std::string ResolvedFile(const MfModuleT& module) {
   return impl != nullptr && impl->resolvedPath != nullptr ? impl->resolvedPath : "";
 }
 
-std::vector<std::string> TriedFiles(const ScanStepT& step, const MfModuleT& module) {
+std::vector<std::string> TriedFiles(const ScanStep& step, const MfModuleT& module) {
   std::vector<std::string> tried;
   const auto& resolutions = btkHostEmbeddedDlmManager().Resolutions();
   for (const btkHostResolutionT& resolution : Part(resolutions, step.registered.resolutions)) {
@@ -44,7 +44,7 @@ bool IsFallback(const MfModuleT& module) {
   });
 }
 
-std::string WhyUnanswered(liMfRepository& repository, const ScanStepT& step,
+std::string WhyUnanswered(liMfRepository& repository, const ScanStep& step,
                           const MfIntfClassT& record) {
   if (record.commonname == nullptr) return "it has no common name";
   const MfSvcResolveT* const entry = repository.FindClassImpl(
@@ -54,7 +54,7 @@ std::string WhyUnanswered(liMfRepository& repository, const ScanStepT& step,
     return entry != nullptr ? "another entry comes first"
                             : "no query asks for a negative service version";
   }
-  if (!IsNullId(record.xsid)) {
+  if (!btkUniIdIsNull(record.xsid)) {
     return fmt::format("not filed: its hosting service {} is none of this load point",
                        IdText(record.xsid));
   }

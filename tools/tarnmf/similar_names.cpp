@@ -1,4 +1,4 @@
-#include "similar_names.h"
+#include "tools/tarnmf/similar_names.h"
 
 #include <algorithm>
 #include <cctype>

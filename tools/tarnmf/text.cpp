@@ -1,7 +1,9 @@
-#include "text.h"
+#include "tools/tarnmf/text.h"
 
 #include <fmt/format.h>
 #include <stdexcept>
+
+#include "tarnmf/error_text.h"
 
 #include "platform/filesystem.h"
 
@@ -11,14 +13,19 @@ std::string Narrow(const btkWChar* wide) {
   return btkFSPath(wide).NarrowText();
 }
 
-WideStringT Widen(const std::string& narrow) {
+WideString Widen(const std::string& narrow) {
   return btkFSPath(narrow.c_str()).WideText();
 }
 
+std::string CodeInWords(BtkErrorT code) {
+  const tarnmf::ErrorText text = tarnmf::DescribeError(code);
+  return fmt::format("code {}, {}: {}", static_cast<int>(code), text.name, text.sentence);
+}
+
 std::string IdText(const UniIdT& id) {
-  char text[37];
-  btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdDashed, 0);
-  return text;
+  char text[kBtkUniIdDashedLength + 1];
+  const BtkErrorT e = btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdDashed, 0);
+  return e == kBtkOk ? text : "";
 }
 
 UniIdT ParseId(const std::string& text) {
@@ -29,10 +36,6 @@ UniIdT ParseId(const std::string& text) {
         fmt::format("\"{}\" is not an id (36 characters with dashes, or 32 digits)", text));
   }
   return id;
-}
-
-bool IsNullId(const UniIdT& id) {
-  return IsEqual(id, UniIdT{});
 }
 
 bool IsEqual(const UniIdT& left, const UniIdT& right) {

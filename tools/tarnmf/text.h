@@ -4,19 +4,23 @@
 
 #include <string>
 
+#include "platform/errors.h"
 #include "platform/types.h"
 #include "platform/unique_id.h"
 
 namespace tool {
 
-using WideStringT = std::basic_string<btkWChar>;
+using WideString = std::basic_string<btkWChar>;
 
 // Wide text as UTF-8; null is empty.
 std::string Narrow(const btkWChar* wide);
-inline std::string Narrow(const WideStringT& wide) {
+inline std::string Narrow(const WideString& wide) {
   return Narrow(wide.c_str());
 }
-WideStringT Widen(const std::string& narrow);
+WideString Widen(const std::string& narrow);
+
+// "code 42, unexpected: ...".
+std::string CodeInWords(BtkErrorT code);
 
 // The 36-character form.
 std::string IdText(const UniIdT& id);
@@ -24,7 +28,6 @@ std::string IdText(const UniIdT& id);
 // Reads either text form; throws std::invalid_argument with a sentence for people.
 UniIdT ParseId(const std::string& text);
 
-bool IsNullId(const UniIdT& id);
 bool IsEqual(const UniIdT& left, const UniIdT& right);
 
 }  // namespace tool

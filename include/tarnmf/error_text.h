@@ -1,17 +1,21 @@
-#include "error_table.h"
+/// @file
+/// What the codes mean, in words for people.
+#ifndef TARNMF_ERROR_TEXT_H
+#define TARNMF_ERROR_TEXT_H
 
-#include <fmt/format.h>
+#include "platform/errors.h"
 
-namespace tool {
-namespace {
+namespace tarnmf {
 
-struct ErrorRowT {
-  const char* name;
-  const char* sentence;
+/// Both texts live as long as the program.
+struct ErrorText {
+  const char* name;      ///< a word or two, in lower case
+  const char* sentence;  ///< all that the code can mean, without a full stop
 };
 
-// Without a default, so that the compiler misses the row of a code that has none.
-constexpr ErrorRowT RowOf(BtkErrorT code) {
+/// The words for `code`; a code that the library does not produce itself is called "other".
+constexpr ErrorText DescribeError(BtkErrorT code) {
+  // Without a default, so that the compiler misses the words of a code that has none.
   switch (code) {
     case kBtkOk:
       return {"ok", "success"};
@@ -40,7 +44,7 @@ constexpr ErrorRowT RowOf(BtkErrorT code) {
     case kBtkBadText:
       return {"bad text", "text that is not valid in its encoding"};
     case kBtkNoMemory:
-      return {"no memory", "memory could not be had"};
+      return {"no memory", "out of memory"};
     case kBtkNotSharedLib:
       return {"not a shared library", "a module inside a class side is not of type \"sharedLib\""};
     case kBtkStarting:
@@ -58,15 +62,6 @@ constexpr ErrorRowT RowOf(BtkErrorT code) {
   return {"other", "a code of the platform"};
 }
 
-}  // namespace
+}  // namespace tarnmf
 
-const char* Meaning(BtkErrorT code) {
-  return RowOf(code).sentence;
-}
-
-std::string CodeInWords(BtkErrorT code) {
-  const ErrorRowT row = RowOf(code);
-  return fmt::format("code {}, {}: {}", static_cast<int>(code), row.name, row.sentence);
-}
-
-}  // namespace tool
+#endif  // TARNMF_ERROR_TEXT_H
