@@ -25,10 +25,11 @@ BtkErrorT ReadArg(ArgsReader& reader, DOMNode& element) {
   if (BtkErrorT e = DispatchOptionalAttributes(element, &reader, kArgAttributes)) return e;
   if (child == nullptr) return kBtkOk;
   if (child->getNodeType() != DOMNode::TEXT_NODE) return kBtkUnexpected;
-  const XMLCh* const text = child->getNodeValue();
-  if (text == nullptr) return kBtkMalformed;
-  return (reader.flags & ArgsReader::kPrecomposed) != 0 ? AppendWholeArgument(text, reader.args)
-                                                        : AppendArguments(text, reader.args);
+  WideText text;
+  if (BtkErrorT e = ReadWide(child->getNodeValue(), text)) return e;
+  const bool precomposed = (reader.flags & ArgsReader::kPrecomposed) != 0;
+  return precomposed ? AppendWholeArgument(std::move(text), reader.args)
+                     : AppendArguments(std::move(text), reader.args);
 }
 
 constexpr MfTagEntryT kArgsChildren[] = {

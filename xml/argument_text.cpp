@@ -1,73 +1,75 @@
 #include "xml/argument_text.h"
 
 #include "platform/runtime.h"
-#include "support/owned.h"
 
 namespace tarnmf {
 namespace {
 
-struct Piece {
-  const btkWChar* begin;
-  const btkWChar* end;
-};
+constexpr btkWChar kSpace = BTK_W(' ');
+constexpr btkWChar kQuotedSpace = BTK_W('\t');  // stands for white space inside quotes
 
-bool IsBlank(btkWChar unit) {
-  return unit == BTK_W(' ') || unit == BTK_W('\t') || unit == BTK_W('\r') || unit == BTK_W('\n');
+bool IsBlank(const btkWChar* text) {
+  while (*text == kSpace || *text == BTK_W('\t') || *text == BTK_W('\r') || *text == BTK_W('\n'))
+    ++text;
+  return *text == 0;
 }
 
-// Takes the next piece off `cursor`; false at the end of the text. A quoted piece may be empty.
-bool NextPiece(const btkWChar*& cursor, Piece& piece) {
-  while (btk_iswspace(*cursor))
-    ++cursor;
-  if (*cursor == 0) return false;
-  const btkWChar first = *cursor;
-  if (first == BTK_W('"') || first == BTK_W('\'')) {
-    piece.begin = ++cursor;
-    while (*cursor != 0 && *cursor != first)
-      ++cursor;
-    piece.end = cursor;
-    if (*cursor != 0) ++cursor;
-    return true;
+bool IsQuote(btkWChar unit) {
+  return unit == BTK_W('"') || unit == BTK_W('\'');
+}
+
+// Rewrites the text so that spaces stand between the arguments and nowhere else. Returns how many
+// arguments begin in it; a quoted one may turn out to be empty.
+std::int32_t SeparateArguments(btkWChar* text) {
+  std::int32_t count = 0;
+  bool inArgument = false;
+  btkWChar quote = 0;  // the one that ends the quoted argument at hand
+  for (btkWChar* unit = text; *unit != 0; ++unit) {
+    if (quote != 0 && *unit != quote) {
+      if (btk_iswspace(*unit)) *unit = kQuotedSpace;
+    } else if (quote != 0) {
+      *unit = kSpace;
+      quote = 0;
+    } else if (btk_iswspace(*unit)) {
+      *unit = kSpace;
+      inArgument = false;
+    } else if (!inArgument) {
+      ++count;
+      inArgument = !IsQuote(*unit);
+      if (!inArgument) quote = std::exchange(*unit, kSpace);
+    }
   }
-  piece.begin = cursor;
-  while (*cursor != 0 && !btk_iswspace(*cursor))
-    ++cursor;
-  piece.end = cursor;
-  return true;
+  return count;
 }
 
-WideText CopyPiece(const Piece& piece) {
-  const auto length = static_cast<std::size_t>(piece.end - piece.begin);
-  WideText copy(static_cast<btkWChar*>(btkReAlloc(nullptr, (length + 1) * sizeof(btkWChar))));
-  if (!copy) return copy;
-  for (std::size_t i = 0; i < length; ++i) {
-    copy.get()[i] = btk_iswspace(piece.begin[i]) ? BTK_W(' ') : piece.begin[i];
+// Cuts the next piece off `rest`; null at the end of the text.
+btkWChar* NextPiece(btkWChar*& rest) {
+  while (*rest == kSpace)
+    ++rest;
+  if (*rest == 0) return nullptr;
+  btkWChar* const piece = rest;
+  for (; *rest != 0 && *rest != kSpace; ++rest) {
+    if (*rest == kQuotedSpace) *rest = kSpace;
   }
-  copy.get()[length] = 0;
-  return copy;
-}
-
-BtkErrorT AppendCopy(WideText copy, ArgList& args) {
-  if (!copy || !args.Append(copy.get())) return kBtkNoMemory;
-  copy.release();
-  return kBtkOk;
+  if (*rest != 0) *rest++ = 0;
+  return piece;
 }
 
 }  // namespace
 
-BtkErrorT AppendWholeArgument(const btkWChar* text, ArgList& args) {
-  const btkWChar* unit = text;
-  while (IsBlank(*unit))
-    ++unit;
-  if (*unit == 0) return kBtkOk;
-  return AppendCopy(WideText(btk_wcsdup(text)), args);
+BtkErrorT AppendWholeArgument(WideText text, ArgList& args) {
+  if (!args.ReserveMore(1)) return kBtkNoMemory;
+  if (!IsBlank(text.get())) args.AppendReserved(text.release());
+  return kBtkOk;
 }
 
-BtkErrorT AppendArguments(const btkWChar* text, ArgList& args) {
-  Piece piece;
-  while (NextPiece(text, piece)) {
-    if (piece.begin == piece.end) continue;
-    if (BtkErrorT e = AppendCopy(CopyPiece(piece), args)) return e;
+BtkErrorT AppendArguments(WideText text, ArgList& args) {
+  if (!args.ReserveMore(SeparateArguments(text.get()))) return kBtkNoMemory;
+  btkWChar* rest = text.get();
+  while (const btkWChar* piece = NextPiece(rest)) {
+    btkWChar* const copy = btk_wcsdup(piece);
+    if (copy == nullptr) return kBtkNoMemory;
+    args.AppendReserved(copy);
   }
   return kBtkOk;
 }

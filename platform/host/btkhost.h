@@ -50,5 +50,8 @@ BTK_API void btkHostFailAllocation(std::int64_t n);
 BTK_API bool btkHostAllocationFailed();
 // Blocks and strings of the platform's allocators that are allocated now.
 BTK_API std::int64_t btkHostLiveAllocations();
+// The size in bytes that a block of the platform's allocators was last asked for. 0 unless the host
+// layer is built with a sanitizer: only then blocks remember it.
+BTK_API std::size_t btkHostBlockSize(const void* block);
 
 #endif  // PLATFORM_HOST_BTKHOST_H

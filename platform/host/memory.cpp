@@ -32,6 +32,7 @@ enum class BlockKind : std::uint64_t { kArray = 1, kString = 2, kSystem = 3 };
 // where it happens.
 struct alignas(std::max_align_t) BlockHeader {
   BlockKind kind;
+  std::size_t bytes;
 };
 
 const char* NameOf(BlockKind kind) {
@@ -59,7 +60,7 @@ BlockHeader* HeaderOf(void* block, BlockKind kind) {
 
 void* RawResize(void* block, std::size_t bytes, BlockKind kind) {
   void* const raw = std::realloc(HeaderOf(block, kind), sizeof(BlockHeader) + bytes);
-  return raw != nullptr ? new (raw) BlockHeader{kind} + 1 : nullptr;
+  return raw != nullptr ? new (raw) BlockHeader{kind, bytes} + 1 : nullptr;
 }
 
 void RawFree(void* block, BlockKind kind) {
@@ -149,6 +150,13 @@ void btkHostFailAllocation(std::int64_t n) {
 }
 bool btkHostAllocationFailed() {
   return g_failed;
+}
+std::size_t btkHostBlockSize([[maybe_unused]] const void* block) {
+#if defined(BTK_CHECKED_HEAP)
+  return (static_cast<const BlockHeader*>(block) - 1)->bytes;
+#else
+  return 0;
+#endif
 }
 std::int64_t btkHostLiveAllocations() {
   return g_liveAllocations;

@@ -146,6 +146,7 @@ TEST_F(LoaderTest, SurvivesEveryFailedAllocation) {
       {
         MfLdpDataT data;
         AllocationFault fault(source, n);
+        fault.Arm();
         const BtkErrorT code = loader_->Load(&data, BTK_W("/here"), files_);
         failed = fault.Hit();
         EXPECT_EQ(IsAnythingLent(data), code == kBtkOk) << n;
@@ -177,7 +178,8 @@ TEST_F(LoaderTest, LetsExceptionsPass) {
   for (int n = 0; failed; ++n) {
     {
       MfLdpDataT data;
-      ThrowingNewFault fault(n);
+      AllocationFault fault(AllocationFault::kThrowingNew, n);
+      fault.Arm();
       try {
         EXPECT_EQ(loader_->Load(&data, BTK_W("/here"), files_), kBtkOk) << n;
       } catch (const xercesc::OutOfMemoryException&) {
@@ -201,6 +203,7 @@ TEST(Factories, MakeALoaderAndNothingElse) {
     EXPECT_EQ(liMfBuilder::CreateNew(kind), nullptr);
   }
   AllocationFault fault(AllocationFault::kOperatorNew, 0);
+  fault.Arm();
   EXPECT_EQ(liLdpMfLoader::CreateNew(nullptr), nullptr);
 }
 

@@ -81,6 +81,7 @@ TEST(Publisher, StandsEveryFailedAllocation) {
       std::int64_t kept = 0;
       {
         AllocationFault fault(source, n);
+        fault.Arm();
         liMfPublisher* made = nullptr;
         const BtkErrorT created = liMfPublisher::CreateNew(&made, kIntfAgentView);
         if (created != kBtkOk) {

@@ -240,7 +240,8 @@ TEST(Indexes, FileAllOrNothingWhenMemoryEnds) {
         const UniIdT ids[] = {Id(1), Id(2)};
         bool done[2];
         {
-          const AllocationFault fault(source, n);
+          AllocationFault fault(source, n);
+          fault.Arm();
           done[0] = FileClassEntry(*repo, "name", &ids[0], &kBtkNullUniId, kMfPerLdp, &cls);
           done[1] =
               FileServiceEntry(*repo, "name", &ids[0], &kBtkNullUniId, &ids[1], kMfPerLdp, 1, &cls);

@@ -246,7 +246,8 @@ TEST(LayoutFile, ReportsEveryFailedAllocation) {
       const std::int64_t live = test::LiveAllocations();
       {
         test::MemoryStream stream(text);
-        const AllocationFault fault(source, n);
+        AllocationFault fault(source, n);
+        fault.Arm();
         const std::string answer = Read(stream);
         hit = fault.Hit();
         kept += hit && answer == result ? 1 : 0;

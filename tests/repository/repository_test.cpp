@@ -90,7 +90,8 @@ TEST_F(RepositoryTest, StandsEveryFailedAllocation) {
       BtkErrorT started{};
       BtkErrorT added{};
       {
-        const AllocationFault fault(source, n);
+        AllocationFault fault(source, n);
+        fault.Arm();
         started = start();
         if (started == kBtkOk) added = add();
         hit = fault.Hit();
@@ -226,7 +227,8 @@ TEST(Options, KeepTheLastValueOfEveryId) {
     OptionTable table;
     for (int i = 0; i < 100; ++i) {
       {
-        const AllocationFault fault(AllocationFault::kPlatform, 0);
+        AllocationFault fault(AllocationFault::kPlatform, 0);
+        fault.Arm();
         table.Set(id(i), 1);
         EXPECT_EQ(fault.Hit(), i % 2 == 0);  // room is made for two
         EXPECT_EQ(table.Find(id(i)) == nullptr, fault.Hit());

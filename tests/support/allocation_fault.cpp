@@ -29,6 +29,10 @@ struct Countdown {
 Countdown g_nothrowNew;
 Countdown g_throwingNew;
 
+Countdown& CountdownOf(tarnmf::test::AllocationFault::Source source) {
+  return source == tarnmf::test::AllocationFault::kOperatorNew ? g_nothrowNew : g_throwingNew;
+}
+
 void* Allocate(std::size_t size) {
   void* block = std::malloc(size > 0 ? size : 1);
   if (block != nullptr) g_liveBlocks.fetch_add(1, std::memory_order_relaxed);
@@ -86,34 +90,28 @@ void operator delete[](void* block, const std::nothrow_t&) noexcept {
 
 namespace tarnmf::test {
 
-AllocationFault::AllocationFault(Source source, std::int64_t n) : source_(source) {
-  if (source == kPlatform) {
-    btkHostFailAllocation(n);
+void AllocationFault::Arm() {
+  armed_ = true;
+  if (source_ == kPlatform) {
+    btkHostFailAllocation(n_);
   } else {
-    g_nothrowNew.Set(n);
+    CountdownOf(source_).Set(n_);
   }
 }
 
-AllocationFault::~AllocationFault() {
+void AllocationFault::Disarm() {
+  hit_ = Hit();
   if (source_ == kPlatform) {
     btkHostFailAllocation(-1);
   } else {
-    g_nothrowNew.Set(-1);
+    CountdownOf(source_).Set(-1);
   }
+  armed_ = false;
 }
 
 bool AllocationFault::Hit() const {
-  return source_ == kPlatform ? btkHostAllocationFailed() : g_nothrowNew.hit.load();
-}
-
-ThrowingNewFault::ThrowingNewFault(std::int64_t n) {
-  g_throwingNew.Set(n);
-}
-ThrowingNewFault::~ThrowingNewFault() {
-  g_throwingNew.Set(-1);
-}
-bool ThrowingNewFault::Hit() const {
-  return g_throwingNew.hit;
+  if (!armed_) return hit_;
+  return source_ == kPlatform ? btkHostAllocationFailed() : CountdownOf(source_).hit.load();
 }
 
 std::int64_t LiveAllocations() {

@@ -1,15 +1,11 @@
 #include "tarnmf/dispose.h"
 
+#include "platform/host/btkhost.h"
 #include "tests/support/allocation_fault.h"
 #include "tests/support/everything.h"
 #include "tests/xml/parse.h"
 #include "xml/xml_input_source.h"
 #include "xml/xml_platform.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-// Part of every sanitizer's runtime; not every compiler brings the header.
-extern "C" std::size_t __sanitizer_get_allocated_size(const volatile void* block);
-#endif
 
 namespace tarnmf::test {
 namespace {
@@ -218,20 +214,21 @@ TEST(Parse, ReadsDamagedDocumentsUpToTheDamage) {
     EXPECT_EQ(Counts(row.document), row.expected) << row.document;
 }
 
-#if defined(__SANITIZE_ADDRESS__)
 template <class Element>
 void ExpectExactSize(const MfArrayT<Element>& list, std::int32_t more = 0) {
   const auto count = static_cast<std::size_t>(list.count + more);
-  EXPECT_EQ(__sanitizer_get_allocated_size(list.items), count * sizeof(Element));
+  EXPECT_EQ(btkHostBlockSize(list.items), count * sizeof(Element));
 }
 
 TEST(Parse, HandsOverListsOfExactSize) {
   MfLdpDataT data;
+  ASSERT_EQ(Parse(kEverything, data), kBtkOk);
+  if (btkHostBlockSize(data.classes.items) == 0) GTEST_SKIP() << "blocks do not know their size";
   for (int document = 0; document < 2; ++document) {
-    ASSERT_EQ(Parse(kEverything, data), kBtkOk);
     ExpectExactSize(data.classes);
     ExpectExactSize(data.modules);
     ExpectExactSize(data.runnables);
+    ASSERT_EQ(Parse(kEverything, data), kBtkOk);
   }
   const MfModuleT& module = *data.modules[0];
   ExpectExactSize(module.impls);
@@ -245,7 +242,6 @@ TEST(Parse, HandsOverListsOfExactSize) {
   ExpectExactSize(runnable.apps[0]->args, 1);
   ExpectExactSize(runnable.launchers[0]->types);
 }
-#endif
 
 TEST(InputSource, CountsWhatItReadsAndHoldsItsStream) {
   MemoryStream stream("0123456789");

@@ -67,6 +67,7 @@ TEST(Faults, EachFailedAllocationIsReportedAndLeavesNothing) {
           ASSERT_EQ(warm.parser->Parse(&data, &earlier), kBtkOk);
           MemoryStream stream(row.document);
           AllocationFault fault(source, n);
+          fault.Arm();
           const BtkErrorT code = warm.parser->Parse(&data, &stream);
           failed = fault.Hit();
           failures += failed ? 1 : 0;
@@ -86,6 +87,7 @@ TEST(Faults, EachFailedAllocationIsReportedAndLeavesNothing) {
 TEST(Faults, ParserThatCannotBeMade) {
   const DisposePtr<liMfStmParser> once(liMfStmParser::CreateNew(nullptr));
   AllocationFault fault(AllocationFault::kOperatorNew, 0);
+  fault.Arm();
   EXPECT_EQ(liMfStmParser::CreateNew(nullptr), nullptr);
   EXPECT_TRUE(fault.Hit());
 }
@@ -131,7 +133,8 @@ TEST(Faults, ExceptionsOfTheXmlLibraryPassThrough) {
     MemoryStream earlier(InRoot(R"(<module id="a" name="b"/>)"));
     ASSERT_EQ(warm.parser->Parse(&data, &earlier), kBtkOk);
     MemoryStream stream(kEverything);
-    ThrowingNewFault fault(n);
+    AllocationFault fault(AllocationFault::kThrowingNew, n);
+    fault.Arm();
     try {
       EXPECT_EQ(warm.parser->Parse(&data, &stream), kBtkOk) << n;
     } catch (const xercesc::OutOfMemoryException&) {

@@ -11,6 +11,7 @@
 #include "support/ignore_refusal.h"
 #include "support/owned.h"
 #include "tests/support/allocation_fault.h"
+#include "tests/support/documents.h"
 #include "tests/support/memory_stream.h"
 #include "tests/support/record_dump.h"
 
@@ -22,18 +23,6 @@ struct Case {
   BtkErrorT code;
   const char* dump;  // of what was read
 };
-
-inline std::string WithIds(std::string text) {
-  for (std::size_t at = 0; (at = text.find('$', at)) != std::string::npos;) {
-    const char digit = text[at + 1];
-    text.replace(at, 2, std::string(8, digit) + "-1111-2222-3333-444444444444");
-  }
-  return text;
-}
-
-inline std::string InRoot(const std::string& fragment) {
-  return "<tarnmanifest version=\"1\">" + fragment + "</tarnmanifest>";
-}
 
 inline BtkErrorT Parse(const std::string& document, MfLdpDataT& data) {
   const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
