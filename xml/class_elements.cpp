@@ -1,11 +1,10 @@
-#include "xml/class_elements.h"
-
+// "class" and "classes".
 #include <memory>
 #include <new>
 
-#include "xml/attributes.h"
-#include "xml/document_rules.h"
-#include "xml/side_elements.h"
+#include "grammar/manifest.h"
+#include "xml/elements.h"
+#include "xml/rows.h"
 
 namespace tarnmf {
 namespace {
@@ -20,31 +19,25 @@ UniIdT& ClassId(MfIntfClassT& record) {
 // Containers are services; no class is one.
 struct ClassManagedType {
   static BtkErrorT Read(ClassReader& reader, const XMLCh* text) {
-    using Any = Keyword<kManagedType, &MfIntfClassT::managedtype>;
+    using Any = Keyword<grammar::kManagedTypeWords, &MfIntfClassT::managedtype>;
     if (BtkErrorT e = Any::Read(reader, text)) return e;
     return reader.current->managedtype == kMfContainer ? kBtkForbidden : kBtkOk;
   }
 };
 
-constexpr MfTagEntryT kClassAttributes[] = {
-    {"id", Attribute<ClassReader, UniqueId<&ClassId>, ClassReader::kSeenId>},
-    {"affinity", Attribute<ClassReader, Keyword<kAffinity, &MfIntfClassT::affinity>,
-                           ClassReader::kSeenAffinity>},
-    {"commonname",
-     Attribute<ClassReader, Utf8<&MfIntfClassT::commonname>, ClassReader::kSeenCommonName>},
-    {"displayname",
-     Attribute<ClassReader, Utf8<&MfIntfClassT::displayname>, ClassReader::kSeenDisplayName>},
-    {"version",
-     Attribute<ClassReader, Decimal16<&MfIntfClassT::version>, ClassReader::kSeenVersion>},
-    {"createon", IgnoredAttribute},
-    {"managedtype", Attribute<ClassReader, ClassManagedType, ClassReader::kSeenManagedType>},
-};
+constexpr auto kClassAttributes =
+    kAttributesOf<ClassReader, grammar::kClass,  //
+                  Row<"id", &ClassId, ClassReader::kSeenId>,
+                  Row<"affinity", &MfIntfClassT::affinity, ClassReader::kSeenAffinity>,
+                  Row<"commonname", &MfIntfClassT::commonname, ClassReader::kSeenCommonName>,
+                  Row<"displayname", &MfIntfClassT::displayname, ClassReader::kSeenDisplayName>,
+                  Row<"version", &MfIntfClassT::version, ClassReader::kSeenVersion>,
+                  UnreadRow<"createon">,
+                  SpecialRow<"managedtype", ClassManagedType, ClassReader::kSeenManagedType>>;
 
-constexpr MfTagEntryT kClassChildren[] = {
-    {"agentside", Element<ClassReader, ReadAgentSide>},
-    {"clientside", Element<ClassReader, ReadClientSide>},
-    {"serviceside", Element<ClassReader, ReadServiceSide>},
-};
+constexpr auto kClassChildren =
+    kChildrenOf<ClassReader, grammar::kClass, Child<"agentside", &ReadAgentSide>,
+                Child<"clientside", &ReadClientSide>, Child<"serviceside", &ReadServiceSide>>;
 
 BtkErrorT ReadClass(ClassMfReader& reader, DOMNode& element) {
   if (BtkErrorT e = AdmitOneMore(reader)) return e;
@@ -55,13 +48,13 @@ BtkErrorT ReadClass(ClassMfReader& reader, DOMNode& element) {
   if (!record) return kBtkNoMemory;
   classReader->current = record.get();
 
-  if (BtkErrorT e = DispatchAttributes(element, classReader.get(), kClassAttributes)) return e;
-  const std::uint32_t seen = classReader->flags;
-  if ((seen & ClassReader::kSeenId) == 0) return kBtkMissing;
-  if ((seen & ClassReader::kSeenDisplayName) != 0 && (seen & ClassReader::kSeenCommonName) == 0) {
+  if (BtkErrorT e = DispatchAttributes(element, *classReader, kClassAttributes)) return e;
+  if (!Given(*classReader, ClassReader::kSeenId)) return kBtkMissing;
+  if (Given(*classReader, ClassReader::kSeenDisplayName) &&
+      !Given(*classReader, ClassReader::kSeenCommonName)) {
     return kBtkMissing;
   }
-  if (BtkErrorT e = DispatchChildren(element, classReader.get(), kClassChildren)) return e;
+  if (BtkErrorT e = DispatchChildren(element, *classReader, kClassChildren)) return e;
 
   if (!reader.classes->Append(record.get())) return kBtkNoMemory;
   record.release();
@@ -69,21 +62,17 @@ BtkErrorT ReadClass(ClassMfReader& reader, DOMNode& element) {
   return kBtkOk;
 }
 
-constexpr MfTagEntryT kClassesChildren[] = {
-    {"class", Element<ClassMfReader, ReadClass>},
-};
+constexpr auto kClassesChildren =
+    kChildrenOf<ClassMfReader, grammar::kClasses, Child<"class", &ReadClass>>;
 
 BtkErrorT ReadClasses(ClassMfReader& reader, DOMNode& element) {
   return ReadListElement(reader, element, kClassesChildren);
 }
 
-constexpr MfTagEntryT kDocumentClassRows[] = {
-    {"class", Element<ClassMfReader, ReadClass>},
-    {"classes", Element<ClassMfReader, ReadClasses>},
-};
-
 }  // namespace
 
-constinit const MfTagTableT kDocumentClasses = kDocumentClassRows;
+constinit const ElementTable<ClassMfReader> kDocumentClasses =
+    kChildrenOf<ClassMfReader, grammar::kClassManifest, Child<"class", &ReadClass>,
+                Child<"classes", &ReadClasses>>;
 
 }  // namespace tarnmf

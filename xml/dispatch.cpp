@@ -10,7 +10,7 @@ namespace tarnmf {
 namespace {
 
 // A node's name as lower-case UTF-8. Names of ASCII characters, so all that a table can hold, are
-// folded without the platform's help and without memory.
+// folded without a conversion and without an allocation.
 class FoldedName {
  public:
   BtkErrorT Read(const XMLCh* name) {
@@ -27,7 +27,7 @@ class FoldedName {
     for (char& folded : folded_) {
       const XMLCh unit = *name++;
       if (unit >= 0x80) return false;
-      folded = static_cast<char>(unit >= u'A' && unit <= u'Z' ? unit + (u'a' - u'A') : unit);
+      folded = static_cast<char>(btkAsciiToLower(unit));
       if (unit == 0) return true;
     }
     return false;
@@ -42,11 +42,11 @@ struct AttributeMap {
   explicit AttributeMap(DOMNode& element)
       : map(element.getAttributes()), count(map != nullptr ? map->getLength() : 0) {}
 
-  BtkErrorT Dispatch(void* reader, MfTagTableT table) const {
+  BtkErrorT Dispatch(void* reader, TagRows rows) const {
     for (XMLSize_t index = 0; index < count; ++index) {
       DOMNode* attribute = map->item(index);
       if (attribute == nullptr) return kBtkUnexpected;
-      if (BtkErrorT e = DispatchNode(*attribute, reader, table)) return e;
+      if (BtkErrorT e = DispatchNode(*attribute, reader, rows)) return e;
     }
     return kBtkOk;
   }
@@ -57,16 +57,16 @@ struct AttributeMap {
 
 }  // namespace
 
-BtkErrorT DispatchNode(DOMNode& node, void* reader, MfTagTableT table) {
+BtkErrorT DispatchNode(DOMNode& node, void* reader, TagRows rows) {
   FoldedName name;
   if (BtkErrorT e = name.Read(node.getNodeName())) return e;
-  for (const MfTagEntryT& entry : table) {
+  for (const MfTagEntryT& entry : rows) {
     if (std::strcmp(name.Text(), entry.name) == 0) return entry.handler(reader, &node);
   }
   return kBtkUnexpected;
 }
 
-BtkErrorT DispatchChildren(DOMNode& element, void* reader, MfTagTableT table) {
+BtkErrorT DispatchChildren(DOMNode& element, void* reader, TagRows rows) {
   // By siblings: the XML library counts a child list from its start for every index.
   for (DOMNode* child = element.getFirstChild(); child != nullptr;
        child = child->getNextSibling()) {
@@ -75,7 +75,7 @@ BtkErrorT DispatchChildren(DOMNode& element, void* reader, MfTagTableT table) {
       case DOMNode::COMMENT_NODE:
         break;
       case DOMNode::ELEMENT_NODE:
-        if (BtkErrorT e = DispatchNode(*child, reader, table)) return e;
+        if (BtkErrorT e = DispatchNode(*child, reader, rows)) return e;
         break;
       default:
         return kBtkUnexpected;
@@ -84,13 +84,13 @@ BtkErrorT DispatchChildren(DOMNode& element, void* reader, MfTagTableT table) {
   return kBtkOk;
 }
 
-BtkErrorT DispatchAttributes(DOMNode& element, void* reader, MfTagTableT table) {
+BtkErrorT DispatchAttributes(DOMNode& element, void* reader, TagRows rows) {
   const AttributeMap attributes(element);
-  return attributes.count == 0 ? kBtkMissing : attributes.Dispatch(reader, table);
+  return attributes.count == 0 ? kBtkMissing : attributes.Dispatch(reader, rows);
 }
 
-BtkErrorT DispatchOptionalAttributes(DOMNode& element, void* reader, MfTagTableT table) {
-  return AttributeMap(element).Dispatch(reader, table);
+BtkErrorT DispatchOptionalAttributes(DOMNode& element, void* reader, TagRows rows) {
+  return AttributeMap(element).Dispatch(reader, rows);
 }
 
 BtkErrorT RefuseAttributes(DOMNode& element) {

@@ -11,19 +11,23 @@ namespace tarnmf {
 
 using xercesc::DOMNode;
 
-// One name that a table admits, in lower-case ASCII, and what reads it. A table is used with
-// readers of one class only; the names in it are unique.
+// One name that a table admits, in lower-case ASCII, and what reads it.
 struct MfTagEntryT {
   const char* name;
   BtkErrorT (*handler)(void* reader, DOMNode* node);
 };
-using MfTagTableT = std::span<const MfTagEntryT>;
+using TagRows = std::span<const MfTagEntryT>;
 
-// Turns a function of a certain reader into a table's handler.
-template <class Reader, BtkErrorT (*Read)(Reader&, DOMNode&)>
-BtkErrorT Element(void* reader, DOMNode* node) {
-  return Read(*static_cast<Reader*>(reader), *node);
-}
+// The attributes and the child elements that an element admits. The handlers of a table take the
+// reader that it is for and no other one; rows.h makes tables from the grammar.
+template <class Reader>
+struct AttributeTable {
+  TagRows rows;
+};
+template <class Reader>
+struct ElementTable {
+  TagRows rows;
+};
 
 // The value of an attribute. The XML library casts dynamically each time it is asked for one, so
 // the text node that almost every attribute consists of is asked instead.
@@ -33,19 +37,41 @@ inline const XMLCh* AttributeText(const DOMNode& attribute) {
   return isWhole ? text->getNodeValue() : attribute.getNodeValue();
 }
 
-// Looks the node's name up, whatever its letter case, and calls its handler. 42 for a name that the
-// table does not have.
-BtkErrorT DispatchNode(DOMNode& node, void* reader, MfTagTableT table);
+// The walks themselves, which do not know the reader.
+BtkErrorT DispatchNode(DOMNode& node, void* reader, TagRows rows);
+BtkErrorT DispatchChildren(DOMNode& element, void* reader, TagRows rows);
+BtkErrorT DispatchAttributes(DOMNode& element, void* reader, TagRows rows);
+BtkErrorT DispatchOptionalAttributes(DOMNode& element, void* reader, TagRows rows);
+
+// Looks the element's name up, whatever its letter case, and calls its handler. kBtkUnexpected for a
+// name that the table does not have.
+template <class Reader>
+BtkErrorT DispatchElement(DOMNode& element, Reader& reader, const ElementTable<Reader>& table) {
+  return DispatchNode(element, &reader, table.rows);
+}
 
 // Dispatches the child elements in document order up to the first failure. Text and comments are
-// passed over; any other node is 42.
-BtkErrorT DispatchChildren(DOMNode& element, void* reader, MfTagTableT table);
+// passed over; any other node is kBtkUnexpected.
+template <class Reader>
+BtkErrorT DispatchChildren(DOMNode& element, Reader& reader, const ElementTable<Reader>& table) {
+  return DispatchChildren(element, &reader, table.rows);
+}
 
-// The attribute forms of elements. Attributes are dispatched in the order of the XML library's map
-// up to the first failure.
-BtkErrorT DispatchAttributes(DOMNode& element, void* reader, MfTagTableT table);  // none: 1
-BtkErrorT DispatchOptionalAttributes(DOMNode& element, void* reader, MfTagTableT table);
-BtkErrorT RefuseAttributes(DOMNode& element);  // any: 42
+// Dispatches the attributes in the order of the XML library's map up to the first failure.
+// kBtkMissing when there is none.
+template <class Reader>
+BtkErrorT DispatchAttributes(DOMNode& element, Reader& reader,
+                             const AttributeTable<Reader>& table) {
+  return DispatchAttributes(element, &reader, table.rows);
+}
+
+// The same where an element may have no attributes, and where it must have none (kBtkUnexpected).
+template <class Reader>
+BtkErrorT DispatchOptionalAttributes(DOMNode& element, Reader& reader,
+                                     const AttributeTable<Reader>& table) {
+  return DispatchOptionalAttributes(element, &reader, table.rows);
+}
+BtkErrorT RefuseAttributes(DOMNode& element);
 
 }  // namespace tarnmf
 

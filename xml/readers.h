@@ -35,8 +35,21 @@ enum DocumentFlag : std::uint32_t {
   kListSeen = 0x2,  // a list element of the reader's kind has been entered
 };
 
+// Whether one of the attributes or elements that `bits` stand for has been read.
+template <class Reader>
+bool Given(const Reader& reader, std::uint32_t bits) {
+  return (reader.flags & bits) != 0;
+}
+
+// A second element of one kind is admitted only once a list element of that kind has been seen; else
+// kBtkDuplicate.
+template <class DocumentReader>
+BtkErrorT AdmitOneMore(const DocumentReader& reader) {
+  return Given(reader, kReadOne) && !Given(reader, kListSeen) ? kBtkDuplicate : kBtkOk;
+}
+
 // The root's reader; nested in it are the readers of everything below. Their Create... operations
-// return null when memory cannot be had. Each Target(RecordTag<T>) is the T whose attributes are
+// return null when out of memory. Each Target(RecordTag<T>) is the T whose attributes are
 // being read; it belongs to the element's handler or to a list.
 class liMfReader {
  public:
@@ -273,7 +286,7 @@ class liMfReader::EnvReader {
   virtual ~EnvReader() = default;
 
   MfRunRoleBaseT& Target(RecordTag<MfRunRoleBaseT>) { return *role; }
-  // The command being read: built behind the last one of the list, not counted before it is whole.
+  // The command being read: built after the last one of the list, not counted before it is whole.
   EnvCmdT& Target(RecordTag<EnvCmdT>) { return *env.end(); }
 
   MfRunRoleBaseT* role;
@@ -286,6 +299,7 @@ class liMfReader::ArgsReader {
   enum FlagT : std::uint32_t {
     kPrecomposed = 0x1,  // the current argument is taken as it stands
     kSeenPrecomposed = 0x2,
+    kOfArgument = kPrecomposed | kSeenPrecomposed,
   };
 
   explicit ArgsReader(MfRunRoleBaseT* currentRole) : role(currentRole) {}

@@ -1,18 +1,15 @@
-#include "xml/role_elements.h"
-
+// The roles of a runnable.
 #include <memory>
 #include <new>
 
-#include "xml/args_element.h"
-#include "xml/attributes.h"
-#include "xml/env_element.h"
+#include "grammar/manifest.h"
+#include "xml/elements.h"
+#include "xml/rows.h"
 
 namespace tarnmf {
 namespace {
 
 using Reader = liMfReader::RunnableReader;
-
-using Launcher = Utf8<&MfRunRoleBaseT::launcher>;
 
 // A launcher's own name stands where other roles name theirs.
 char*& LauncherNameId(MfLauncherRoleT& role) {
@@ -20,47 +17,42 @@ char*& LauncherNameId(MfLauncherRoleT& role) {
 }
 
 // A second "types" adds its words instead of being refused.
-BtkErrorT ReadLauncherTypes(Reader& reader, DOMNode& attribute) {
-  if (BtkErrorT e = ReadWords(AttributeText(attribute), reader.launcher->types)) return e;
-  reader.flags |= Reader::kSeenTypes;
-  return kBtkOk;
-}
-
-constexpr MfTagEntryT kServiceAttributes[] = {
-    {"model", Attribute<Reader, Keyword<kModel, &MfServiceRoleT::model>, Reader::kSeenModel>},
-    {"id", Attribute<Reader, UniqueId<&MfServiceRoleT::id>, Reader::kSeenId>},
-    {"commonname", Attribute<Reader, Utf8<&MfServiceRoleT::commonname>, Reader::kSeenCommonName>},
-    {"version", Attribute<Reader, Decimal<&MfServiceRoleT::version>, Reader::kSeenVersion>},
-    {"launcher", Attribute<Reader, Launcher, Reader::kSeenLauncher>},
-    {"csim", Attribute<Reader, Keyword<kCsim, &MfServiceRoleT::csim>, Reader::kSeenCsim>},
-    {"managedtype", Attribute<Reader, Keyword<kManagedType, &MfServiceRoleT::managedtype>,
-                              Reader::kSeenManagedType>},
-    {"multiplicity", Attribute<Reader, Keyword<kMultiplicity, &MfServiceRoleT::multiplicity>,
-                               Reader::kSeenMultiplicity>},
-    {"recover", Attribute<Reader, Boolean<&MfServiceRoleT::recover>, Reader::kSeenRecover>},
-    {"exposed", Attribute<Reader, Boolean<&MfServiceRoleT::exposed>, Reader::kSeenExposed>},
-    {"port", Attribute<Reader, Decimal16<&MfServiceRoleT::port>, Reader::kSeenPort>},
-    {"url", Attribute<Reader, Utf8<&MfServiceRoleT::url>, Reader::kSeenUrl>},
+struct LauncherTypes {
+  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+    if (BtkErrorT e = ReadWords(text, reader.launcher->types)) return e;
+    reader.flags |= Reader::kSeenTypes;
+    return kBtkOk;
+  }
 };
 
-constexpr MfTagEntryT kAppAttributes[] = {
-    {"nameid", Attribute<Reader, Utf8<&MfAppRoleT::nameid>, Reader::kSeenNameId>},
-    {"launcher", Attribute<Reader, Launcher, Reader::kSeenLauncher>},
-};
+using LauncherRow = Row<"launcher", &MfRunRoleBaseT::launcher, Reader::kSeenLauncher>;
 
-constexpr MfTagEntryT kLauncherAttributes[] = {
-    {"nameid", Attribute<Reader, Utf8<&LauncherNameId>, Reader::kSeenNameId>},
-    {"types", Element<Reader, ReadLauncherTypes>},
-};
+constexpr auto kServiceAttributes =
+    kAttributesOf<Reader, grammar::kService,  //
+                  Row<"model", &MfServiceRoleT::model, Reader::kSeenModel>,
+                  Row<"id", &MfServiceRoleT::id, Reader::kSeenId>,
+                  Row<"commonname", &MfServiceRoleT::commonname, Reader::kSeenCommonName>,
+                  Row<"version", &MfServiceRoleT::version, Reader::kSeenVersion>, LauncherRow,
+                  Row<"csim", &MfServiceRoleT::csim, Reader::kSeenCsim>,
+                  Row<"managedtype", &MfServiceRoleT::managedtype, Reader::kSeenManagedType>,
+                  Row<"multiplicity", &MfServiceRoleT::multiplicity, Reader::kSeenMultiplicity>,
+                  Row<"recover", &MfServiceRoleT::recover, Reader::kSeenRecover>,
+                  Row<"exposed", &MfServiceRoleT::exposed, Reader::kSeenExposed>,
+                  Row<"port", &MfServiceRoleT::port, Reader::kSeenPort>,
+                  Row<"url", &MfServiceRoleT::url, Reader::kSeenUrl>>;
 
-constexpr MfTagEntryT kRoleChildren[] = {
-    {"args", Element<Reader, ReadArgs>},
-    {"env", Element<Reader, ReadEnv>},
-};
+constexpr auto kAppAttributes =
+    kAttributesOf<Reader, grammar::kApp, Row<"nameid", &MfAppRoleT::nameid, Reader::kSeenNameId>,
+                  LauncherRow>;
 
-bool Given(const Reader& reader, Reader::Seen bit) {
-  return (reader.flags & bit) != 0;
-}
+constexpr auto kLauncherAttributes =
+    kAttributesOf<Reader, grammar::kLauncher, Row<"nameid", &LauncherNameId, Reader::kSeenNameId>,
+                  RepeatableRow<"types", LauncherTypes>>;
+
+static_assert(grammar::kApp.children.data() == grammar::kService.children.data() &&
+              grammar::kLauncher.children.data() == grammar::kService.children.data());
+constexpr auto kRoleChildren =
+    kChildrenOf<Reader, grammar::kService, Child<"args", &ReadArgs>, Child<"env", &ReadEnv>>;
 
 BtkErrorT CheckService(const Reader& reader, MfServiceRoleT& role) {
   if (!Given(reader, Reader::kSeenId)) return kBtkMissing;
@@ -88,7 +80,7 @@ BtkErrorT CheckLauncher(const Reader& reader, MfLauncherRoleT&) {
 template <class Role>
 struct RoleKind {
   Role* Reader::*current;
-  MfTagTableT attributes;
+  const AttributeTable<Reader>& attributes;
   BtkErrorT (*check)(const Reader&, Role&);
   MfListT<Role> MfRunnableT::*list;
 };
@@ -115,9 +107,9 @@ BtkErrorT AppendRole(MfListT<Role>& list, std::unique_ptr<Role>& role) {
 template <class Role>
 BtkErrorT ReadRoleContent(Reader& reader, DOMNode& element, const RoleKind<Role>& kind,
                           std::unique_ptr<Role>& role) {
-  if (BtkErrorT e = DispatchAttributes(element, &reader, kind.attributes)) return e;
+  if (BtkErrorT e = DispatchAttributes(element, reader, kind.attributes)) return e;
   if (BtkErrorT e = kind.check(reader, *role)) return e;
-  if (BtkErrorT e = DispatchChildren(element, &reader, kRoleChildren)) return e;
+  if (BtkErrorT e = DispatchChildren(element, reader, kRoleChildren)) return e;
   return AppendRole(reader.runnable->*kind.list, role);
 }
 

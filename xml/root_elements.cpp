@@ -1,12 +1,10 @@
-#include "xml/root_elements.h"
-
+// The root elements.
 #include <memory>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 
-#include "xml/attributes.h"
-#include "xml/class_elements.h"
-#include "xml/module_elements.h"
-#include "xml/runnable_elements.h"
+#include "grammar/manifest.h"
+#include "xml/elements.h"
+#include "xml/rows.h"
 
 namespace tarnmf {
 namespace {
@@ -25,34 +23,38 @@ struct DocumentVersion {
   }
 };
 
-constexpr MfTagEntryT kRootAttributes[] = {
-    {"version", Attribute<liMfReader, DocumentVersion, liMfReader::kSeenDocumentVersion>},
-};
+static_assert(
+    grammar::kModuleManifest.attributes.data() == grammar::kMixedManifest.attributes.data() &&
+    grammar::kClassManifest.attributes.data() == grammar::kMixedManifest.attributes.data() &&
+    grammar::kRunnableManifest.attributes.data() == grammar::kMixedManifest.attributes.data());
+constexpr auto kRootAttributes =
+    kAttributesOf<liMfReader, grammar::kMixedManifest,
+                  SpecialRow<"version", DocumentVersion, liMfReader::kSeenDocumentVersion>>;
 
 BtkErrorT ReadVersion(liMfReader& reader, DOMNode& root) {
   const xercesc::DOMNamedNodeMap* attributes = root.getAttributes();
   if (attributes == nullptr || attributes->getLength() != 1) return kBtkUnexpected;
-  return DispatchAttributes(root, &reader, kRootAttributes);
+  return DispatchAttributes(root, reader, kRootAttributes);
 }
 
 // The document-level readers, made by the root's reader or, in mixed documents, by that of the
 // root's child elements.
 struct ClassDocument {
-  static constexpr const MfTagTableT& kTable = kDocumentClasses;
+  static constexpr const auto& kTable = kDocumentClasses;
   template <class Parent>
   static auto* CreateReader(Parent& parent) {
     return parent.CreateClassMfReader(parent.version, parent.classes, parent.modules);
   }
 };
 struct ModuleDocument {
-  static constexpr const MfTagTableT& kTable = kDocumentModules;
+  static constexpr const auto& kTable = kDocumentModules;
   template <class Parent>
   static auto* CreateReader(Parent& parent) {
     return parent.CreateModuleMfReader(parent.version, parent.modules);
   }
 };
 struct RunnableDocument {
-  static constexpr const MfTagTableT& kTable = kDocumentRunnables;
+  static constexpr const auto& kTable = kDocumentRunnables;
   template <class Parent>
   static auto* CreateReader(Parent& parent) {
     return parent.CreateRunnableMfReader(parent.version, parent.runnables, parent.modules);
@@ -67,7 +69,7 @@ BtkErrorT ReadDocument(liMfReader& reader, DOMNode& root) {
       std::unique_ptr<std::remove_pointer_t<decltype(Document::CreateReader(reader))>>(
           Document::CreateReader(reader));
   if (!documentReader) return kBtkNoMemory;
-  return DispatchChildren(root, documentReader.get(), Document::kTable);
+  return DispatchChildren(root, *documentReader, Document::kTable);
 }
 
 // A reader for one child of a mixed document.
@@ -77,35 +79,32 @@ BtkErrorT ReadMixedChild(MfReader& reader, DOMNode& child) {
       std::unique_ptr<std::remove_pointer_t<decltype(Document::CreateReader(reader))>>(
           Document::CreateReader(reader));
   if (!documentReader) return kBtkNoMemory;
-  return DispatchNode(child, documentReader.get(), Document::kTable);
+  return DispatchElement(child, *documentReader, Document::kTable);
 }
 
-constexpr MfTagEntryT kMixedChildren[] = {
-    {"class", Element<MfReader, ReadMixedChild<ClassDocument>>},
-    {"classes", Element<MfReader, ReadMixedChild<ClassDocument>>},
-    {"runnable", Element<MfReader, ReadMixedChild<RunnableDocument>>},
-    {"runnables", Element<MfReader, ReadMixedChild<RunnableDocument>>},
-    {"module", Element<MfReader, ReadMixedChild<ModuleDocument>>},
-    {"modules", Element<MfReader, ReadMixedChild<ModuleDocument>>},
-};
+constexpr auto kMixedChildren = kChildrenOf<MfReader, grammar::kMixedManifest,  //
+                                            Child<"class", &ReadMixedChild<ClassDocument>>,
+                                            Child<"classes", &ReadMixedChild<ClassDocument>>,
+                                            Child<"runnable", &ReadMixedChild<RunnableDocument>>,
+                                            Child<"runnables", &ReadMixedChild<RunnableDocument>>,
+                                            Child<"module", &ReadMixedChild<ModuleDocument>>,
+                                            Child<"modules", &ReadMixedChild<ModuleDocument>>>;
 
 BtkErrorT ReadMixedDocument(liMfReader& reader, DOMNode& root) {
   if (BtkErrorT e = ReadVersion(reader, root)) return e;
   const std::unique_ptr<MfReader> mixedReader(
       reader.CreateMfReader(reader.version, reader.classes, reader.runnables, reader.modules));
   if (!mixedReader) return kBtkNoMemory;
-  return DispatchChildren(root, mixedReader.get(), kMixedChildren);
+  return DispatchChildren(root, *mixedReader, kMixedChildren);
 }
-
-constexpr MfTagEntryT kRootRows[] = {
-    {"tarnmanifest", Element<liMfReader, ReadMixedDocument>},
-    {"tarnmodulemanifest", Element<liMfReader, ReadDocument<ModuleDocument>>},
-    {"tarnclassmanifest", Element<liMfReader, ReadDocument<ClassDocument>>},
-    {"tarnrunnablemanifest", Element<liMfReader, ReadDocument<RunnableDocument>>},
-};
 
 }  // namespace
 
-constinit const MfTagTableT kRoots = kRootRows;
+constinit const ElementTable<liMfReader> kRoots =
+    kChildrenOf<liMfReader, grammar::kDocument,  //
+                Child<"tarnmanifest", &ReadMixedDocument>,
+                Child<"tarnmodulemanifest", &ReadDocument<ModuleDocument>>,
+                Child<"tarnclassmanifest", &ReadDocument<ClassDocument>>,
+                Child<"tarnrunnablemanifest", &ReadDocument<RunnableDocument>>>;
 
 }  // namespace tarnmf

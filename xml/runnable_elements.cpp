@@ -1,11 +1,10 @@
-#include "xml/runnable_elements.h"
-
+// "runnable" and "runnables".
 #include <memory>
 #include <new>
 
-#include "xml/attributes.h"
-#include "xml/document_rules.h"
-#include "xml/role_elements.h"
+#include "grammar/manifest.h"
+#include "xml/elements.h"
+#include "xml/rows.h"
 
 namespace tarnmf {
 namespace {
@@ -13,16 +12,13 @@ namespace {
 using RunnableReader = liMfReader::RunnableReader;
 using RunnableMfReader = liMfReader::RunnableMfReader;
 
-constexpr MfTagEntryT kRunnableAttributes[] = {
-    {"moduleref", Attribute<RunnableReader, Utf8<&MfRunnableT::moduleref, EmptyText::kRefused>,
-                            RunnableReader::kSeenModuleRef>},
-};
+constexpr auto kRunnableAttributes =
+    kAttributesOf<RunnableReader, grammar::kRunnable,
+                  Row<"moduleref", &MfRunnableT::moduleref, RunnableReader::kSeenModuleRef>>;
 
-constexpr MfTagEntryT kRunnableChildren[] = {
-    {"service", Element<RunnableReader, ReadServiceRole>},
-    {"app", Element<RunnableReader, ReadAppRole>},
-    {"launcher", Element<RunnableReader, ReadLauncherRole>},
-};
+constexpr auto kRunnableChildren =
+    kChildrenOf<RunnableReader, grammar::kRunnable, Child<"service", &ReadServiceRole>,
+                Child<"app", &ReadAppRole>, Child<"launcher", &ReadLauncherRole>>;
 
 BtkErrorT ReadRunnable(RunnableMfReader& reader, DOMNode& element) {
   if (BtkErrorT e = AdmitOneMore(reader)) return e;
@@ -33,14 +29,14 @@ BtkErrorT ReadRunnable(RunnableMfReader& reader, DOMNode& element) {
   if (!runnable) return kBtkNoMemory;
   runnableReader->runnable = runnable.get();
 
-  if (BtkErrorT e = DispatchAttributes(element, runnableReader.get(), kRunnableAttributes)) {
+  if (BtkErrorT e = DispatchAttributes(element, *runnableReader, kRunnableAttributes)) {
     return e;
   }
   // Stands for the load point that the runnable is read for, until the loader lends its own.
   runnable->loadpoint = btk_wcsdup(BTK_W(""));
   if (runnable->loadpoint == nullptr) return kBtkNoMemory;
   runnable->flags |= kMfRunnableOwnsLoadpoint;
-  if (BtkErrorT e = DispatchChildren(element, runnableReader.get(), kRunnableChildren)) return e;
+  if (BtkErrorT e = DispatchChildren(element, *runnableReader, kRunnableChildren)) return e;
 
   if (!reader.runnables->Append(runnable.get())) return kBtkNoMemory;
   runnable.release();
@@ -48,21 +44,17 @@ BtkErrorT ReadRunnable(RunnableMfReader& reader, DOMNode& element) {
   return kBtkOk;
 }
 
-constexpr MfTagEntryT kRunnablesChildren[] = {
-    {"runnable", Element<RunnableMfReader, ReadRunnable>},
-};
+constexpr auto kRunnablesChildren =
+    kChildrenOf<RunnableMfReader, grammar::kRunnables, Child<"runnable", &ReadRunnable>>;
 
 BtkErrorT ReadRunnables(RunnableMfReader& reader, DOMNode& element) {
   return ReadListElement(reader, element, kRunnablesChildren);
 }
 
-constexpr MfTagEntryT kDocumentRunnableRows[] = {
-    {"runnable", Element<RunnableMfReader, ReadRunnable>},
-    {"runnables", Element<RunnableMfReader, ReadRunnables>},
-};
-
 }  // namespace
 
-constinit const MfTagTableT kDocumentRunnables = kDocumentRunnableRows;
+constinit const ElementTable<RunnableMfReader> kDocumentRunnables =
+    kChildrenOf<RunnableMfReader, grammar::kRunnableManifest, Child<"runnable", &ReadRunnable>,
+                Child<"runnables", &ReadRunnables>>;
 
 }  // namespace tarnmf

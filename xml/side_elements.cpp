@@ -1,11 +1,11 @@
-#include "xml/side_elements.h"
-
+// The sides of a class.
 #include <memory>
 
+#include "grammar/manifest.h"
 #include "platform/unique_id.h"
 #include "support/owned.h"
-#include "xml/attributes.h"
-#include "xml/module_elements.h"
+#include "xml/elements.h"
+#include "xml/rows.h"
 
 namespace tarnmf {
 namespace {
@@ -13,49 +13,40 @@ namespace {
 using Reader = liMfReader::ClassReader;
 using ModuleReader = liMfReader::ModuleReader;
 
-constexpr std::size_t kPlainIdSize = 33;
-
 UniIdT& ServiceSideId(MfIntfClassT& record) {
   return record.ids[kMfServiceSide];
 }
 
 struct SideMultiplicity {
   static BtkErrorT Read(Reader& reader, const XMLCh* text) {
-    using Any = Keyword<kMultiplicity, &MfIntfSideT::multiplicity>;
+    using Any = Keyword<grammar::kMultiplicityWords, &MfIntfSideT::multiplicity>;
     if (BtkErrorT e = Any::Read(reader, text)) return e;
     reader.Target(RecordTag<MfIntfSideT>()).flags |= kMfSideMultiplicityGiven;
     return kBtkOk;
   }
 };
 
-using SideModuleRef = Utf8<&MfIntfSideT::moduleref, EmptyText::kRefused>;
+using ModuleRefRow = Row<"moduleref", &MfIntfSideT::moduleref, Reader::kSeenModuleRef>;
+using MultiplicityRow = SpecialRow<"multiplicity", SideMultiplicity, Reader::kSeenMultiplicity>;
 
-constexpr MfTagEntryT kSideAttributes[] = {
-    {"moduleref", Attribute<Reader, SideModuleRef, Reader::kSeenModuleRef>},
-    {"multiplicity", Attribute<Reader, SideMultiplicity, Reader::kSeenMultiplicity>},
-};
+static_assert(grammar::kClientSide.attributes.data() == grammar::kAgentSide.attributes.data());
+constexpr auto kSideAttributes =
+    kAttributesOf<Reader, grammar::kClientSide, ModuleRefRow, MultiplicityRow>;
 
-constexpr MfTagEntryT kServiceSideAttributes[] = {
-    {"moduleref", Attribute<Reader, SideModuleRef, Reader::kSeenModuleRef>},
-    {"multiplicity", Attribute<Reader, SideMultiplicity, Reader::kSeenMultiplicity>},
-    {"svcid", Attribute<Reader, UniqueId<&ServiceSideId>, Reader::kSeenSvcId>},
-    {"xsid", Attribute<Reader, UniqueId<&MfIntfClassT::xsid>, Reader::kSeenXsId>},
-    {"xsname", Attribute<Reader, Utf8<&MfIntfClassT::xsname>, Reader::kSeenXsName>},
-    {"xsversion", Attribute<Reader, Decimal<&MfIntfClassT::xsversion>, Reader::kSeenXsVersion>},
-    {"isolation",
-     Attribute<Reader, Keyword<kIsolation, &MfIntfClassT::isolation>, Reader::kSeenIsolation>},
-    {"exposed", Attribute<Reader, Boolean<&MfIntfClassT::exposed>, Reader::kSeenExposed>},
-};
-
-bool Given(const Reader& reader, Reader::Seen bit) {
-  return (reader.flags & bit) != 0;
-}
+constexpr auto kServiceSideAttributes =
+    kAttributesOf<Reader, grammar::kServiceSide, ModuleRefRow, MultiplicityRow,
+                  Row<"svcid", &ServiceSideId, Reader::kSeenSvcId>,
+                  Row<"xsid", &MfIntfClassT::xsid, Reader::kSeenXsId>,
+                  Row<"xsname", &MfIntfClassT::xsname, Reader::kSeenXsName>,
+                  Row<"xsversion", &MfIntfClassT::xsversion, Reader::kSeenXsVersion>,
+                  Row<"isolation", &MfIntfClassT::isolation, Reader::kSeenIsolation>,
+                  Row<"exposed", &MfIntfClassT::exposed, Reader::kSeenExposed>>;
 
 // Classes refer to modules by id, so a nested module without one is given a fresh id.
 BtkErrorT GenerateId(MfModuleT& module) {
   UniIdT id;
   if (BtkErrorT e = btkUniIdGen14(&id, kBtkUniIdRandom, 0)) return e;
-  char text[kPlainIdSize];
+  char text[kBtkUniIdPlainLength + 1];
   if (BtkErrorT e = btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdPlain, 0)) return e;
   module.id = btk_strdup(text);
   if (module.id == nullptr) return kBtkNoMemory;
@@ -84,14 +75,15 @@ BtkErrorT ReadNestedModule(Reader& reader, DOMNode& element) {
   return kBtkOk;
 }
 
-constexpr MfTagEntryT kSideChildren[] = {
-    {"module", Element<Reader, ReadNestedModule>},
-};
+static_assert(grammar::kServiceSide.children.data() == grammar::kClientSide.children.data() &&
+              grammar::kAgentSide.children.data() == grammar::kClientSide.children.data());
+constexpr auto kSideChildren =
+    kChildrenOf<Reader, grammar::kClientSide, Child<"module", &ReadNestedModule>>;
 
 // A side names its module or holds it. Any child node counts, white space included.
 BtkErrorT ReadNestedModules(Reader& reader, DOMNode& element) {
   if (Given(reader, Reader::kSeenModuleRef)) return kBtkDuplicate;
-  return DispatchChildren(element, &reader, kSideChildren);
+  return DispatchChildren(element, reader, kSideChildren);
 }
 
 // The next side of the class starts with its own attributes.
@@ -101,7 +93,7 @@ void FinishSide(Reader& reader, Reader::Seen sideRead) {
 
 BtkErrorT ReadPlainSide(Reader& reader, DOMNode& element, MfSideT side, Reader::Seen sideRead) {
   reader.side = side;
-  if (BtkErrorT e = DispatchAttributes(element, &reader, kSideAttributes)) return e;
+  if (BtkErrorT e = DispatchAttributes(element, reader, kSideAttributes)) return e;
   if (element.hasChildNodes()) {
     if (BtkErrorT e = ReadNestedModules(reader, element)) return e;
   } else if (!Given(reader, Reader::kSeenModuleRef)) {
@@ -141,7 +133,7 @@ BtkErrorT ReadServiceSide(Reader& reader, DOMNode& element) {
   if (Given(reader, Reader::kServiceSideRead)) return kBtkDuplicate;
   if (record.affinity != kMfServiceClass) return kBtkForbidden;
   reader.side = kMfServiceSide;
-  if (BtkErrorT e = DispatchAttributes(element, &reader, kServiceSideAttributes)) return e;
+  if (BtkErrorT e = DispatchAttributes(element, reader, kServiceSideAttributes)) return e;
   if (!Given(reader, Reader::kSeenMultiplicity)) {
     record.sides[kMfServiceSide].multiplicity = kMfSingleInstance;
   }

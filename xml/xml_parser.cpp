@@ -6,8 +6,8 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
 
+#include "xml/elements.h"
 #include "xml/readers.h"
-#include "xml/root_elements.h"
 #include "xml/xml_input_source.h"
 #include "xml/xml_platform.h"
 
@@ -43,7 +43,7 @@ BtkErrorT ReadRoot(const xercesc::DOMDocument* document, WorkingLists& lists) {
   xercesc::DOMElement* const root = document->getDocumentElement();
   if (root == nullptr || root->getNodeType() != DOMNode::ELEMENT_NODE) return kBtkUnexpected;
   liMfReader reader(lists.classes, lists.modules, lists.runnables);
-  return DispatchNode(*root, &reader, kRoots);
+  return DispatchElement(*root, reader, kRoots);
 }
 
 }  // namespace

@@ -1,7 +1,8 @@
+#include "platform/memory.h"
+
 #include <gtest/gtest.h>
 
 #include "platform/host/btkhost.h"
-#include "platform/memory.h"
 
 namespace {
 

@@ -1,5 +1,7 @@
-#include "xml/value_readers.h"
+#include "xml/values.h"
 
+#include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -12,12 +14,15 @@
 namespace tarnmf {
 namespace {
 
-constexpr std::size_t kBooleanSize = 6;
 constexpr std::size_t kDecimalSize = 16;
-constexpr std::size_t kUniqueIdSize = 37;
-constexpr std::size_t kLargestKeywordSize = 15;
-constexpr std::size_t kPlainIdLength = 32;
-constexpr std::size_t kDashedIdLength = 36;
+
+// Room for a value of every kind of keyword.
+constexpr std::size_t kKeywordSize =
+    std::max({grammar::kBooleanWords.bufferSize, grammar::kAffinityWords.bufferSize,
+              grammar::kPreloadByWords.bufferSize, grammar::kInitStateWords.bufferSize,
+              grammar::kCsimWords.bufferSize, grammar::kModelWords.bufferSize,
+              grammar::kIsolationWords.bufferSize, grammar::kManagedTypeWords.bufferSize,
+              grammar::kMultiplicityWords.bufferSize});
 
 // Converts a value that is short by its nature; one that does not fit cannot be right.
 BtkErrorT ToShortText(const XMLCh* text, char* buffer, std::size_t size,
@@ -29,22 +34,26 @@ BtkErrorT ToShortText(const XMLCh* text, char* buffer, std::size_t size,
 
 }  // namespace
 
-BtkErrorT ReadKeyword(const XMLCh* text, const KeywordTableT& table, std::int32_t& number) {
-  char value[kLargestKeywordSize];
-  if (BtkErrorT e = ToShortText(text, value, table.bufferSize)) return e;
-  for (const KeywordT& keyword : table.words) {
-    if (btk_strcasecmp(value, keyword.word) != 0) continue;
-    number = keyword.number;
-    return kBtkOk;
+const std::int32_t* FindWord(const char* text, const grammar::Words& words) {
+  for (const grammar::Word& word : words.list) {
+    if (btk_strcasecmp(text, word.text) == 0) return &word.number;
   }
-  return kBtkMalformed;
+  return nullptr;
+}
+
+BtkErrorT ReadKeyword(const XMLCh* text, const grammar::Words& words, std::int32_t& number) {
+  assert(words.bufferSize <= kKeywordSize);
+  char value[kKeywordSize];
+  if (BtkErrorT e = ToShortText(text, value, words.bufferSize)) return e;
+  const std::int32_t* const found = FindWord(value, words);
+  if (found == nullptr) return kBtkMalformed;
+  number = *found;
+  return kBtkOk;
 }
 
 BtkErrorT ReadBoolean(const XMLCh* text, bool& value) {
-  static constexpr KeywordT kWords[] = {{"yes", 1}, {"true", 1}, {"no", 0}, {"false", 0}};
-  static constexpr KeywordTableT kBoolean = {kBooleanSize, kWords};
   std::int32_t number = 0;
-  if (BtkErrorT e = ReadKeyword(text, kBoolean, number)) return e;
+  if (BtkErrorT e = ReadKeyword(text, grammar::kBooleanWords, number)) return e;
   value = number != 0;
   return kBtkOk;
 }
@@ -70,21 +79,21 @@ BtkErrorT ReadDecimal16(const XMLCh* text, std::int16_t& number) {
 }
 
 BtkErrorT ReadUniqueId(const XMLCh* text, UniIdT& id) {
-  char value[kUniqueIdSize];
+  char value[kBtkUniIdDashedLength + 1];
   std::size_t length = 0;
   if (ToShortText(text, value, sizeof value, &length) != kBtkOk) return kBtkMalformed;
-  if (length != kPlainIdLength && length != kDashedIdLength) return kBtkMalformed;
-  const int form = length == kPlainIdLength ? kBtkUniIdPlain : kBtkUniIdDashed;
+  if (length != kBtkUniIdPlainLength && length != kBtkUniIdDashedLength) return kBtkMalformed;
+  const int form = length == kBtkUniIdPlainLength ? kBtkUniIdPlain : kBtkUniIdDashed;
   const BtkErrorT e = btkUniIdParse(&id, value, kBtkWholeText, nullptr, form);
   return e == kBtkOk || e == kBtkNoMemory ? e : kBtkMalformed;
 }
 
-BtkErrorT ReadUtf8(const XMLCh* text, Utf8Text& value) {
+BtkErrorT ReadText(const XMLCh* text, Utf8Text& value) {
   if (text == nullptr) return kBtkMalformed;
   return btkStrUtf16ToUtf8Alloc(Out(value), nullptr, text, kBtkWholeText);
 }
 
-BtkErrorT ReadWide(const XMLCh* text, WideText& value) {
+BtkErrorT ReadText(const XMLCh* text, WideText& value) {
   if (text == nullptr) return kBtkMalformed;
   value.reset(btk_wcsdup(text));
   return value ? kBtkOk : kBtkNoMemory;
@@ -93,7 +102,7 @@ BtkErrorT ReadWide(const XMLCh* text, WideText& value) {
 BtkErrorT ReadWords(const XMLCh* text, MfListT<char>& words) {
   static constexpr char kSeparator[] = ";";
   Utf8Text all;
-  if (BtkErrorT e = ReadUtf8(text, all)) return e;
+  if (BtkErrorT e = ReadText(text, all)) return e;
   char* rest = all.get() + std::strspn(all.get(), kSeparator);
   if (*rest == '\0') return kBtkMalformed;
 

@@ -1,0 +1,48 @@
+// The elements of manifest documents, where they are met by the readers of the elements around them.
+#ifndef XML_ELEMENTS_H
+#define XML_ELEMENTS_H
+
+#include "xml/dispatch.h"
+#include "xml/readers.h"
+
+namespace tarnmf {
+
+// The four roots.
+extern const ElementTable<liMfReader> kRoots;
+
+// What stands below the root: single elements and lists of one kind.
+extern const ElementTable<liMfReader::ModuleMfReader> kDocumentModules;
+extern const ElementTable<liMfReader::ClassMfReader> kDocumentClasses;
+extern const ElementTable<liMfReader::RunnableMfReader> kDocumentRunnables;
+
+// A list element: no attributes, and only elements of its kind below.
+template <class DocumentReader>
+BtkErrorT ReadListElement(DocumentReader& reader, DOMNode& element,
+                          const ElementTable<DocumentReader>& items) {
+  if (BtkErrorT e = RefuseAttributes(element)) return e;
+  reader.flags |= kListSeen;
+  return DispatchChildren(element, reader, items);
+}
+
+// A "module" element that stands anywhere: the module with its implementations is appended to
+// `reader.modules`.
+BtkErrorT ReadModule(liMfReader::ModuleReader& reader, DOMNode& element);
+
+// The sides of a class; each fills its part of `reader.current`.
+BtkErrorT ReadClientSide(liMfReader::ClassReader& reader, DOMNode& element);
+BtkErrorT ReadServiceSide(liMfReader::ClassReader& reader, DOMNode& element);
+BtkErrorT ReadAgentSide(liMfReader::ClassReader& reader, DOMNode& element);
+
+// The roles of a runnable; each is appended to its list in `reader.runnable`.
+BtkErrorT ReadServiceRole(liMfReader::RunnableReader& reader, DOMNode& element);
+BtkErrorT ReadAppRole(liMfReader::RunnableReader& reader, DOMNode& element);
+BtkErrorT ReadLauncherRole(liMfReader::RunnableReader& reader, DOMNode& element);
+
+// What a role holds: they fill `reader.role`, and a later element of one kind takes the place of an
+// earlier one.
+BtkErrorT ReadArgs(liMfReader::RunnableReader& reader, DOMNode& element);
+BtkErrorT ReadEnv(liMfReader::RunnableReader& reader, DOMNode& element);
+
+}  // namespace tarnmf
+
+#endif  // XML_ELEMENTS_H
