@@ -1,30 +1,24 @@
-// Manifest documents of tests, written short.
+// Manifest documents of tests: written short, and those of the case files.
 #ifndef TESTS_SUPPORT_DOCUMENTS_H
 #define TESTS_SUPPORT_DOCUMENTS_H
 
+#include <filesystem>
 #include <string>
+#include <vector>
+
+#include "tests/support/case_file.h"
 
 namespace tarnmf::test {
 
-// "$1" to "$9" stand for ids.
-inline std::string WithIds(std::string text) {
-  for (std::size_t at = 0; (at = text.find('$', at)) != std::string::npos;) {
-    const char digit = text[at + 1];
-    text.replace(at, 2, std::string(8, digit) + "-1111-2222-3333-444444444444");
-  }
-  return text;
-}
+// "$0" to "$9" stand for ids.
+std::string WithIds(std::string text);
 
-inline std::string InRoot(const std::string& fragment) {
-  return "<tarnmanifest version=\"1\">" + fragment + "</tarnmanifest>";
-}
+// The content below the root of a mixed document.
+std::string InRoot(const std::string& content);
 
-// The document of a case: a text that does not start with a root or a declaration stands below the
-// root of a mixed document.
-inline std::string DocumentOf(const std::string& input) {
-  const bool isWhole = input.starts_with("<tarn") || input.starts_with("<?xml");
-  return WithIds(isWhole ? input : InRoot(input));
-}
+// The cases of all "*.cases" files of a folder, their inputs as complete documents. The inputs of
+// documents.cases are whole; all others are the content of a mixed document.
+std::vector<FileCase> ReadDocumentCases(const std::filesystem::path& folder);
 
 }  // namespace tarnmf::test
 

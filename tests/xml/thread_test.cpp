@@ -1,4 +1,5 @@
 #include <atomic>
+#include <gtest/gtest.h>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -6,8 +7,11 @@
 
 #include "tarnmf/dispose.h"
 #include "tarnmf/ldp_loader.h"
+#include "tarnmf/stream_parser.h"
 
+#include "tests/support/documents.h"
 #include "tests/support/everything.h"
+#include "tests/support/memory_stream.h"
 #include "tests/support/temp_directory.h"
 #include "tests/xml/parse.h"
 

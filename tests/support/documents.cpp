@@ -1,0 +1,34 @@
+#include "tests/support/documents.h"
+
+#include <stdexcept>
+
+namespace tarnmf::test {
+
+std::string WithIds(std::string text) {
+  for (std::size_t at = 0; (at = text.find('$', at)) != std::string::npos;) {
+    const char digit = text[at + 1];
+    text.replace(at, 2, std::string(8, digit) + "-1111-2222-3333-444444444444");
+  }
+  return text;
+}
+
+std::string InRoot(const std::string& content) {
+  return "<tarnmanifest version=\"1\">" + content + "</tarnmanifest>";
+}
+
+std::vector<FileCase> ReadDocumentCases(const std::filesystem::path& folder) {
+  std::vector<FileCase> all;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() != ".cases") continue;
+    const bool isWhole = entry.path().stem() == "documents";
+    for (FileCase& one : ReadCaseFile(entry.path())) {
+      one.input = WithIds(isWhole ? one.input : InRoot(one.input));
+      one.result = WithIds(one.result);
+      all.push_back(std::move(one));
+    }
+  }
+  if (all.empty()) throw std::runtime_error("no case file in " + folder.string());
+  return all;
+}
+
+}  // namespace tarnmf::test
