@@ -57,7 +57,7 @@ void BareXmlOfProcessFiles(benchmark::State& state) {
   xercesc::XMLPlatformUtils::Terminate();
 }
 
-// Ends the repository outside the measured time, as a process never does.
+// Destroys the repository outside the measured time, as a process never does.
 void StartOfProcess(benchmark::State& state) {
   const ProcessFiles process(state.range(0));
   for (auto _ : state) {

@@ -12,7 +12,7 @@ struct BisectResult {
 };
 
 // Searches `count` elements. `compare(index)` returns how the element at `index` stands to what is
-// sought: negative when it sorts before, 0 when it matches, positive when it sorts behind.
+// sought: negative when it sorts before, 0 when it matches, positive when it sorts after.
 template <class Compare>
 BisectResult Bisect(std::int32_t count, Compare compare) {
   std::int32_t low = 0;

@@ -14,8 +14,8 @@
 namespace tarnmf {
 namespace {
 
-// The lists of a container while a document is added to them. What they hold ends with this object
-// unless it is handed back, so that a failed parse keeps nothing.
+// The lists of a container while a document is added to them. What they hold is destroyed with this
+// object unless it is handed back, so that a failed parse keeps nothing.
 class WorkingLists {
  public:
   explicit WorkingLists(MfLdpDataT& data) : data_(data) {

@@ -67,7 +67,7 @@ bool btkUniIdIsEqual(const UniIdT* left, const UniIdT* right) {
 BtkErrorT btkUniIdParse(UniIdT* out, const char* text, std::size_t length, const char** end,
                         int form) {
   const std::size_t wanted = FormLength(form);
-  // Looks no further than one character behind the id, and never past the text's NUL.
+  // Looks no further than one character after the id, and never past the text's NUL.
   const std::size_t available = strnlen(text, length < wanted + 1 ? length : wanted + 1);
   if (available < wanted || (end == nullptr && available > wanted)) return kBtkMalformed;
   UniIdT id;

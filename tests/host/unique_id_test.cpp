@@ -39,7 +39,7 @@ TEST(UniqueId, ReadsAndWritesBothForms) {
   }
 }
 
-TEST(UniqueId, StopsBehindTheIdWhenAskedFor) {
+TEST(UniqueId, StopsAfterTheIdWhenAskedFor) {
   const std::string text = std::string(kDashed) + " rest";
   UniIdT id;
   const char* end = nullptr;

@@ -10,7 +10,7 @@ namespace tarnmf::test {
 
 // One line per record, indented below the record that holds it. Only fields that differ from a
 // default-constructed record are shown: name=value, texts in quotes, a text that its record owns by
-// a flag with a "+" behind it. So null (not shown) and empty ("") can be told apart.
+// a flag with a "+" after it. So null (not shown) and empty ("") can be told apart.
 std::string Dump(const MfModuleT& module);
 std::string Dump(const MfIntfClassT& record);
 std::string Dump(const MfRunnableT& runnable);

@@ -1,4 +1,4 @@
-// A directory that ends with its object.
+// A directory that is removed with its object.
 #ifndef TESTS_SUPPORT_TEMP_DIRECTORY_H
 #define TESTS_SUPPORT_TEMP_DIRECTORY_H
 

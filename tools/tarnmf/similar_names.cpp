@@ -11,7 +11,7 @@ namespace tool {
 namespace {
 
 constexpr std::size_t kShown = 8;
-// Names that differ only behind this many bytes are similar enough; it bounds the work per name.
+// Names that differ only after this many bytes are similar enough; it bounds the work per name.
 constexpr std::size_t kCompared = 64;
 
 std::string Folded(const std::string& name) {
