@@ -56,6 +56,7 @@ TEST(EmbeddedDlm, ResolvesToFilesThatExist) {
   }
   EXPECT_TRUE(manager.HasMachineVariant(loadpoint.c_str(), "linux-x86"));
   EXPECT_FALSE(manager.HasMachineVariant(loadpoint.c_str(), "linux-arm"));
+  EXPECT_FALSE(manager.HasMachineVariant(nullptr, "."));  // the current folder is no load point
 }
 
 TEST(EmbeddedDlm, DerivesLoadpointIdsFromPaths) {
