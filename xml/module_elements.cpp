@@ -70,22 +70,34 @@ using ImplForcePath =
 using ImplApiLevel = Row<"apilevel", &MfModuleImplT::apilevel, ModuleReader::kSeenApiLevel>;
 using ImplVersionRow = SpecialRow<"version", ImplVersion, ModuleReader::kSeenVersion>;
 
+// clang-format off
 constexpr auto kModuleAttributes = kAttributesOf<
-    ModuleReader, grammar::kModule,                                          //
-    SpecialRow<"type", ModuleType, ModuleReader::kSeenType>,                 //
-    Row<"id", &MfModuleT::id, ModuleReader::kSeenId>,                        //
-    ImplName, ImplExplicitName,                                              //
-    SpecialRow<"loadpoint", ModuleLoadpoint, ModuleReader::kSeenLoadpoint>,  //
-    ImplPath, ImplForcePath, UnreadRow<"resolvepath">, UnreadRow<"description">, ImplApiLevel,
+    ModuleReader, grammar::kModule,
+    SpecialRow<"type", ModuleType, ModuleReader::kSeenType>,
+    Row<"id", &MfModuleT::id, ModuleReader::kSeenId>,
+    ImplName,
+    ImplExplicitName,
+    SpecialRow<"loadpoint", ModuleLoadpoint, ModuleReader::kSeenLoadpoint>,
+    ImplPath,
+    ImplForcePath,
+    UnreadRow<"resolvepath">,
+    UnreadRow<"description">,
+    ImplApiLevel,
     ImplVersionRow,
     FlagRow<"private", &MfModuleT::flags, kMfModulePrivate, ModuleReader::kSeenPrivate>,
     SpecialRow<"abits", AddressBits, ModuleReader::kSeenABits>>;
 
-constexpr auto kPlatformModuleAttributes =
-    kAttributesOf<ModuleReader, grammar::kPlatformModule,
-                  Row<"machinetype", &MfModuleImplT::machinetype, ModuleReader::kSeenMachineType>,
-                  ImplName, ImplExplicitName, ImplPath, ImplForcePath, UnreadRow<"resolvepath">,
-                  ImplApiLevel, ImplVersionRow>;
+constexpr auto kPlatformModuleAttributes = kAttributesOf<
+    ModuleReader, grammar::kPlatformModule,
+    Row<"machinetype", &MfModuleImplT::machinetype, ModuleReader::kSeenMachineType>,
+    ImplName,
+    ImplExplicitName,
+    ImplPath,
+    ImplForcePath,
+    UnreadRow<"resolvepath">,
+    ImplApiLevel,
+    ImplVersionRow>;
+// clang-format on
 
 constexpr auto kPreloadAttributes =
     kAttributesOf<ModuleReader, grammar::kPreload,  //
