@@ -31,8 +31,8 @@ inline void ReleaseCommand(EnvCmdT& command) {
   command.flags &= ~static_cast<std::uint32_t>(kEnvCmdOwnsText);
 }
 
-// A list of records: they end, the last one first, and then the array. To be called with a list
-// that has been taken out of its record, which no longer shows it.
+// Destroys the records of a list, the last one first, and frees the array.
+// REQUIRES: the list has been taken out of its record, which no longer shows it.
 template <class Record>
 void ReleaseRecords(MfListT<Record> list) {
   while (list.count > 0)

@@ -1,3 +1,4 @@
+// How the repository's indexes are searched and filled, and the questions that they answer.
 #include "repository/indexes.h"
 
 #include <new>
@@ -5,10 +6,13 @@
 #include "platform/memory.h"
 #include "platform/runtime.h"
 #include "platform/unique_id.h"
+#include "support/bisect.h"
 #include "support/owned.h"
 
 namespace tarnmf {
 namespace {
+
+// ---- Searching ---------------------------------------------------------------------------------
 
 BisectResult FindName(const liMfRepoBaseImpl& repo, const char* name) {
   return Bisect(repo.names.Count(), [&](std::int32_t i) {
@@ -16,46 +20,6 @@ BisectResult FindName(const liMfRepoBaseImpl& repo, const char* name) {
     return CmpCase_cStrings_Safe(&pooled, &name);
   });
 }
-
-// The repository's own copy of a name, or null.
-const char* Intern(liMfRepoBaseImpl& repo, const char* name) {
-  const BisectResult at = FindName(repo, name);
-  if (at.found) return repo.names[at.place];
-  Utf8Text copy(btk_strdup(name));
-  if (!copy || !repo.names.Insert(at.place, copy.get())) return nullptr;
-  return copy.release();
-}
-
-// The bucket of a name, made when there is none yet; null when memory could not be had.
-ResolveBucketT* BucketOf(liMfRepoBaseImpl& repo, BucketIndex& index, const char* name) {
-  const char* const pooled = Intern(repo, name);
-  if (pooled == nullptr) return nullptr;
-  const BisectResult at = FindBucket(index, pooled);
-  if (at.found) return &index[at.place];
-  if (!index.ReserveMore(1)) return nullptr;
-  ResolveBucketT& bucket = index.EmplaceReserved(at.place);
-  bucket.key = pooled;
-  return &bucket;
-}
-
-// Inserts behind all entries of the same version, so that entries of equal version keep the order
-// in which they were filed.
-void InsertByVersion(ResolveBucketT& bucket, MfSvcResolveT* entry) {
-  const auto behind = static_cast<std::int16_t>(entry->versionKey + 1);
-  bucket.byVersion.InsertReserved(FirstAbove(bucket, behind), entry);
-}
-
-// In an index of unique keys: takes the place of the element with the same key.
-template <class Index, class Element>
-void InsertOrReplace(Index& index, BisectResult at, Element* element) {
-  if (at.found) {
-    index[at.place] = element;
-  } else {
-    index.InsertReserved(at.place, element);
-  }
-}
-
-}  // namespace
 
 BisectResult FindBucket(const BucketIndex& index, const char* name) {
   return Bisect(index.Count(),
@@ -79,15 +43,64 @@ BisectResult FindByCombinedId(const ServiceEntryIndex& index, const UniIdT& id) 
   });
 }
 
+// Orders the entries of one name. Versions outside -16384 to 16383 wrap.
+std::int16_t VersionKey(std::int32_t version) {
+  return static_cast<std::int16_t>(static_cast<std::uint32_t>(version) * 2);
+}
+
+// Where the entries of a bucket begin whose versionKey is greater than `key`, which must be odd:
+// stored keys are even, so the search never matches.
 std::int32_t FirstAbove(const ResolveBucketT& bucket, std::int16_t key) {
   return Bisect(bucket.byVersion.Count(),
                 [&](std::int32_t i) { return bucket.byVersion[i]->versionKey - key; })
       .place;
 }
 
-std::int16_t VersionKey(std::int32_t version) {
-  return static_cast<std::int16_t>(static_cast<std::uint32_t>(version) * 2);
+// ---- Filing ------------------------------------------------------------------------------------
+
+// The repository's own copy of a name; null when out of memory.
+const char* Intern(liMfRepoBaseImpl& repo, const char* name) {
+  const BisectResult at = FindName(repo, name);
+  if (at.found) return repo.names[at.place];
+  Utf8Text copy(btk_strdup(name));
+  if (!copy || !repo.names.Insert(at.place, copy.get())) return nullptr;
+  return copy.release();
 }
+
+// The bucket of a name, made when there is none yet; null when out of memory.
+ResolveBucketT* BucketOf(liMfRepoBaseImpl& repo, BucketIndex& index, const char* name) {
+  const char* const pooled = Intern(repo, name);
+  if (pooled == nullptr) return nullptr;
+  const BisectResult at = FindBucket(index, pooled);
+  if (at.found) return &index[at.place];
+  if (!index.ReserveMore(1)) return nullptr;
+  ResolveBucketT& bucket = index.EmplaceReserved(at.place);
+  bucket.key = pooled;
+  return &bucket;
+}
+
+// Inserts after all entries of the same version, so that entries of equal version keep the order in
+// which they were filed.
+void InsertByVersion(ResolveBucketT& bucket, MfSvcResolveT* entry) {
+  const auto next = static_cast<std::int16_t>(entry->versionKey + 1);
+  bucket.byVersion.InsertReserved(FirstAbove(bucket, next), entry);
+}
+
+// In an index of unique keys: takes the place of the element with the same key.
+template <class Index, class Element>
+void InsertOrReplace(Index& index, BisectResult at, Element* element) {
+  if (at.found) {
+    index[at.place] = element;
+  } else {
+    index.InsertReserved(at.place, element);
+  }
+}
+
+bool Fits(const void* buffer, std::int32_t capacity, std::int32_t count) {
+  return buffer != nullptr && capacity >= count;
+}
+
+}  // namespace
 
 bool FileClassEntry(liMfRepoBaseImpl& repo, const char* name, const UniIdT* ldpId,
                     const UniIdT* scope, MfMultiplicityT multiplicity, MfIntfClassT* cls) {
@@ -125,6 +138,10 @@ bool FileServiceEntry(liMfRepoBaseImpl& repo, const char* name, const UniIdT* ld
   return true;
 }
 
+bool HasLoadpoint(const liMfRepoBaseImpl& repo, const btkWChar* path) {
+  return FindByPath(repo.loadpointsByPath, path).found;
+}
+
 bool ReserveLoadpoint(liMfRepoBaseImpl& repo) {
   return repo.loadpointsByPath.ReserveMore(1) && repo.loadpointsById.ReserveMore(1);
 }
@@ -135,6 +152,65 @@ void FileLoadpoint(liMfRepoBaseImpl& repo, MfLdpEntryT* entry) {
   InsertOrReplace(repo.loadpointsById, FindById(repo.loadpointsById, entry->id), entry);
   entry->filedBefore = repo.lastFiled;
   repo.lastFiled = entry;
+}
+
+// ---- Queries -----------------------------------------------------------------------------------
+
+std::int32_t liMfRepoBaseImpl::GetLoadpointIds(UniIdT* ids, std::int32_t capacity) {
+  if (Fits(ids, capacity, loadpointsById.Count())) {
+    for (const MfLdpEntryT* entry : loadpointsById)
+      *ids++ = entry->id;
+  }
+  return loadpointsById.Count();
+}
+
+MfLdpDataT* liMfRepoBaseImpl::FindLoadpoint(const UniIdT* id) {
+  const BisectResult at = FindById(loadpointsById, id != nullptr ? *id : kBtkNullUniId);
+  return at.found ? &loadpointsById[at.place]->data : nullptr;
+}
+
+MfServiceRoleT* liMfRepoBaseImpl::FindService(const UniIdT* svcid, const btkWChar* loadpoint) {
+  if (svcid == nullptr) return nullptr;
+  const BisectResult at = FindByPath(loadpointsByPath, loadpoint);
+  if (!at.found) return nullptr;
+  for (const MfRunnableT* runnable : loadpointsByPath[at.place]->data.runnables) {
+    for (MfServiceRoleT* role : runnable->services) {
+      if (btkUniIdIsEqual(&role->id, svcid)) return role;
+    }
+  }
+  return nullptr;
+}
+
+MfSvcResolveT* liMfRepoBaseImpl::FindClassImpl(const UniIdT* scope, const char* name,
+                                               std::int16_t reqVersion, std::int16_t limit) {
+  const BisectResult at = FindBucket(classIndex, name);
+  if (!at.found) return nullptr;
+  const ResolveBucketT& bucket = classIndex[at.place];
+  const auto threshold = static_cast<std::int16_t>(VersionKey(reqVersion < 0 ? 0 : reqVersion) - 1);
+  const std::int32_t first = FirstAbove(bucket, threshold);
+  const UniIdT& wanted = scope != nullptr ? *scope : kBtkNullUniId;
+  MfSvcResolveT* withoutScope = nullptr;
+  for (std::int32_t i = bucket.byVersion.Count() - 1; i >= first; --i) {
+    MfSvcResolveT* const entry = bucket.byVersion[i];
+    if (entry->record->svcMinVersion > limit) continue;
+    if (btkUniIdIsEqual(&entry->ids[kMfScopeId], &wanted)) return entry;
+    if (withoutScope == nullptr && btkUniIdIsNull(entry->ids[kMfScopeId])) withoutScope = entry;
+  }
+  return withoutScope;
+}
+
+MfSvcResolveT* liMfRepoBaseImpl::FindServiceEntry(const UniIdT* id) {
+  if (id == nullptr) return nullptr;
+  const BisectResult at = FindByCombinedId(serviceEntries, *id);
+  return at.found ? serviceEntries[at.place] : nullptr;
+}
+
+std::int32_t liMfRepoBaseImpl::GetServiceEntries(MfSvcResolveT* entries, std::int32_t capacity) {
+  if (Fits(entries, capacity, serviceEntries.Count())) {
+    for (const MfSvcResolveT* entry : serviceEntries)
+      *entries++ = *entry;
+  }
+  return serviceEntries.Count();
 }
 
 }  // namespace tarnmf

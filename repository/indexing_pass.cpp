@@ -1,10 +1,10 @@
-#include "repository/indexing_pass.h"
-
+// The pass that files a load point's classes and exposed services.
 #include <algorithm>
 
 #include "platform/service.h"
 #include "platform/unique_id.h"
 #include "repository/indexes.h"
+#include "repository/scan.h"
 #include "support/bisect.h"
 #include "support/growable_array.h"
 
@@ -104,7 +104,7 @@ class IndexingPass {
   }
 
  private:
-  // Both return false only when memory could not be had.
+  // Both return false only when out of memory.
   bool IndexClass(MfIntfClassT& cls);
   bool IndexRole(const MfServiceRoleT& role);
 

@@ -22,6 +22,10 @@ constexpr std::ptrdiff_t kLongestKey = 127;
 constexpr std::ptrdiff_t kLongestOperator = 15;
 constexpr std::int32_t kFirstRoom = 16;  // strings of a list, entries of a file
 
+// ASCII's letters, whatever the locale is.
+bool IsLetter(char character) {
+  return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
+}
 bool IsOperator(char character) {
   return character == '=' || character == '+';
 }
@@ -63,6 +67,7 @@ class LayoutReader {
   BtkErrorT SkipVersion();
   BtkErrorT ReadLayout();
   BtkErrorT ReadGroups(MfLayoutEntryT& entry);
+  BtkErrorT ReadGroup();
   BtkErrorT ReadTextGroup(btkWChar** text);
   BtkErrorT ReadListGroup(btkWChar** list);
   BtkErrorT KeepEntry(MfLayoutEntryT&& entry);
@@ -76,7 +81,7 @@ class LayoutReader {
   bool AtBrace() const { return !AtEnd() && *cursor_ == '}'; }
 
   const btkFSEntry& file_;
-  // The NUL behind the block's text keeps the C library's scanners inside it.
+  // The NUL after the block's text keeps the C library's scanners inside it.
   char block_[kBlockSize + 1];
   const char* cursor_ = block_;
   const char* end_ = block_;
@@ -95,7 +100,7 @@ const LayoutReader::Statement LayoutReader::kStatements[] = {
 };
 
 BtkErrorT LayoutReader::Read(btkIStream& stream) {
-  if (!list_.strings.Reserve(kFirstRoom) || !entries_.Reserve(kFirstRoom)) return kBtkNoMemory;
+  if (!list_.Reserve(kFirstRoom) || !entries_.Reserve(kFirstRoom)) return kBtkNoMemory;
   for (;;) {
     const std::int32_t size = stream.Read(block_, kBlockSize);
     if (size <= 0 || (stream.State() & kBtkStreamFailed) != 0) return kBtkOk;
@@ -130,7 +135,7 @@ BtkErrorT LayoutReader::ReadBlock(std::size_t size) {
 BtkErrorT LayoutReader::ReadStatement() {
   std::string_view key;
   std::string_view assignment;
-  if (!TakeRun(IsLayoutLetter, kLongestKey, key)) return kBtkMalformed;
+  if (!TakeRun(IsLetter, kLongestKey, key)) return kBtkMalformed;
   SkipBlanks();
   if (!TakeRun(IsOperator, kLongestOperator, assignment)) return kBtkMalformed;
   SkipBlanks();
@@ -153,11 +158,10 @@ bool LayoutReader::TakeRun(Belongs belongs, std::ptrdiff_t longest, std::string_
 }
 
 BtkErrorT LayoutReader::ReadBase() {
-  const bool read = ParseQuotedList(&cursor_, end_, 1, list_);
-  if (list_.outOfMemory) return kBtkNoMemory;
-  if (!read || list_.strings.Count() != 1) return kBtkMalformed;
+  if (BtkErrorT e = ParseQuotedList(&cursor_, end_, 1, list_)) return e;
+  if (list_.Empty()) return kBtkMalformed;
   btkFSEntry base = file_.GetHead();
-  base /= list_.strings[0];
+  base /= list_[0];
   base += "/";
   return Widen(base, base_);
 }
@@ -198,18 +202,21 @@ BtkErrorT LayoutReader::ReadGroups(MfLayoutEntryT& entry) {
   return kBtkOk;
 }
 
+// Reads the strings of one group. A brace may end it wherever a string or a separator may stand.
+BtkErrorT LayoutReader::ReadGroup() {
+  const BtkErrorT e = ParseQuotedList(&cursor_, end_, kLayoutListMax, list_);
+  return e == kBtkMalformed && AtBrace() ? kBtkOk : e;
+}
+
 BtkErrorT LayoutReader::ReadTextGroup(btkWChar** text) {
-  const bool read = ParseQuotedList(&cursor_, end_, kLayoutListMax, list_);
-  if (list_.outOfMemory) return kBtkNoMemory;
-  if ((!read || list_.strings.Count() > 1) && !AtBrace()) return kBtkMalformed;
-  return list_.strings.Empty() ? kBtkOk : Widen(list_.strings[0], text);
+  if (BtkErrorT e = ReadGroup()) return e;
+  if (list_.Count() > 1 && !AtBrace()) return kBtkMalformed;
+  return list_.Empty() ? kBtkOk : Widen(list_[0], text);
 }
 
 BtkErrorT LayoutReader::ReadListGroup(btkWChar** list) {
-  const bool read = ParseQuotedList(&cursor_, end_, kLayoutListMax, list_);
-  if (list_.outOfMemory) return kBtkNoMemory;
-  if (!read && !AtBrace()) return kBtkMalformed;
-  for (const char* text : list_.strings) {
+  if (BtkErrorT e = ReadGroup()) return e;
+  for (const char* text : list_) {
     if (BtkErrorT e = Widen(text, list++)) return e;
   }
   return kBtkOk;

@@ -65,7 +65,7 @@ struct LayoutFile {
 // like an empty one, and a read failure like the end of the file. `layout` must be empty, as it was
 // made, and is left so on failure. Codes:
 //   0    success
-//   112  memory could not be had
+//   112  out of memory
 //   432  a syntax error, a number outside 32 bits, or a statement that does not end in its block
 //   others: an id that could not be parsed, a text that could not be converted
 BtkErrorT ReadLayoutFile(const btkWChar* dir, LayoutFile& layout);

@@ -1,5 +1,4 @@
-#include "repository/preload_pass.h"
-
+// The pass that loads libraries ahead of use.
 #include <algorithm>
 
 #include "tarnmf/options.h"
@@ -8,6 +7,7 @@
 #include "platform/runtime.h"
 #include "platform/service.h"
 #include "platform/unique_id.h"
+#include "repository/scan.h"
 #include "support/ignore_refusal.h"
 
 namespace tarnmf {
@@ -40,8 +40,8 @@ class RunningProcess {
  private:
   bool IsExecutable(const btkWChar* name) const {
     btkWChar fileName[kExecutableNameUnits] = {};
-    if (btkGetExecutableNameW(fileName, kExecutableNameUnits, nullptr, name) != kBtkOk)
-      return false;
+    // What is written counts, whatever the code: a name that is refused leaves the buffer empty.
+    IgnoreRefusal(btkGetExecutableNameW(fileName, kExecutableNameUnits, nullptr, name));
     return image_ == fileName;
   }
   bool IsNamed(const btkWChar* name) const { return name == nullptr || IsExecutable(name); }

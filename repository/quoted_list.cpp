@@ -8,18 +8,18 @@ namespace tarnmf {
 namespace {
 
 // Appends a copy of the bytes from `begin` to `end`.
-bool AppendCopy(QuotedList& list, const char* begin, const char* end) {
+BtkErrorT AppendCopy(QuotedList& list, const char* begin, const char* end) {
+  if (!list.ReserveMore(1)) return kBtkNoMemory;
   const auto length = static_cast<std::size_t>(end - begin);
-  char* const copy = list.strings.ReserveMore(1) ? new (std::nothrow) char[length + 1] : nullptr;
-  list.outOfMemory = copy == nullptr;
-  if (copy == nullptr) return false;
+  char* const copy = new (std::nothrow) char[length + 1];
+  if (copy == nullptr) return kBtkNoMemory;
   std::memcpy(copy, begin, length);
   copy[length] = '\0';
-  list.strings.AppendReserved(copy);
-  return true;
+  list.AppendReserved(copy);
+  return kBtkOk;
 }
 
-// Steps over the comma between two strings; false when none follows, or nothing behind it.
+// Steps over the comma between two strings; false when none follows, or nothing after it.
 bool StepOverComma(const char** cursor, const char* end) {
   if (**cursor != ',') return false;
   *cursor = SkipSpace(*cursor + 1, end);
@@ -27,32 +27,32 @@ bool StepOverComma(const char** cursor, const char* end) {
 }
 
 // Reads the string whose opening quote the cursor stands on.
-bool ReadQuoted(const char** cursor, const char* end, QuotedList& list) {
+BtkErrorT ReadQuoted(const char** cursor, const char* end, QuotedList& list) {
   const char* const begin = *cursor + 1;
-  const char* const close = std::find(begin, end, '"');
-  *cursor = close;
-  if (close == end || !AppendCopy(list, begin, close)) return false;
-  *cursor = close + 1;
-  return true;
+  *cursor = std::find(begin, end, '"');
+  if (*cursor == end) return kBtkMalformed;
+  if (BtkErrorT e = AppendCopy(list, begin, *cursor)) return e;
+  ++*cursor;
+  return kBtkOk;
 }
 
 }  // namespace
 
-bool ParseQuotedList(const char** cursor, const char* end, std::int32_t maxItems,
-                     QuotedList& list) {
-  list.strings.ReleaseElements();
-  list.outOfMemory = false;
-  while (list.strings.Count() < maxItems) {
+BtkErrorT ParseQuotedList(const char** cursor, const char* end, std::int32_t maxItems,
+                          QuotedList& list) {
+  list.ReleaseElements();
+  while (list.Count() < maxItems) {
     *cursor = SkipSpace(*cursor, end);
-    if (*cursor == end) return true;
-    if (!list.strings.Empty()) {
-      if (**cursor == '|') return true;
-      if (!StepOverComma(cursor, end)) return false;
+    if (*cursor == end) return kBtkOk;
+    const bool isFirst = list.Empty();
+    if (!isFirst) {
+      if (**cursor == '|') return kBtkOk;
+      if (!StepOverComma(cursor, end)) return kBtkMalformed;
     }
-    if (**cursor != '"') return **cursor == '|' && list.strings.Empty();
-    if (!ReadQuoted(cursor, end, list)) return false;
+    if (**cursor != '"') return isFirst && **cursor == '|' ? kBtkOk : kBtkMalformed;
+    if (BtkErrorT e = ReadQuoted(cursor, end, list)) return e;
   }
-  return true;
+  return kBtkOk;
 }
 
 }  // namespace tarnmf

@@ -4,16 +4,14 @@
 
 #include <cstdint>
 
+#include "platform/errors.h"
 #include "support/growable_array.h"
 
 namespace tarnmf {
 
-// Characters of a layout file. Only ASCII counts, whatever the locale is.
+// White space of a layout file: ASCII's, whatever the locale is.
 inline bool IsLayoutSpace(char character) {
   return character == ' ' || (character >= '\t' && character <= '\r');
-}
-inline bool IsLayoutLetter(char character) {
-  return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
 inline const char* SkipSpace(const char* cursor, const char* end) {
   while (cursor != end && IsLayoutSpace(*cursor))
@@ -26,16 +24,16 @@ struct DeletesText {
 };
 
 // The strings of one list, NUL-terminated copies of the bytes between the quotes.
-struct QuotedList {
-  GrowableArray<char*, 2, DeletesText> strings;
-  bool outOfMemory = false;  // the last scan ended because memory could not be had
-};
+using QuotedList = GrowableArray<char*, 2, DeletesText>;
 
 // Reads strings in double quotes, separated by commas, into `list`, whose earlier strings are
-// released; stops at the end of the text, in front of a "|" or behind the `maxItems`-th string.
-// Leaves `*cursor` where it stopped. False when something else stands there, which may be the "}"
-// that the caller expects. A quoted string has no escapes and may hold line ends.
-bool ParseQuotedList(const char** cursor, const char* end, std::int32_t maxItems, QuotedList& list);
+// released; stops at the end of the text, in front of a "|" or after the `maxItems`-th string.
+// Leaves `*cursor` where it stopped. A quoted string has no escapes and may hold line ends. Codes:
+//   0    success
+//   112  out of memory
+//   432  something else stands there, which may be the "}" that the caller expects
+BtkErrorT ParseQuotedList(const char** cursor, const char* end, std::int32_t maxItems,
+                          QuotedList& list);
 
 }  // namespace tarnmf
 

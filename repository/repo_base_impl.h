@@ -1,15 +1,33 @@
-// The repository object: six sorted indexes and the questions that they answer.
+// The repository object: the load points and the six sorted indexes over them.
 #ifndef REPOSITORY_REPO_BASE_IMPL_H
 #define REPOSITORY_REPO_BASE_IMPL_H
 
 #include <memory>
 
+#include "tarnmf/dispose.h"
+#include "tarnmf/ldp_data.h"
+#include "tarnmf/publisher.h"
 #include "tarnmf/repository.h"
 
-#include "repository/ldp_entry.h"
+#include "platform/unique_id.h"
 #include "support/growable_array.h"
 
 namespace tarnmf {
+
+// One load point.
+struct MfLdpEntryT {
+  explicit MfLdpEntryT(const UniIdT& loadpointId) : id(loadpointId) {}
+  // The publisher points into the data, so it goes first.
+  ~MfLdpEntryT() { publisher.reset(); }
+
+  DisposePtr<liMfPublisher> publisher;  // null until the record is filed
+  UniIdT id;
+  MfLdpDataT data;  // with the path of the load point, and everything its manifests declare
+
+  // The record filed before this one. The indexes lose sight of a record that another one replaces;
+  // this chain does not.
+  MfLdpEntryT* filedBefore = nullptr;
+};
 
 // All entries of one name.
 struct ResolveBucketT {
@@ -21,14 +39,15 @@ template <>
 inline constexpr bool kMovesAsBytes<ResolveBucketT> = true;
 
 using BucketIndex = GrowableArray<ResolveBucketT, 32, DestroysElements>;
+using NamePool = GrowableArray<char*, 8, FreesStrings>;
 using ServiceEntryIndex = GrowableArray<MfSvcResolveT*, 8>;
 using LoadpointIndex = GrowableArray<MfLdpEntryT*, 2>;
 
 class liMfRepoBaseImpl final : public liMfRepository {
  public:
   liMfRepoBaseImpl() = default;
-  // Leaves the load-point records alone: queries hand out pointers into them that outlive
-  // everything. DiscardRepository is for a repository that nobody has seen yet.
+  // Leaves the load-point records alone: queries hand out pointers into them, which stay valid for
+  // the life of the process. DiscardRepository is for a repository that nobody has seen yet.
   ~liMfRepoBaseImpl() override = default;
 
   BtkErrorT AddLoadpoint(const btkWChar* dir) override;
@@ -40,12 +59,11 @@ class liMfRepoBaseImpl final : public liMfRepository {
   MfSvcResolveT* FindServiceEntry(const UniIdT* id) override;
   std::int32_t GetServiceEntries(MfSvcResolveT* entries, std::int32_t capacity) override;
 
-  // Declared so that what points at something ends before it: entries point at names, and the
-  // service entries belong to serviceIndex.
-  BucketIndex classIndex;    // by name
-  BucketIndex serviceIndex;  // by name
-  GrowableArray<char*, 8, FreesStrings>
-      names;                         // one copy of every name that entries are filed under
+  // Destroyed from the last to the first: the arrays that only point at things, the names, then the
+  // buckets with the entries that serviceEntries points at.
+  BucketIndex classIndex;            // by name
+  BucketIndex serviceIndex;          // by name
+  NamePool names;                    // one copy of every name that entries are filed under
   ServiceEntryIndex serviceEntries;  // by combined id
   LoadpointIndex loadpointsByPath;
   LoadpointIndex loadpointsById;
@@ -53,7 +71,8 @@ class liMfRepoBaseImpl final : public liMfRepository {
   MfLdpEntryT* lastFiled = nullptr;  // of all load points, linked by filedBefore
 };
 
-// Ends a repository that did not come to be: the object, then every load point that it had filed.
+// Destroys a repository that has not become the process's: the object, then every load point that
+// it had filed.
 void DiscardRepository(liMfRepoBaseImpl* repo);
 
 struct RepositoryDiscard {

@@ -24,7 +24,8 @@ class TARNMF_API liMfRepository {
   // of the process's own load point, publishes and preloads what they declare, and files it. `dir`
   // is not looked at. Codes:
   //   0    success; Instance answers from now on
-  //   1    the repository exists already (nothing changes), or a manifest file cannot be opened
+  //   1    the repository exists already or is being made by a call that has not returned yet
+  //        (nothing changes), or a manifest file cannot be opened
   //   33   no dynamic-library manager
   //   112  memory could not be had
   //   others: as liLdpMfLoader::Load, liMfPublisher::Add and Publish, the platform's managers, and

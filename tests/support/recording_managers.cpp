@@ -1,7 +1,7 @@
 #include "tests/support/recording_managers.h"
 
-#include <algorithm>
 #include <cstdio>
+#include <string_view>
 #include <type_traits>
 
 #include "platform/host/embedded_dlm.h"
@@ -32,15 +32,9 @@ std::string Ascii(const Char* text) {
 }
 
 template <class Char>
-std::string Quoted(const Char* text) {
+requires(std::is_same_v<Char, char> || std::is_same_v<Char, btkWChar>) std::string
+    Shown(const Char* text) {
   return text == nullptr ? "null" : '"' + Ascii(text) + '"';
-}
-
-std::string Shown(const char* text) {
-  return Quoted(text);
-}
-std::string Shown(const btkWChar* text) {
-  return Quoted(text);
 }
 std::string Shown(const UniIdT* id) {
   return id == nullptr ? "null" : IdText(*id);
@@ -64,7 +58,7 @@ std::string Shown(const btkWChar* const* list) {
   if (list == nullptr) return "null";
   std::string line;
   for (; *list != nullptr; ++list)
-    line += (line.empty() ? "" : ", ") + Quoted(*list);
+    line += (line.empty() ? "" : ", ") + Shown(*list);
   return '[' + line + ']';
 }
 
@@ -107,35 +101,16 @@ UniIdT Id(std::uint32_t number) {
 }
 
 std::string IdText(const UniIdT& id) {
-  std::uint32_t number = 0;
-  for (int i = 12; i < 16; ++i)
-    number = number << 8 | id.bytes[i];
-  if (std::all_of(id.bytes, id.bytes + 12, [](std::uint8_t byte) { return byte == 0; }))
-    return '#' + std::to_string(number);
-  std::string text;
-  for (int i = 0; i < 16; ++i) {
-    if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
-    text += Hex("%02x", id.bytes[i]);
-  }
-  return text;
+  char text[kBtkUniIdDashedLength + 1] = {};
+  std::size_t length = 0;
+  tarnmf::IgnoreRefusal(  // the text fits
+      btkUniIdFormat(text, sizeof text, &length, &id, kBtkUniIdDashed, 0));
+  constexpr std::string_view kNumbered = "00000000-0000-0000-0000-0000";
+  if (!std::string_view(text).starts_with(kNumbered)) return text;
+  return '#' + std::to_string(std::stoul(text + kNumbered.size(), nullptr, 16));
 }
 
 RecordingManagers::RecordingManagers() {
-  resolvedPath = [](const char* id, const btkWChar* name, const btkWChar* loadpoint,
-                    const char* machine) {
-    return (loadpoint != nullptr ? Ascii(loadpoint) : std::string()) + '/' +
-           (machine == nullptr || *machine == 0 ? "native" : machine) + '/' +
-           (name != nullptr ? Ascii(name) : std::string(id));
-  };
-  machineVariant = [](const btkWChar*, const char*) { return false; };
-  loadpointId = [](const btkWChar* path) {
-    return path == nullptr
-               ? UniIdT{}
-               : Id(static_cast<std::uint32_t>(std::hash<std::string>{}(Ascii(path)) % 100000));
-  };
-  processScope = [](UniIdT*) {};
-  versions = [](std::int16_t*, std::int16_t*, const UniIdT&) {};
-  externalService = [](UniIdT*, const char*) {};
   btkHostSetDlmManager(this);
   btkHostSetServiceManager(this);
   btkHostSetIntfRegistry(this);
@@ -153,13 +128,15 @@ BtkErrorT RecordingManagers::Record(std::string line) {
     if (line.starts_with(prefix)) answer = code;
   }
   calls.push_back(std::move(line));
+  if (onCall) onCall();
   if (callsToThrow_ >= 0 && callsToThrow_-- == 0) throw PlatformException(calls.back());
   return answer;
 }
 
 BtkErrorT RecordingManagers::QueryLoadpointId(UniIdT* id, const btkWChar* path) {
   const BtkErrorT answer = Record(Line("QueryLoadpointId", path));
-  if (answer == kBtkOk) *id = loadpointId(path);
+  if (answer == kBtkOk && path != nullptr)
+    *id = Id(static_cast<std::uint32_t>(std::hash<std::string>{}(Ascii(path)) % 100000));
   return answer;
 }
 
@@ -169,7 +146,7 @@ BtkErrorT RecordingManagers::RegisterInstallation(const btkWChar* base, const Un
 
 BtkErrorT RecordingManagers::RegisterProcessLoadpoint(UniIdT* scope, const btkWChar* path) {
   const BtkErrorT answer = Record(Line("RegisterProcessLoadpoint", path));
-  if (answer == kBtkOk) processScope(scope);
+  if (answer == kBtkOk) *scope = processScope;
   return answer;
 }
 
@@ -184,7 +161,7 @@ BtkErrorT RecordingManagers::RegisterLayout(const btkWChar* base, const char* ma
 bool RecordingManagers::HasMachineVariant(const btkWChar* loadpoint, const char* machine) {
   // The question has no code to fail with.
   tarnmf::IgnoreRefusal(Record(Line("HasMachineVariant", loadpoint, machine)));
-  return machineVariant(loadpoint, machine);
+  return machineVariant && machineVariant(loadpoint, machine);
 }
 
 BtkErrorT RecordingManagers::ResolveModule(btkZString* result, const char* id, const char* type,
@@ -194,7 +171,11 @@ BtkErrorT RecordingManagers::ResolveModule(btkZString* result, const char* id, c
                                            const btkModuleVersionT* version) {
   const BtkErrorT answer = Record(Line("ResolveModule", id, type, name, path, flags, loadpoint,
                                        machine, abits, VersionText(version)));
-  if (answer == kBtkOk) *result = resolvedPath(id, name, loadpoint, machine).c_str();
+  if (answer != kBtkOk) return answer;
+  const std::string folder = machine == nullptr || *machine == 0 ? "native" : machine;
+  *result = ((loadpoint != nullptr ? Ascii(loadpoint) : "") + '/' + folder + '/' +
+             (name != nullptr ? Ascii(name) : id))
+                .c_str();
   return answer;
 }
 
@@ -232,7 +213,9 @@ BtkErrorT RecordingManagers::SetServiceInfo(const UniIdT* id, const btkWChar* lo
 BtkErrorT RecordingManagers::QueryServiceVersions(std::int16_t* version, std::int16_t* minVersion,
                                                   const UniIdT* id, const btkWChar* loadpoint) {
   const BtkErrorT answer = Record(Line("QueryServiceVersions", id, loadpoint));
-  if (answer == kBtkOk) versions(version, minVersion, *id);
+  if (answer != kBtkOk) return answer;
+  *version = serviceVersion;
+  *minVersion = 0;
   return answer;
 }
 
@@ -241,7 +224,7 @@ BtkErrorT RecordingManagers::ResolveExternalService(UniIdT* id, const char* name
                                                     const btkWChar* loadpoint) {
   const BtkErrorT answer =
       Record(Line("ResolveExternalService", name, version, reserved, loadpoint));
-  if (answer == kBtkOk) externalService(id, name);
+  if (answer == kBtkOk && externalService) *id = externalService(name);
   return answer;
 }
 

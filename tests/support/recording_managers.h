@@ -5,6 +5,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -21,8 +22,8 @@ struct PlatformException : std::runtime_error {
 UniIdT Id(std::uint32_t number);
 std::string IdText(const UniIdT& id);
 
-// The three doors of the platform in one object, which is installed while it lives; the embedded
-// managers are restored at its end. Every call is one line of `calls`: the operation and all its
+// The platform's three managers in one object, which is installed while it lives; the embedded
+// managers are restored after it. Every call is one line of `calls`: the operation and all its
 // arguments except result parameters, in order. Texts are quoted, non-ASCII units written as
 // \uXXXX; a null pointer is null.
 //
@@ -47,21 +48,19 @@ class RecordingManagers final : public btkDlmManager,
   // written first. A negative n switches this off.
   void ThrowAt(int n) { callsToThrow_ = n; }
 
-  // ---- What successful operations hand out ------------------------------------------------------
+  // Runs in every call, once its line is written.
+  std::function<void()> onCall;
 
-  // The path of a resolved module. At start "LOADPOINT/MACHINE/NAME", "native" for an empty machine
-  // and the module's id where it has no name.
-  std::function<std::string(const char* id, const btkWChar* name, const btkWChar* loadpoint,
-                            const char* machine)>
-      resolvedPath;
-  // At start false for every load point.
+  // ---- What successful operations hand out ------------------------------------------------------
+  // A module resolves to "LOADPOINT/MACHINE/NAME", with "native" for an empty machine and the
+  // module's id where it has no name. The id of a load point is made from its path.
+
+  // Unset: false for every load point.
   std::function<bool(const btkWChar* loadpoint, const char* machine)> machineVariant;
-  // At start an id made from the path; the null id for null.
-  std::function<UniIdT(const btkWChar* path)> loadpointId;
-  // The rest write through the result parameters what they like; at start nothing.
-  std::function<void(UniIdT* scope)> processScope;
-  std::function<void(std::int16_t* version, std::int16_t* minVersion, const UniIdT& id)> versions;
-  std::function<void(UniIdT* id, const char* name)> externalService;
+  UniIdT processScope{};
+  std::int16_t serviceVersion = 0;  // of every service; the oldest supported one is 0
+  // Unset: the id stays as it is.
+  std::function<UniIdT(std::string_view name)> externalService;
 
   BtkErrorT QueryLoadpointId(UniIdT* id, const btkWChar* path) override;
   BtkErrorT RegisterInstallation(const btkWChar* base, const UniIdT* scope) override;
