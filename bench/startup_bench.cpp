@@ -57,7 +57,7 @@ void BareXmlOfProcessFiles(benchmark::State& state) {
   xercesc::XMLPlatformUtils::Terminate();
 }
 
-// Destroys the repository outside the measured time, as a process never does.
+// Discards the repository outside the measured time, as a process never does.
 void StartOfProcess(benchmark::State& state) {
   const ProcessFiles process(state.range(0));
   for (auto _ : state) {
@@ -69,23 +69,37 @@ void StartOfProcess(benchmark::State& state) {
   }
 }
 
-// A repository with installations, each in a directory of its own below its base.
+// A repository with installations, each with a base, a layout and a scope of its own; every seventh
+// has no scope.
 class Installations {
  public:
-  std::u16string NewDirectory() {
-    const std::string name = std::to_string(count_);
-    root_.Write(name + "/x/a.tmfx",
-                test::GeneratedManifest(count_++, kModules, kClasses, kServices));
-    return btkFSPath((root_.Path() / name / "x").c_str()).WideText();
-  }
-  void Add(int count) {
-    for (int i = 0; i < count; ++i) {
+  explicit Installations(std::int64_t count = 0) {
+    for (std::int64_t i = 0; i < count; ++i) {
       if (repo_->AddLoadpoint(NewDirectory().c_str()) != kBtkOk) std::abort();
     }
   }
+
+  std::u16string NewDirectory() {
+    const std::string name = std::to_string(count_);
+    const UniIdT scope = ScopeOf(count_);
+    root_.Write(name + "/.installed",
+                "base = \"lib\"\nlayout += 0 {\"a\" | | \"b\", \"c\"}\n" +
+                    (btkUniIdIsNull(scope) ? "" : "scope = " + ScopeText(count_) + "\n"));
+    root_.Write(name + "/a.tmfx", test::GeneratedManifest(count_++, kModules, kClasses, kServices));
+    return btkFSPath((root_.Path() / name).c_str()).WideText();
+  }
   liMfRepoBaseImpl& Repo() { return *repo_; }
 
+  static UniIdT ScopeOf(int number) {
+    return number % 7 == 0 ? kBtkNullUniId
+                           : test::GeneratedId(test::kGeneratedOffer, 9999, number % 7);
+  }
+
  private:
+  static std::string ScopeText(int number) {
+    return test::GeneratedIdText(test::kGeneratedOffer, 9999, number % 7);
+  }
+
   test::TempDirectory root_;
   test::QuietManagers managers_;
   RepositoryPtr repo_{new liMfRepoBaseImpl};
@@ -93,8 +107,7 @@ class Installations {
 };
 
 void AddNthLoadpoint(benchmark::State& state) {
-  Installations installations;
-  installations.Add(static_cast<int>(state.range(0)) - 1);
+  Installations installations(state.range(0) - 1);
   for (auto _ : state) {
     state.PauseTiming();
     const std::u16string directory = installations.NewDirectory();
@@ -103,31 +116,48 @@ void AddNthLoadpoint(benchmark::State& state) {
   }
 }
 
+// For callers of every scope, the null scope and one that no installation has included.
 void FindClassImplOfInstallations(benchmark::State& state) {
-  Installations installations;
-  installations.Add(static_cast<int>(state.range(0)));
+  Installations installations(state.range(0));
   std::vector<std::string> names;
   for (int i = 0; i < kClasses; ++i)
     names.push_back("Class" + std::to_string(i));
+  std::vector<UniIdT> scopes = {test::GeneratedId(test::kGeneratedOffer, 9999, 8)};
+  for (int i = 0; i < 7; ++i)
+    scopes.push_back(Installations::ScopeOf(i));
   std::size_t next = 0;
   for (auto _ : state) {
-    const char* const name = names[next++ % names.size()].c_str();
-    benchmark::DoNotOptimize(installations.Repo().FindClassImpl(&kBtkNullUniId, name, 0, 32767));
+    const char* const name = names[next % names.size()].c_str();
+    const MfSvcResolveT* const found =
+        installations.Repo().FindClassImpl(&scopes[next++ % scopes.size()], name, 0, 32767);
+    if (found == nullptr) state.SkipWithError("a class is missing");
+  }
+}
+
+// By combined id.
+void FindServiceEntryOfInstallations(benchmark::State& state) {
+  Installations installations(state.range(0));
+  std::vector<MfSvcResolveT> entries(
+      static_cast<std::size_t>(installations.Repo().GetServiceEntries(nullptr, 0)));
+  installations.Repo().GetServiceEntries(entries.data(), static_cast<std::int32_t>(entries.size()));
+  std::size_t next = 0;
+  for (auto _ : state) {
+    const MfSvcResolveT& entry = entries[next++ % entries.size()];
+    const MfSvcResolveT* const found =
+        installations.Repo().FindServiceEntry(&entry.ids[kMfCombinedId]);
+    if (found == nullptr || found->record != entry.record) state.SkipWithError("another entry");
   }
 }
 
 void FindServiceOfInstallations(benchmark::State& state) {
-  Installations installations;
-  installations.Add(static_cast<int>(state.range(0)));
-  const int count = static_cast<int>(state.range(0));
-  const std::u16string path = installations.Repo().loadpointsByPath[count / 2]->data.loadpoint;
-  const UniIdT id = installations.Repo()
-                        .loadpointsByPath[count / 2]
-                        ->data.runnables[0]
-                        ->services[kServices - 1]
-                        ->id;
-  for (auto _ : state)
-    benchmark::DoNotOptimize(installations.Repo().FindService(&id, path.c_str()));
+  Installations installations(state.range(0));
+  const MfLdpDataT& data =
+      installations.Repo().loadpointsByPath[static_cast<std::int32_t>(state.range(0)) / 2]->data;
+  const MfServiceRoleT* const last = data.runnables[0]->services[kServices - 1];
+  for (auto _ : state) {
+    if (installations.Repo().FindService(&last->id, data.loadpoint) != last)
+      state.SkipWithError("another service");
+  }
 }
 
 BENCHMARK(BareXmlOfProcessFiles)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond);
@@ -139,6 +169,7 @@ BENCHMARK(AddNthLoadpoint)
     ->Iterations(50)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK(FindClassImplOfInstallations)->Arg(10)->Arg(100)->Arg(1000);
+BENCHMARK(FindServiceEntryOfInstallations)->Arg(10)->Arg(100)->Arg(1000);
 BENCHMARK(FindServiceOfInstallations)->Arg(10)->Arg(100)->Arg(1000);
 
 }  // namespace
