@@ -20,7 +20,7 @@ using OptionTable = tarnmf::GrowableArray<Option, 2, tarnmf::BorrowsElements, ta
 // still asks after the exit handler finds an empty table.
 union ProcessTable {
   constexpr ProcessTable() : options() {}
-  constexpr ~ProcessTable() {}
+  ~ProcessTable() {}
   OptionTable options;
 };
 constinit ProcessTable g_table;

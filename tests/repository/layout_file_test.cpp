@@ -103,7 +103,7 @@ TEST(LayoutFile, SurvivesTextsThatAreCutOrDamaged) {
 }
 
 TEST(LayoutFile, TakesEveryReadAsABlock) {
-  for (const std::size_t limit : {1, 8, 9, 18, 27}) {
+  for (const unsigned limit : {1U, 8U, 9U, 18U, 27U}) {
     MemoryStream stream("bits = 5\nbits = 6\nbits = 7\n");
     stream.LimitReads(limit);
     EXPECT_EQ(Read(stream), limit < 9 ? "432" : "/i 0 7") << limit;
