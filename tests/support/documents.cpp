@@ -16,6 +16,10 @@ std::string InRoot(const std::string& content) {
   return "<tarnmanifest version=\"1\">" + content + "</tarnmanifest>";
 }
 
+std::string DocumentOf(const std::string& text) {
+  return text.starts_with("<?xml") ? text : InRoot(WithIds(text));
+}
+
 std::vector<FileCase> ReadDocumentCases(const std::filesystem::path& folder) {
   std::vector<FileCase> all;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
