@@ -7,7 +7,7 @@ namespace {
 
 // Moves the elements of `batch` to `merged`, which has room for them. Both are sorted and have no
 // key in common. From the last one on, each finds its place among the elements that have not moved
-// yet; those behind it move up as one block.
+// yet; those after it move up as one block.
 template <class List>
 void MergeSorted(List& merged, List& batch) {
   std::int32_t unmoved = merged.Count();

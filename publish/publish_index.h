@@ -68,6 +68,8 @@ inline int CompareKeys(const MfIntfClassT& left, const MfIntfClassT& right) {
   return btkUniIdCompare(&left.ids[kMfClientSide], &right.ids[kMfClientSide]);
 }
 
+// ---- Look-ups ----------------------------------------------------------------------------------
+
 inline BisectResult FindModule(const SortedModules& modules, const char* id) {
   return Bisect(modules.Count(), [&](std::int32_t i) { return CompareTexts(modules[i]->id, id); });
 }
@@ -76,6 +78,16 @@ inline BisectResult FindClass(const SortedClasses& classes, const UniIdT& id) {
   return Bisect(classes.Count(), [&](std::int32_t i) {
     return btkUniIdCompare(&classes[i]->ids[kMfClientSide], &id);
   });
+}
+
+// A module's implementation for `machine`, or null. The first one is for no machine in particular
+// and is left out.
+inline MfModuleImplT* FindImplementation(const MfModuleT& module, const char* machine) {
+  for (std::int32_t i = 1; i < module.impls.count; ++i) {
+    const char* const type = module.impls[i]->machinetype;
+    if (type != nullptr && std::strcmp(type, machine) == 0) return module.impls[i];
+  }
+  return nullptr;
 }
 
 }  // namespace tarnmf

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <new>
 
-#include "publish/class_pass.h"
-#include "publish/module_pass.h"
+#include "publish/batch_checks.h"
 #include "publish/register_interfaces.h"
 #include "publish/register_runnables.h"
 #include "publish/resolve_modules.h"
@@ -46,8 +45,7 @@ BtkErrorT liMfPublisherImpl::Add(MfIntfClassT** classes, std::int32_t classCount
 BtkErrorT liMfPublisherImpl::AddBatch(const MfListT<MfIntfClassT>& classes,
                                       const MfListT<MfModuleT>& modules,
                                       const MfListT<MfRunnableT>& runnables) {
-  if (!RunModulePass(modules, batch, merged)) return kBtkUnexpected;
-  if (!RunClassPass(classes, batch, merged)) return kBtkUnexpected;
+  if (CheckBatch(modules, classes, batch, merged)) return kBtkUnexpected;
   if (!merged.ReserveFor(batch) || !newModules.ReserveMore(modules.count) ||
       !newClasses.ReserveMore(classes.count) || !newRunnables.ReserveMore(runnables.count)) {
     return kBtkNoMemory;

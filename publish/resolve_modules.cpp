@@ -7,13 +7,12 @@
 #include "platform/dlm.h"
 #include "platform/memory.h"
 #include "platform/runtime.h"
-#include "publish/implementations.h"
 
 namespace tarnmf {
 namespace {
 
 constexpr char kExecutableType[] = "executable";
-constexpr char kNativeMachine[] = "";
+constexpr char kOwnMachine[] = "";
 // The flags of an implementation that say how its path and name are to be read.
 constexpr std::uint32_t kResolveFlags = kMfImplForcePath | kMfImplExplicitName;
 static_assert(kResolveFlags == (kBtkForcePath | kBtkExplicitName));
@@ -28,8 +27,8 @@ class ModuleResolver {
 
   void ResolveSelected() {
     MfModuleImplT* const first = module_.impls[0];
-    if (ResolveTo(*module_.selectedImpl, kNativeMachine) || module_.selectedImpl == first) return;
-    if (ResolveTo(*first, kNativeMachine)) module_.selectedImpl = first;
+    if (ResolveTo(*module_.selectedImpl, kOwnMachine) || module_.selectedImpl == first) return;
+    if (ResolveTo(*first, kOwnMachine)) module_.selectedImpl = first;
   }
 
   void ResolveVariant(const char* machine) {
@@ -52,7 +51,7 @@ class ModuleResolver {
                               &version) == kBtkOk;
   }
 
-  // Without memory for the path the implementation keeps what it had: the module then goes by its
+  // Out of memory for the path, the implementation keeps what it had: the module then goes by its
   // id, like one that has no file.
   bool ResolveTo(MfModuleImplT& impl, const char* machine) {
     if (!Ask(impl, machine)) return false;
@@ -72,8 +71,9 @@ class ModuleResolver {
 BtkErrorT ResolveModules(const NewModules& modules) {
   btkDlmManager* const dlm = btkDlmManager::Instance();
   if (dlm == nullptr) return kBtkNotReady;
+  const char* const native = btkGetVexMachine();
   const char* const alternate = btkGetVexMachine3264("");
-  const bool hasAlternate = std::strcmp(btkGetVexMachine(), alternate) != 0;
+  const bool hasAlternate = std::strcmp(native, alternate) != 0;
   for (MfModuleT* module : modules) {
     ModuleResolver resolver(*dlm, *module);
     if (module->loadpoint == nullptr && module->selectedImpl->machinetype == nullptr) {

@@ -1,0 +1,155 @@
+#include "publish/module_roles.h"
+
+#include <bit>
+
+namespace tarnmf {
+
+struct RoleRule {
+  MfSideT side;      // of the class that asks for the role
+  RoleSet excluded;  // none of these may the module have
+  RoleSet added;     // the role itself, and what comes with it
+  ModuleListMember list;
+};
+
+namespace {
+
+constexpr RoleSet kApp = 1U << kAppRole;
+constexpr RoleSet kAgent = 1U << kAgentRole;
+constexpr RoleSet kClient = 1U << kServiceClientRole;
+constexpr RoleSet kServer = 1U << kServiceServerRole;
+constexpr RoleSet kGeneric = 1U << kGenericRole;
+
+// One row per ModuleRole. A class claims its modules in the order of the rows, a module is filed in
+// the lists in that order, and the first excluded role is the one that is reported.
+constexpr RoleRule kRoleRules[] = {
+    {kMfClientSide, kAgent | kClient | kServer | kGeneric, kApp, &PublishIndexT::appModules},
+    {kMfAgentSide, kApp | kClient | kServer | kGeneric, kAgent, &PublishIndexT::agentModules},
+    {kMfClientSide, kApp | kAgent | kServer, kClient | kGeneric,
+     &PublishIndexT::serviceClientModules},
+    {kMfServiceSide, kApp | kAgent | kClient, kServer | kGeneric,
+     &PublishIndexT::serviceServerModules},
+    {kMfClientSide, kApp | kAgent, kGeneric, &PublishIndexT::genericModules},
+};
+static_assert(kRoleRules[kAppRole].list == &PublishIndexT::appModules &&
+              kRoleRules[kAgentRole].list == &PublishIndexT::agentModules &&
+              kRoleRules[kServiceClientRole].list == &PublishIndexT::serviceClientModules &&
+              kRoleRules[kServiceServerRole].list == &PublishIndexT::serviceServerModules &&
+              kRoleRules[kGenericRole].list == &PublishIndexT::genericModules);
+
+ModuleRole RoleOf(const RoleRule& rule) {
+  return static_cast<ModuleRole>(&rule - kRoleRules);
+}
+RoleSet BitOf(const RoleRule& rule) {
+  return RoleSet{1} << RoleOf(rule);
+}
+
+// What classes of one affinity must have, and the roles that their sides ask for.
+struct AffinityRule {
+  SideSet neededSides;  // one of these
+  RoleSet claimed;
+};
+
+AffinityRule RuleOf(MfAffinityT affinity) {
+  switch (affinity) {
+    case kMfAppClass:
+      return {SideBit(kMfClientSide), kApp};
+    case kMfAgentClass:
+      return {SideBit(kMfAgentSide), kAgent};
+    case kMfGenericClass:
+      return {SideBit(kMfClientSide), kAgent | kGeneric};
+    default:
+      return {SideBit(kMfClientSide) | SideBit(kMfServiceSide), kAgent | kClient | kServer};
+  }
+}
+
+SideSet SidesOf(const MfIntfClassT& record) {
+  SideSet sides = 0;
+  for (MfSideT side : {kMfClientSide, kMfServiceSide, kMfAgentSide}) {
+    if (MfHasSide(record, side)) sides |= SideBit(side);
+  }
+  return sides;
+}
+
+RoleSet RolesIn(const PublishIndexT& index, const char* id) {
+  RoleSet roles = 0;
+  for (const RoleRule& rule : kRoleRules) {
+    if (FindModule(index.*rule.list, id).found) roles |= BitOf(rule);
+  }
+  return roles;
+}
+
+}  // namespace
+
+bool ModuleRoles::Start() {
+  if (!uses_.Reserve(batch_.modules.Count())) return false;
+  while (uses_.Count() < batch_.modules.Count())
+    uses_.AppendReserved({});
+  return true;
+}
+
+Refusal ModuleRoles::Claim(const MfIntfClassT& record) {
+  const AffinityRule affinity = RuleOf(record.affinity);
+  const SideSet sides = SidesOf(record);
+  if ((sides & affinity.neededSides) == 0) {
+    return {.cause = RefusalCause::kMissingSide,
+            .intfClass = &record,
+            .neededSides = affinity.neededSides};
+  }
+  for (const RoleRule& rule : kRoleRules) {
+    if ((affinity.claimed & BitOf(rule)) == 0 || (sides & SideBit(rule.side)) == 0) continue;
+    if (Refusal refusal = ClaimSide(record, rule)) return refusal;
+  }
+  return {};
+}
+
+Refusal ModuleRoles::ClaimSide(const MfIntfClassT& record, const RoleRule& rule) {
+  const char* const id = record.sides[rule.side].moduleref;
+  // No module is in both indexes, so that one of them knows all its roles.
+  const BisectResult at = FindModule(batch_.modules, id);
+  const Use use = at.found ? uses_[at.place] : Use{RolesIn(merged_, id), nullptr};
+  if (const RoleSet excluding = use.roles & rule.excluded) {
+    const int other = std::countr_zero(excluding);
+    return {.cause = RefusalCause::kExcludedByOtherRole,
+            .intfClass = &record,
+            .otherClass = use.giver,
+            .side = rule.side,
+            .otherSide = kRoleRules[other].side,
+            .role = RoleOf(rule),
+            .otherRole = static_cast<ModuleRole>(other)};
+  }
+  if ((use.roles & BitOf(rule)) != 0) return {};
+  if (!at.found) {
+    return {.cause = RefusalCause::kUnknownModule,
+            .intfClass = &record,
+            .side = rule.side,
+            .role = RoleOf(rule)};
+  }
+  return GiveRole(at.place, record, rule);
+}
+
+Refusal ModuleRoles::GiveRole(std::int32_t module, const MfIntfClassT& record,
+                              const RoleRule& rule) {
+  Use& use = uses_[module];
+  for (const RoleRule& added : kRoleRules) {
+    if ((rule.added & ~use.roles & BitOf(added)) == 0) continue;
+    if (!(batch_.*added.list).Append(batch_.modules[module])) {
+      return {.cause = RefusalCause::kOutOfMemory};
+    }
+  }
+  use = {use.roles | rule.added, &record};
+  return {};
+}
+
+void ModuleRoles::SortLists() {
+  for (const RoleRule& rule : kRoleRules) {
+    SortedModules& list = batch_.*rule.list;
+    if (list.Empty()) continue;
+    // Its modules are known by their roles, in the order of the list of all.
+    list.Forget();
+    for (std::int32_t i = 0; i < uses_.Count(); ++i) {
+      if ((uses_[i].roles & BitOf(rule)) != 0) list.AppendReserved(batch_.modules[i]);
+    }
+  }
+}
+
+}  // namespace tarnmf
