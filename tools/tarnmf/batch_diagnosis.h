@@ -1,4 +1,4 @@
-// Why the records of a load point contradict each other.
+// Why the records of a load point are refused.
 #ifndef TOOLS_TARNMF_BATCH_DIAGNOSIS_H
 #define TOOLS_TARNMF_BATCH_DIAGNOSIS_H
 

@@ -1,5 +1,5 @@
 // Why a step of a scan failed, in words. The library answers with a code only, so the files are read
-// and checked again piece by piece.
+// and checked once more.
 #ifndef TOOLS_TARNMF_DIAGNOSIS_H
 #define TOOLS_TARNMF_DIAGNOSIS_H
 
