@@ -35,8 +35,7 @@ Refusal CheckModule(MfModuleT& module, const char* machine, PublishIndexT& batch
   if (at.found || earlier.found) {
     return {.cause = RefusalCause::kSameModuleId,
             .module = &module,
-            .otherModule =
-                at.found ? batch.modules[at.place] : merged.modules[earlier.place]};
+            .otherModule = at.found ? batch.modules[at.place] : merged.modules[earlier.place]};
   }
   if (Refusal refusal = CheckImplementations(module)) return refusal;
   MfModuleImplT* const native = FindImplementation(module, machine);

@@ -8,18 +8,18 @@
 #include "tarnmf/dispose.h"
 #include "tarnmf/stream_parser.h"
 
+#include "publish/batch_checks.h"
 #include "publish/publisher_impl.h"
-#include "support/owned.h"
+#include "tests/support/documents.h"
 #include "tests/support/memory_stream.h"
+#include "tests/support/recording_managers.h"
 
 namespace tarnmf::test {
 
 using PublisherPtr = DisposePtr<liMfPublisherImpl>;
 
 inline PublisherPtr MakePublisher(IntfDispositionT view = kIntfAgentView) {
-  liMfPublisher* made = nullptr;
-  EXPECT_EQ(liMfPublisher::CreateNew(&made, view), kBtkOk);
-  return PublisherPtr(static_cast<liMfPublisherImpl*>(made));
+  return PublisherPtr(new liMfPublisherImpl(view));
 }
 
 // The records of a fragment of a mixed document, in which "$1" to "$9" stand for the ids #1 to #9.
@@ -27,7 +27,7 @@ struct Batch {
   explicit Batch(std::string fragment) {
     for (std::size_t at = 0; (at = fragment.find('$', at)) != std::string::npos;)
       fragment.replace(at, 2, "00000000-0000-0000-0000-00000000000" + fragment.substr(at + 1, 1));
-    MemoryStream stream("<tarnmanifest version=\"1\">" + fragment + "</tarnmanifest>");
+    MemoryStream stream(InRoot(fragment));
     const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
     EXPECT_EQ(parser->Parse(&data, &stream), kBtkOk) << fragment;
   }
@@ -40,8 +40,26 @@ struct Batch {
   MfLdpDataT data;
 };
 
-inline std::string Module(const char* id) {
-  return std::string("<module id=\"") + id + "\" name=\"" + id + "\"/>";
+inline std::string Module(const std::string& id) {
+  return "<module id=\"" + id + "\" name=\"" + id + "\"/>";
+}
+
+// A class with the sides that name a module.
+inline std::string Class(const std::string& affinity, const std::string& id,
+                         const std::string& client, const std::string& service = "",
+                         const std::string& agent = "") {
+  const auto side = [](const std::string& start, const std::string& module) {
+    return module.empty() ? "" : start + " multiplicity=\"perLdp\" moduleref=\"" + module + "\"/>";
+  };
+  return "<class id=\"" + id + "\" affinity=\"" + affinity + "\">" + side("<clientside", client) +
+         side("<serviceside svcid=\"$9\"", service) + side("<agentside", agent) + "</class>";
+}
+
+// A class that uses a module in the role with this number; the even ones are those of client sides.
+inline std::string ClassInRole(int role, const std::string& id, const std::string& module) {
+  const char* const affinities[] = {"app", "agent", "service", "service", "generic"};
+  return Class(affinities[role], id, role % 2 == 0 ? module : "",
+               role == kServiceServerRole ? module : "", role == kAgentRole ? module : "");
 }
 
 inline int Count(const PublishIndexT& index) {
