@@ -98,7 +98,8 @@ TEST(Publisher, AsksForMachineTypesWhereTheyMatter) {
 }
 
 TEST(Publisher, StandsEveryFailedAllocation) {
-  int reported = 0;
+  const Batch first(kAll);  // what the XML library keeps from its first document is there now
+  int refused = 0;
   const auto work = [&](AllocationFault& fault) {
     RecordingManagers managers;
     const Batch batch(kAll);
@@ -115,18 +116,17 @@ TEST(Publisher, StandsEveryFailedAllocation) {
       EXPECT_EQ(Count(publisher->batch) + Count(publisher->merged), 0);
       EXPECT_EQ(Pending(*publisher), "0 0 0");
       EXPECT_EQ(again.AddTo(*publisher), kBtkOk);
-      ++reported;
+      ++refused;
     }
     if (const BtkErrorT published = publisher->Publish(true)) {
       EXPECT_EQ(published, kBtkNoMemory);
       EXPECT_EQ(publisher->Publish(true), kBtkOk);
-      ++reported;
     }
     EXPECT_EQ(Pending(*publisher), "0 0 0");
   };
   for (const auto source : kReportedSources)
     SweepAllocations(source, work);
-  EXPECT_GT(reported, 12);
+  EXPECT_GT(refused, 10);
 }
 
 TEST(Publisher, CanTryAgainAfterAnExceptionOfThePlatform) {

@@ -61,6 +61,9 @@ TEST_F(RegistrationTest, TreatsTheDebugServiceLikeASingleInstance) {
 
 TEST_F(RegistrationTest, EndsAtTheFirstRefusal) {
   const CallList calls = Publish(runnables_);
+  // An instance that is there already is none.
+  managers_.Refuse("AddServiceInstance", kBtkDuplicate);
+  EXPECT_EQ(Publish(runnables_), calls);
   for (std::size_t i = 0; i < calls.size(); ++i) {
     SCOPED_TRACE(calls[i]);
     managers_.RefuseNothing();
@@ -71,9 +74,6 @@ TEST_F(RegistrationTest, EndsAtTheFirstRefusal) {
     if (!goesOn) expected.resize(i + 1);
     EXPECT_EQ(Publish(runnables_, kIntfAgentView, goesOn ? kBtkOk : kRefusal), expected);
   }
-  managers_.RefuseNothing();
-  managers_.Refuse("AddServiceInstance", kBtkDuplicate);
-  EXPECT_EQ(Publish(runnables_), calls);
 }
 
 }  // namespace
