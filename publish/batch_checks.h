@@ -9,10 +9,10 @@
 
 namespace tarnmf {
 
-// Files the records in `batch`, those of earlier batches being in `merged`. Chooses the
-// implementation of each module and moves the sides of a class that completes one accepted before
-// into that one; both stays done for the records before a refused one. After a refusal `batch`
-// holds no more than room that can be used again: its elements have to be forgotten.
+// Files the records in `batch`; `merged` holds those of earlier batches. Chooses the implementation
+// of each module and moves the sides of a class that completes one accepted before into that one;
+// for the records before a refused one both stays done. After a refusal the elements of `batch` mean
+// nothing and have to be forgotten.
 // REQUIRES: `batch` is empty.
 Refusal CheckBatch(const MfListT<MfModuleT>& modules, const MfListT<MfIntfClassT>& classes,
                    PublishIndexT& batch, const PublishIndexT& merged);

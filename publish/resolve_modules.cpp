@@ -51,8 +51,8 @@ class ModuleResolver {
                               &version) == kBtkOk;
   }
 
-  // Out of memory for the path, the implementation keeps what it had: the module then goes by its
-  // id, like one that has no file.
+  // When out of memory the implementation keeps what it had: the module then goes by its id, like one
+  // that has no file.
   bool ResolveTo(MfModuleImplT& impl, const char* machine) {
     if (!Ask(impl, machine)) return false;
     if (char* const path = btk_strdup(result_.Text())) {
