@@ -27,7 +27,7 @@ class RegistrationTest : public testing::Test {
     return managers_.calls;
   }
 
-  const std::vector<FileCase> cases_ = ReadCaseFile(PUBLISH_CASES "/registration.cases");
+  const std::vector<FileCase> cases_ = ReadCaseFile(TARNMF_CASES "/registration.cases");
   const Batch runnables_{cases_.back().input};
   RecordingManagers managers_;
 };

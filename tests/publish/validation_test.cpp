@@ -34,7 +34,7 @@ std::string WhyRefused(const Batch& batch, const PublishIndexT& merged) {
 }
 
 TEST(Validation, SaysWhyABatchIsRefused) {
-  for (const FileCase& row : ReadCaseFile(PUBLISH_CASES "/refusals.cases")) {
+  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/refusals.cases")) {
     SCOPED_TRACE(row.name);
     const std::size_t cut = row.input.find(" then ");
     const Batch earlier(cut != std::string::npos ? row.input.substr(0, cut) : "");

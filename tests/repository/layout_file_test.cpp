@@ -72,7 +72,7 @@ std::vector<FileCase> Cases() {
       // What the block before left after the end of the text is not read.
       {"", EndingAt(8, "") + "4\n" + EndingAt(2038, "") + "bits = 6", "432"},
   };
-  std::vector<FileCase> cases = ReadCaseFile(TARNMF_REPOSITORY_CASES "layout.cases");
+  std::vector<FileCase> cases = ReadCaseFile(TARNMF_CASES "/layout.cases");
   cases.insert(cases.end(), std::begin(made), std::end(made));
   return cases;
 }

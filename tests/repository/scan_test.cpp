@@ -147,7 +147,7 @@ TEST_F(ScanTest, MakesOneRepository) {
 TEST_F(ScanTest, AnnouncesAnInstallation) {
   // Whatever becomes of the machine types meanwhile.
   platform_.onCall = [] { btkHostSetMachineTypes("later", "later"); };
-  for (const FileCase& row : ReadCaseFile(TARNMF_REPOSITORY_CASES "installation.cases")) {
+  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/installation.cases")) {
     btkHostSetMachineTypes("x64", "x86");
     NewRepository();
     root_.Write("i/.installed", row.input + "\n");
@@ -307,7 +307,7 @@ TEST_F(ScanTest, PreloadsWhatItsConditionsSay) {
   platform_.Refuse("ResolveModule(\"lost\"", kBtkNotFound);
   std::map<std::string, std::string> expected;
   expected["alone"] = expected["nameless"] = PreloadCall("own");
-  for (const FileCase& row : ReadCaseFile(TARNMF_REPOSITORY_CASES "preload.cases")) {
+  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/preload.cases")) {
     const std::string name = row.name.substr(row.name.find(':') + 1);
     modules += "<module id='" + name + "' name='" + name + "'>" + row.input + "</module>";
     for (const char* process : {"alone", "service", "nameless"}) {
@@ -340,7 +340,7 @@ TEST_F(ScanTest, FilesHostedClassesAndExposedServices) {
     return IdText(entry.ids[kMfServiceId]) + " " + std::to_string(entry.multiplicity) + " " +
            std::to_string(entry.versionKey / 2) + "; ";
   };
-  for (const FileCase& row : ReadCaseFile(TARNMF_REPOSITORY_CASES "indexing.cases")) {
+  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/indexing.cases")) {
     NewRepository();
     EXPECT_EQ(ScanProcess("<module id='m' name='m'/>" + row.input +
                           "<runnable moduleref='m'><service id='$3' multiplicity='perProcess'/>"
