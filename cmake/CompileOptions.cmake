@@ -23,3 +23,7 @@ if(TARNMF_SANITIZE)
     -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${TARNMF_SANITIZE})
 endif()
+if(TARNMF_BUILD_FUZZERS)
+  # Everything counts what it runs; the targets themselves add the fuzzer.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

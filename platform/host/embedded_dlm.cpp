@@ -50,7 +50,7 @@ fs::path PathOf(const btkWChar* text) {
 }
 
 std::string FileName(const char* type, const btkWChar* name, std::uint32_t flags) {
-  const std::string plain = btkFSPath(name).NarrowText();
+  std::string plain = btkFSPath(name).NarrowText();
   if ((flags & kBtkExplicitName) != 0) return plain;
 #if defined(_WIN32)
   return plain + (btkIsSharedLibType(type) ? ".dll" : ".exe");

@@ -1,27 +1,38 @@
-# Installs what building and testing need; to be sourced.
+# Installs what the scripts need; to be sourced.
 
-packages=(
+build_packages=(
   g++ cmake ninja-build pkg-config git
   libxerces-c-dev libutfcpp-dev uuid-dev
   libcli11-dev nlohmann-json3-dev libfmt-dev
   libgtest-dev libgmock-dev libbenchmark-dev
 )
+# Tools that the results depend on: version 14, or the system's own where it has no such package.
+format_packages=(clang-format-14)
+check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev doxygen)
 
 is_installed() {
   dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
 }
 
+# install_missing_packages PACKAGE...
 install_missing_packages() {
   local package missing=() as_root=()
-  for package in "${packages[@]}"; do
-    is_installed "$package" || missing+=("$package")
+  for package in "$@"; do
+    is_installed "$package" || is_installed "${package/-14/}" || missing+=("$package")
   done
-  # Newer systems have a newer formatter only.
-  is_installed clang-format-14 || is_installed clang-format || missing+=(clang-format)
   [ "${#missing[@]}" -gt 0 ] || return 0
   [ "$(id -u)" -eq 0 ] || as_root=(sudo)
-  echo "== Installing ${missing[*]}"
   "${as_root[@]}" apt-get update -qq
+  for package in "${!missing[@]}"; do
+    apt-cache show "${missing[package]}" >/dev/null 2>&1 ||
+      missing[package]=${missing[package]/-14/}
+  done
+  echo "== Installing ${missing[*]}"
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# tool NAME: the command of a tool in version 14, or else the system's own.
+tool() {
+  command -v "$1-14" || command -v "$1"
 }

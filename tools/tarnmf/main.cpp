@@ -95,6 +95,8 @@ void AddList(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
 
 }  // namespace
 
+// Out of memory while the options are declared, or no way to print a message: nothing is left to do.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char** argv) {
   CLI::App app("Reads, checks and scans the manifests of a platform installation", "tarnmf");
   app.set_version_flag("--version", TARNMF_VERSION);

@@ -43,6 +43,7 @@ std::string ClosestNames(const std::string& wanted,
   if (names.empty()) return "none";
   const std::string folded = Folded(wanted);
   std::vector<std::pair<std::size_t, const std::string*>> ranked;
+  ranked.reserve(names.size());
   for (const auto& [shown, name] : names)
     ranked.emplace_back(EditDistance(folded, Folded(name)), &shown);
   std::stable_sort(ranked.begin(), ranked.end(),
