@@ -1,7 +1,8 @@
-// Paths, directory entries and file lists of the base library.
-//
-// Narrow and wide texts of a path convert into each other without loss: a byte that is no valid
-// UTF-8 travels as the single code unit 0xDC00 + byte.
+/// @file
+/// Paths, directory entries and file lists of the base library.
+///
+/// Narrow and wide texts of a path convert into each other without loss: a byte that is no valid
+/// UTF-8 travels as the single code unit 0xDC00 + byte.
 #ifndef PLATFORM_FILESYSTEM_H
 #define PLATFORM_FILESYSTEM_H
 
@@ -10,29 +11,36 @@
 
 #include "platform/types.h"
 
-// A string that the platform hands out.
+/// A string that the platform hands out.
 class BTK_API btkZString {
  public:
   btkZString() = default;
+  /// A copy of `text`; null counts as empty.
   explicit btkZString(const char* text);
 
+  /// Never null; valid until this object changes.
   const char* Text() const { return text_.c_str(); }
+  /// Copies `text`; null counts as empty.
   btkZString& operator=(const char* text);
 
  private:
   std::string text_;
 };
 
-// Compares a platform string with a wide text (null counts as empty).
+/// Compares a platform string with a wide text (null counts as empty).
 BTK_API bool operator==(const btkZString& left, const btkWChar* right);
 
+/// A path in both encodings.
 class BTK_API btkFSPath {
  public:
+  /// Null counts as empty.
   explicit btkFSPath(const char* narrow);
+  /// Null counts as empty.
   explicit btkFSPath(const btkWChar* wide);
 
-  // Both live as long as this object.
+  /// Never null; lives as long as this object.
   const char* NarrowText() const { return narrow_.c_str(); }
+  /// Never null; lives as long as this object.
   const btkWChar* WideText() const { return wide_.c_str(); }
 
  private:
@@ -40,38 +48,46 @@ class BTK_API btkFSPath {
   std::basic_string<btkWChar> wide_;
 };
 
-// One place in the file system; it need not exist.
+/// One place in the file system; it need not exist.
 class BTK_API btkFSEntry {
  public:
+  /// The place at this path; null counts as empty.
   explicit btkFSEntry(const char* narrow);
+  /// The place at this path; null counts as empty.
   explicit btkFSEntry(const btkWChar* wide);
 
+  /// Its path.
   btkFSPath Path() const { return btkFSPath(path_.c_str()); }
 
-  // The path without its last component, and that component. A trailing separator is ignored.
+  /// The path without its last component. A trailing separator is ignored.
   btkFSEntry GetHead() const;
+  /// The last component of the path. A trailing separator is ignored.
   btkZString GetTail() const;
 
-  // Appends a path component, and raw text.
+  /// Appends a path component.
   btkFSEntry& operator/=(const char* component);
+  /// Appends text as it stands.
   btkFSEntry& operator+=(const char* text);
 
  private:
   std::string path_;
 };
 
-// An ordered list of entries.
+/// An ordered list of entries.
 class BTK_API btkFSList {
  public:
-  // An empty list; `reserve` is the number of entries to expect.
+  /// An empty list; `reserve` is the number of entries to expect.
   explicit btkFSList(int reserve = 0);
 
-  // The files of a directory whose names match `pattern` ("*" and "?" stand for any text and any
-  // character), sorted by name. Empty when the directory cannot be read.
+  /// The files of a directory whose names match `pattern` ("*" and "?" stand for any text and any
+  /// character), sorted by name. Empty when the directory cannot be read.
   btkFSList(const btkFSEntry& directory, const char* pattern);
 
+  /// The number of entries.
   unsigned Count() const { return static_cast<unsigned>(entries_.size()); }
+  /// REQUIRES: `index` is less than Count().
   const btkFSEntry& operator[](unsigned index) const { return entries_[index]; }
+  /// Adds a copy at the end.
   void Append(const btkFSEntry& entry);
 
  private:

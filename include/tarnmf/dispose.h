@@ -7,7 +7,9 @@
 
 namespace tarnmf {
 
+/// Releases an object with its Dispose, which must not be called on null.
 struct Disposer {
+  /// REQUIRES: `object` is not null; std::unique_ptr sees to it.
   template <class Interface>
   void operator()(Interface* object) const {
     object->Dispose();

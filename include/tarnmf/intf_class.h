@@ -1,4 +1,5 @@
-// Interface classes. records.h has the rules for all records.
+/// @file
+/// Interface classes. records.h has the rules for all records.
 #ifndef TARNMF_INTF_CLASS_H
 #define TARNMF_INTF_CLASS_H
 
@@ -8,37 +9,42 @@
 #include "platform/types.h"
 #include "platform/unique_id.h"
 
-// One side of an interface class; always part of an MfIntfClassT, which owns its string.
+/// One side of an interface class; always part of an MfIntfClassT, which owns its string.
 struct MfIntfSideT {
-  char* moduleref = nullptr;  // id of the module that implements the side; null: no such side
-  MfMultiplicityT multiplicity = kMfAlwaysNew;
-  std::uint32_t flags = 0;  // MfSideFlagT
+  char* moduleref = nullptr;  ///< id of the module that implements the side; null: no such side
+  MfMultiplicityT multiplicity = kMfAlwaysNew;  ///< how many instances serve its users
+  std::uint32_t flags = 0;                      ///< MfSideFlagT
 };
 
+/// An interface class: its ids, its names and the modules that implement its sides.
 struct TARNMF_API MfIntfClassT {
   MfIntfClassT();
   MfIntfClassT(const MfIntfClassT&) = delete;
+  /// Copies the fields as they stand; see records.h.
   MfIntfClassT& operator=(const MfIntfClassT& other);
   ~MfIntfClassT();
 
-  // By side: the class id; the id under which the service side is offered; not set by manifests.
+  /// By MfSideT: the class id; the id under which the service side is offered; not set by
+  /// manifests.
   UniIdT ids[kMfSideCount] = {};
-  char* commonname = nullptr;
-  std::uint16_t version = 0;       // 0 to 32767
-  std::int16_t svcVersion = 0;     // both versions are asked of the service manager
-  std::int16_t svcMinVersion = 0;  // when the class is indexed
-  MfAffinityT affinity = kMfGenericClass;
-  UniIdT xsid = {};  // the hosting service; resolved from xsname when the class is indexed
-  char* xsname = nullptr;
-  std::int32_t xsversion = -1;
-  MfIsolationT isolation = kMfRelaxed;
-  MfManagedTypeT managedtype = kMfGeneric;
-  bool exposed = false;
-  char* displayname = nullptr;
-  MfIntfSideT sides[kMfSideCount];
+  char* commonname = nullptr;  ///< the name that queries find the class by
+  std::uint16_t version = 0;   ///< 0 to 32767
+  /// Version of the hosting service, asked of the service manager when the class is indexed.
+  std::int16_t svcVersion = 0;
+  /// The oldest version that the hosting service supports, asked likewise.
+  std::int16_t svcMinVersion = 0;
+  MfAffinityT affinity = kMfGenericClass;  ///< what the class belongs to
+  UniIdT xsid = {};                     ///< the hosting service; resolved from xsname when indexed
+  char* xsname = nullptr;               ///< common name of the hosting service
+  std::int32_t xsversion = -1;          ///< version of the hosting service
+  MfIsolationT isolation = kMfRelaxed;  ///< asked of the hosting service
+  MfManagedTypeT managedtype = kMfGeneric;  ///< who manages its life
+  bool exposed = false;                     ///< the service side is found by its combined id
+  char* displayname = nullptr;              ///< a name for people
+  MfIntfSideT sides[kMfSideCount];          ///< by MfSideT
 };
 
-// Whether the class has a side.
+/// Whether the class has a side.
 inline bool MfHasSide(const MfIntfClassT& record, MfSideT side) {
   return record.sides[side].moduleref != nullptr;
 }

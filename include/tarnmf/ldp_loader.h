@@ -1,4 +1,5 @@
-// Reads the manifest files of one load point.
+/// @file
+/// Reads the manifest files of one load point.
 #ifndef TARNMF_LDP_LOADER_H
 #define TARNMF_LDP_LOADER_H
 
@@ -10,32 +11,44 @@
 #include "platform/filesystem.h"
 #include "platform/stream.h"
 
+/// Reads manifest files into one container. A loader keeps nothing between its calls. For example:
+/// @code
+/// MfLdpDataT data;
+/// const tarnmf::DisposePtr<liLdpMfLoader> loader(liLdpMfLoader::CreateNew(nullptr));
+/// if (!loader) return kBtkNoMemory;
+/// return loader->Load(&data, nullptr, btkFSList(btkFSEntry("manifests"), "*.tmfx"));
+/// @endcode
 class TARNMF_API liLdpMfLoader {
  public:
-  // Makes a loader, or null when memory cannot be had. `kind` selects nothing and may be null. The
-  // caller releases the loader with Dispose. May be called from several threads at once.
+  /// Makes a loader, or null when out of memory. `kind` selects nothing and may be null. The
+  /// caller releases the loader with Dispose. May be called from several threads at once.
   static liLdpMfLoader* CreateNew(const char* kind);
 
+  /// Copies nothing, like the assignment.
   liLdpMfLoader(const liLdpMfLoader&) {}
+  /// Copies nothing.
   liLdpMfLoader& operator=(const liLdpMfLoader&) { return *this; }
 
-  // Reads `files` in order and appends their records to `data`; then lends `loadpoint` to every
-  // module and runnable in `data` whose own load point is present but empty. Lent strings are
-  // borrowed: `loadpoint` must stay valid as long as the records do. A null or empty `loadpoint`
-  // lends nothing. `data->loadpoint` is not written.
-  //
-  // The first failure ends the call; later files are not read and nothing is lent. Codes:
-  //   0    success
-  //   1    a file cannot be opened; `data` holds the records of the files before it
-  //   35   `data` is null
-  //   112  no parser could be made; `data` holds the records of the files before
-  //   others: as liMfStmParser::Parse; the lists of `data` are empty then
-  // Exceptions pass through as from Parse.
-  //
-  // Thread rules: calls with different `data` may run on several threads at once.
+  /// Reads `files` in order and appends their records to `data`; then lends `loadpoint` to every
+  /// module and runnable in `data` whose own load point is present but empty. Lent strings are
+  /// borrowed: `loadpoint` must stay valid as long as the records do. A null or empty `loadpoint`
+  /// lends nothing. `data->loadpoint` is not written.
+  ///
+  /// The first failure ends the call; later files are not read and nothing is lent. Codes:
+  /// - kBtkOk: success.
+  /// - kBtkMissing: a file cannot be opened, and `data` holds the records of the files before it;
+  ///   or Parse returned this code, and the lists of `data` are empty.
+  /// - kBtkNullArgument: `data` is null.
+  /// - kBtkNoMemory: no parser could be made, and `data` holds the records of the files before; or
+  ///   Parse returned this code, and the lists of `data` are empty.
+  /// - others: as liMfStmParser::Parse; the lists of `data` are empty.
+  ///
+  /// Exceptions pass through as from Parse.
+  ///
+  /// Thread rules: calls with different `data` may run on several threads at once.
   virtual BtkErrorT Load(MfLdpDataT* data, const btkWChar* loadpoint, const btkFSList& files) = 0;
 
-  // Destroys the loader.
+  /// Destroys the loader. Not on null: tarnmf::DisposePtr tests.
   virtual void Dispose();
 
  protected:
@@ -43,11 +56,11 @@ class TARNMF_API liLdpMfLoader {
   virtual ~liLdpMfLoader();
 
  public:
-  // A new parser of manifest documents, or null when memory cannot be had. Released with Dispose.
+  /// A new parser of manifest documents, or null when out of memory. Released with Dispose.
   virtual liMfStmParser* CreateParser() = 0;
 
-  // Opens a manifest file. The caller owns one reference; null when it cannot be opened or memory
-  // cannot be had.
+  /// Opens a manifest file. The caller owns one reference; null when it cannot be opened, or when
+  /// out of memory.
   virtual btkIStream* OpenStream(const btkWChar* path) = 0;
 };
 

@@ -1,4 +1,5 @@
-// Everything that the library offers.
+/// @file
+/// Everything that the library offers.
 #ifndef TARNMF_TARNMF_H
 #define TARNMF_TARNMF_H
 

@@ -1,5 +1,6 @@
-// The service manager that the host layer ships: it keeps definitions, infos and instances in
-// memory and answers from them.
+/// @file
+/// The service manager that the host layer ships: it keeps definitions, infos and instances in
+/// memory and answers from them.
 #ifndef PLATFORM_HOST_EMBEDDED_SERVICES_H
 #define PLATFORM_HOST_EMBEDDED_SERVICES_H
 
@@ -12,41 +13,43 @@
 #include "platform/host/btkhost.h"
 #include "platform/host/embedded_dlm.h"
 
-// One service of one load point.
+/// One service of one load point.
 struct btkHostServiceT {
-  UniIdT id;
-  btkHostWideT loadpoint;
-  std::string idText;
-  UniIdT model;
-  std::uint32_t flags;                    // btkServiceFlagT
-  std::optional<std::string> commonname;  // by SetServiceInfo
-  std::int16_t version;                   // by SetServiceInfo; 0 before
-  std::int32_t mode;                      // btkServiceInfoModeT, by SetServiceInfo; 0 before
-  bool hasInstance;
+  UniIdT id;                              ///< the service id
+  btkHostWideT loadpoint;                 ///< empty for none
+  std::string idText;                     ///< as given to DefineService
+  UniIdT model;                           ///< as given to DefineService
+  std::uint32_t flags;                    ///< btkServiceFlagT
+  std::optional<std::string> commonname;  ///< by SetServiceInfo
+  std::int16_t version;                   ///< by SetServiceInfo; 0 before
+  std::int32_t mode;                      ///< btkServiceInfoModeT, by SetServiceInfo; 0 before
+  bool hasInstance;                       ///< by AddServiceInstance
 };
 
+/// One service at most for each pair of id and load point.
 class BTK_API btkHostServiceManager : public btkServiceManager {
  public:
-  // In the order of their first definition.
+  /// In the order of their first definition.
   const std::vector<btkHostServiceT>& Services() const { return services_; }
 
-  // A second definition of a service replaces the first one's model and flags. Codes: 0.
+  /// A second definition of a service replaces the first one's model and flags. Codes: kBtkOk.
   BtkErrorT DefineService(const UniIdT* id, const btkWChar* loadpoint, const char* idText,
                           const UniIdT* model, std::uint32_t flags, std::int32_t reserved1,
                           std::int32_t reserved2, std::int32_t reserved3) override;
-  // Codes: 0; kBtkNotFound for a service that is not defined.
+  /// Codes: kBtkOk; kBtkNotFound for a service that is not defined.
   BtkErrorT SetServiceInfo(const UniIdT* id, const btkWChar* loadpoint, const char* commonname,
                            std::int16_t version, std::int32_t mode) override;
-  // Answers the version that was set; no oldest supported version is ever registered, so that is 0.
-  // Codes: 0; kBtkNotFound for a service that is not defined for the load point.
+  /// Answers the version that was set; no oldest supported version is ever registered, so that is
+  /// 0. Codes: kBtkOk; kBtkNotFound for a service that is not defined for the load point.
   BtkErrorT QueryServiceVersions(std::int16_t* version, std::int16_t* minVersion, const UniIdT* id,
                                  const btkWChar* loadpoint) override;
-  // Resolves the name among the services of the load point, then among all others: the newest
-  // version with that name, of equal versions the one defined first. A negative `version` asks for
-  // at least -version, any other for every version. Codes: 0; kBtkNotFound.
+  /// Resolves the name among the services of the load point, then among all others: the newest
+  /// version with that name, of equal versions the one defined first. A negative `version` asks for
+  /// at least -version, any other for every version. Codes: kBtkOk; kBtkNotFound.
   BtkErrorT ResolveExternalService(UniIdT* id, const char* name, std::int16_t version,
                                    std::int16_t reserved, const btkWChar* loadpoint) override;
-  // Codes: 0; kBtkDuplicate for a second instance; kBtkNotFound for a service that is not defined.
+  /// Codes: kBtkOk; kBtkDuplicate for a second instance; kBtkNotFound for a service that is not
+  /// defined.
   BtkErrorT AddServiceInstance(const void* reserved1, const UniIdT* id, const btkWChar* loadpoint,
                                const char* text, std::int32_t reserved2) override;
 
@@ -57,12 +60,13 @@ class BTK_API btkHostServiceManager : public btkServiceManager {
   btkHostServiceT* Find(const UniIdT& id, const btkWChar* loadpoint);
 
   std::vector<btkHostServiceT> services_;
-  // Places in services_, by service id and by common name. Names given up stay and are passed over.
+  /// Places in services_, by service id and by common name. Names given up stay and are passed
+  /// over.
   std::multimap<IdBytes, std::size_t> byId_;
   std::multimap<std::string, std::size_t> byName_;
 };
 
-// The process's embedded manager; installed at start.
+/// The process's embedded manager; installed at start.
 BTK_API btkHostServiceManager& btkHostEmbeddedServiceManager();
 
 #endif  // PLATFORM_HOST_EMBEDDED_SERVICES_H
