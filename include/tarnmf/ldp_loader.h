@@ -24,7 +24,7 @@ class TARNMF_API liLdpMfLoader {
   /// caller releases the loader with Dispose. May be called from several threads at once.
   static liLdpMfLoader* CreateNew(const char* kind);
 
-  /// Copies nothing, like the assignment.
+  /// Copies nothing.
   liLdpMfLoader(const liLdpMfLoader&) {}
   /// Copies nothing.
   liLdpMfLoader& operator=(const liLdpMfLoader&) { return *this; }

@@ -12,7 +12,7 @@ class TARNMF_API liLdpMfWriter {
   /// Always null, whatever `kind` is.
   static liLdpMfWriter* CreateNew(const char* kind);
 
-  /// Copies nothing, like the assignment.
+  /// Copies nothing.
   liLdpMfWriter(const liLdpMfWriter&) {}
   /// Copies nothing.
   liLdpMfWriter& operator=(const liLdpMfWriter&) { return *this; }
@@ -36,7 +36,7 @@ class TARNMF_API liMfBuilder {
   /// Always null, whatever `kind` is.
   static liMfBuilder* CreateNew(const char* kind);
 
-  /// Copies nothing, like the assignment.
+  /// Copies nothing.
   liMfBuilder(const liMfBuilder&) {}
   /// Copies nothing.
   liMfBuilder& operator=(const liMfBuilder&) { return *this; }

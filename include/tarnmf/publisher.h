@@ -37,7 +37,7 @@ class TARNMF_API liMfPublisher {
   /// Released with Dispose. Codes: kBtkOk; kBtkNoMemory, `*out` is left as it was.
   static BtkErrorT CreateNew(liMfPublisher** out, IntfDispositionT disposition);
 
-  /// Copies nothing, like the assignment.
+  /// Copies nothing.
   liMfPublisher(const liMfPublisher&) {}
   /// Copies nothing.
   liMfPublisher& operator=(const liMfPublisher&) { return *this; }

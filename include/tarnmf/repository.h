@@ -52,7 +52,7 @@ class TARNMF_API liMfRepository {
   /// The repository, or null while no Initialize has succeeded. It is never destroyed.
   static liMfRepository* Instance();
 
-  /// Copies nothing, like the assignment.
+  /// Copies nothing.
   liMfRepository(const liMfRepository&) {}
   /// Copies nothing.
   liMfRepository& operator=(const liMfRepository&) { return *this; }

@@ -25,7 +25,7 @@ class TARNMF_API liMfStmParser {
   /// Thread rules: may be called from several threads at once.
   static liMfStmParser* CreateNew(const char* kind);
 
-  /// Copies nothing, like the assignment.
+  /// Copies nothing.
   liMfStmParser(const liMfStmParser&) {}
   /// Copies nothing.
   liMfStmParser& operator=(const liMfStmParser&) { return *this; }
