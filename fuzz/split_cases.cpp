@@ -1,6 +1,7 @@
 // Writes the inputs of case files as files of their own into a folder, which is emptied before:
 //   split_cases documents|texts FOLDER CASE-FILE...
-// For "documents" an input is completed to the document that it stands for.
+// For "documents" an input is completed to the document that it stands for: that of documents.cases
+// is whole, every other is the content of a mixed document.
 #include <cstdio>
 #include <exception>
 #include <fstream>
@@ -11,6 +12,7 @@
 #include "tests/support/documents.h"
 
 namespace fs = std::filesystem;
+using namespace tarnmf::test;
 
 int main(int argc, char** argv) try {
   if (argc < 4) return 1;
@@ -20,11 +22,13 @@ int main(int argc, char** argv) try {
   fs::create_directories(folder);
   for (int i = 3; i < argc; ++i) {
     const fs::path source = argv[i];
+    const bool isContent = documents && source.stem() != "documents";
     int number = 0;
-    for (const tarnmf::test::FileCase& each : tarnmf::test::ReadCaseFile(source)) {
+    for (const FileCase& each : ReadCaseFile(source)) {
       const std::string name = source.stem().string() + "-" + std::to_string(++number);
       std::ofstream file(folder / name, std::ios::binary);
-      file << (documents ? tarnmf::test::DocumentOf(each.input) : each.input);
+      const std::string text = isContent ? InRoot(each.input) : each.input;
+      file << (documents ? WithIds(text) : text);
       if (!file.flush()) return 1;
     }
   }
