@@ -12,7 +12,10 @@
 #include "tests/support/documents.h"
 
 namespace fs = std::filesystem;
-using namespace tarnmf::test;
+using tarnmf::test::FileCase;
+using tarnmf::test::InRoot;
+using tarnmf::test::ReadCaseFile;
+using tarnmf::test::WithIds;
 
 int main(int argc, char** argv) try {
   if (argc < 4) return 1;
