@@ -1,7 +1,6 @@
 // Writes the inputs of case files as files of their own into a folder, which is emptied before:
 //   split_cases documents|texts FOLDER CASE-FILE...
-// For "documents" an input is completed to the document that it stands for: that of documents.cases
-// is whole, every other is the content of a mixed document.
+// For "documents" an input is completed to the document that it stands for.
 #include <cstdio>
 #include <exception>
 #include <fstream>
@@ -13,9 +12,8 @@
 
 namespace fs = std::filesystem;
 using tarnmf::test::FileCase;
-using tarnmf::test::InRoot;
 using tarnmf::test::ReadCaseFile;
-using tarnmf::test::WithIds;
+using tarnmf::test::ReadDocumentCaseFile;
 
 int main(int argc, char** argv) try {
   if (argc < 4) return 1;
@@ -25,14 +23,11 @@ int main(int argc, char** argv) try {
   fs::create_directories(folder);
   for (int i = 3; i < argc; ++i) {
     const fs::path source = argv[i];
-    const bool isContent = documents && source.stem() != "documents";
     int number = 0;
-    for (const FileCase& each : ReadCaseFile(source)) {
+    for (const FileCase& each : documents ? ReadDocumentCaseFile(source) : ReadCaseFile(source)) {
       const std::string name = source.stem().string() + "-" + std::to_string(++number);
       std::ofstream file(folder / name, std::ios::binary);
-      const std::string text = isContent ? InRoot(each.input) : each.input;
-      file << (documents ? WithIds(text) : text);
-      if (!file.flush()) return 1;
+      if (!(file << each.input).flush()) return 1;
     }
   }
   return 0;

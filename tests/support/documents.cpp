@@ -20,16 +20,22 @@ std::string DocumentOf(const std::string& text) {
   return text.starts_with("<?xml") ? text : InRoot(WithIds(text));
 }
 
+std::vector<FileCase> ReadDocumentCaseFile(const std::filesystem::path& file) {
+  std::vector<FileCase> cases = ReadCaseFile(file);
+  const bool isWhole = file.stem() == "documents";
+  for (FileCase& one : cases) {
+    one.input = WithIds(isWhole ? one.input : InRoot(one.input));
+    one.result = WithIds(one.result);
+  }
+  return cases;
+}
+
 std::vector<FileCase> ReadDocumentCases(const std::filesystem::path& folder) {
   std::vector<FileCase> all;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     if (entry.path().extension() != ".cases") continue;
-    const bool isWhole = entry.path().stem() == "documents";
-    for (FileCase& one : ReadCaseFile(entry.path())) {
-      one.input = WithIds(isWhole ? one.input : InRoot(one.input));
-      one.result = WithIds(one.result);
+    for (FileCase& one : ReadDocumentCaseFile(entry.path()))
       all.push_back(std::move(one));
-    }
   }
   if (all.empty()) throw std::runtime_error("no case file in " + folder.string());
   return all;

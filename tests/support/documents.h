@@ -19,8 +19,11 @@ std::string InRoot(const std::string& content);
 // The text itself where it is a document already, else with ids and below the root of a mixed one.
 std::string DocumentOf(const std::string& text);
 
-// The cases of all "*.cases" files of a folder, their inputs as complete documents. The inputs of
-// documents.cases are whole; all others are the content of a mixed document.
+// The cases of a file, their inputs as complete documents. The inputs of documents.cases are whole;
+// those of every other file are the content of a mixed document.
+std::vector<FileCase> ReadDocumentCaseFile(const std::filesystem::path& file);
+
+// The cases of all "*.cases" files of a folder.
 std::vector<FileCase> ReadDocumentCases(const std::filesystem::path& folder);
 
 }  // namespace tarnmf::test
