@@ -48,7 +48,7 @@ void AppendSide(const MfIntfClassT& record, MfSideT side, const SortedModules& m
   }
 }
 
-// From here on the class itself names the library behind its service.
+// From here on the class itself names the library of its service.
 BtkErrorT NameServiceLibrary(MfIntfSideT& side, const char* path) {
   if (std::strcmp(side.moduleref, path) == 0) return kBtkOk;
   char* const copy = btk_strdup(path);

@@ -15,8 +15,8 @@ namespace tarnmf {
 const char* ResolveSidePath(const MfIntfClassT& record, MfSideT side, const SortedModules& modules);
 
 // Registers the sides of `classes` that `disposition` asks for, all in one call. In the agent view
-// the service side's module reference of a service class becomes the resolved path. Codes: 0; 112,
-// nothing has been registered; others as the platform returned them.
+// the service side's module reference of a service class becomes the resolved path. Codes: kBtkOk;
+// kBtkNoMemory, nothing has been registered; others as the platform returned them.
 BtkErrorT RegisterInterfaces(const NewClasses& classes, const SortedModules& modules,
                              IntfDispositionT disposition);
 

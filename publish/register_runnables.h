@@ -8,8 +8,9 @@
 namespace tarnmf {
 
 // Registers the launchers, apps and services of each runnable with the dynamic-library manager and
-// defines the services with the service manager. The first refusal ends the call. Codes: 0; 33; 1,
-// no service manager, and a service has to be defined; others as the managers returned them.
+// defines the services with the service manager. The first refusal ends the call. Codes: kBtkOk;
+// kBtkNotReady, no dynamic-library manager; kBtkMissing, no service manager, and a service has to be
+// defined; others as the managers returned them.
 //
 // A service that the environment variable TARN_SERVICE_MI_DEBUG names by its 36-character id is
 // registered like a single-instance one and is not recovered, so that it can be started by hand

@@ -62,12 +62,11 @@ struct LayoutFile {
 };
 
 // Reads the layout file of the directory `dir`. A file that is missing or cannot be opened reads
-// like an empty one, and a read failure like the end of the file. `layout` must be empty, as it was
-// made, and is left so on failure. Codes:
-//   0    success
-//   112  out of memory
-//   432  a syntax error, a number outside 32 bits, or a statement that does not end in its block
-//   others: an id that could not be parsed, a text that could not be converted
+// like an empty one, and a read failure like the end of the file. `layout` is left empty on failure. Codes:
+// kBtkOk; kBtkNoMemory; kBtkMalformed for a syntax error, a number outside 32 bits or a statement that
+// does not end in its block; others for an id that could not be parsed or a text that could not be
+// converted.
+// REQUIRES: `layout` is as it was made.
 BtkErrorT ReadLayoutFile(const btkWChar* dir, LayoutFile& layout);
 
 // The same for a layout file that is open already; `file` is its place.

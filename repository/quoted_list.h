@@ -29,9 +29,8 @@ using QuotedList = GrowableArray<char*, 2, DeletesText>;
 // Reads strings in double quotes, separated by commas, into `list`, whose earlier strings are
 // released; stops at the end of the text, in front of a "|" or after the `maxItems`-th string.
 // Leaves `*cursor` where it stopped. A quoted string has no escapes and may hold line ends. Codes:
-//   0    success
-//   112  out of memory
-//   432  something else stands there, which may be the "}" that the caller expects
+// kBtkOk; kBtkNoMemory; kBtkMalformed when something else stands there, which may be the "}" that the
+// caller expects.
 BtkErrorT ParseQuotedList(const char** cursor, const char* end, std::int32_t maxItems,
                           QuotedList& list);
 
