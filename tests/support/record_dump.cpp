@@ -143,6 +143,17 @@ std::string Dump(const MfLdpDataT& data) {
   return DumpAll(data.modules, dump) + DumpAll(data.classes, dump) + DumpAll(data.runnables, dump);
 }
 
+std::string DumpWithoutFreshIds(const MfLdpDataT& data) {
+  std::string dump = Dump(data);
+  for (const MfModuleT* module : data.modules) {
+    if ((module->flags & kMfModuleGeneratedId) == 0) continue;
+    const std::string id = module->id;
+    for (std::size_t at = 0; (at = dump.find(id, at)) != std::string::npos;)
+      dump.replace(at, id.size(), "fresh");
+  }
+  return dump;
+}
+
 std::string Text(const UniIdT& id) {
   char text[kBtkUniIdDashedLength + 1] = "";
   EXPECT_EQ(btkUniIdFormat(text, sizeof text, nullptr, &id, kBtkUniIdDashed, 0), kBtkOk);

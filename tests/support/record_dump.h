@@ -18,6 +18,10 @@ std::string Dump(const MfRunnableT& runnable);
 // All modules, then all classes, then all runnables.
 std::string Dump(const MfLdpDataT& data);
 
+// The same with "fresh" in place of the ids that were made for nested modules, which differ from one
+// parse to the next.
+std::string DumpWithoutFreshIds(const MfLdpDataT& data);
+
 // The text form of an id.
 std::string Text(const UniIdT& id);
 

@@ -1,6 +1,5 @@
 // Every allocation fails once, and every way of throwing is taken.
 #include <gtest/gtest.h>
-#include <regex>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
 
@@ -19,10 +18,6 @@
 
 namespace tarnmf::test {
 namespace {
-
-std::string DumpWithoutFreshIds(const MfLdpDataT& data) {
-  return std::regex_replace(Dump(data), std::regex("\"[0-9a-f]{32}\""), "fresh");
-}
 
 // A parser, and a container that holds a record already.
 class FaultTest : public testing::Test {
