@@ -18,7 +18,7 @@ UniIdT& ClassId(MfIntfClassT& record) {
 
 // Containers are services; no class is one.
 struct ClassManagedType {
-  static BtkErrorT Read(ClassReader& reader, const XMLCh* text) {
+  static BtkErrorT Read(ClassReader& reader, const btkWChar* text) {
     using Any = Keyword<grammar::kManagedTypeWords, &MfIntfClassT::managedtype>;
     if (BtkErrorT e = Any::Read(reader, text)) return e;
     return reader.current->managedtype == kMfContainer ? kBtkForbidden : kBtkOk;
@@ -39,7 +39,7 @@ constexpr auto kClassChildren =
     kChildrenOf<ClassReader, grammar::kClass, Child<"agentside", &ReadAgentSide>,
                 Child<"clientside", &ReadClientSide>, Child<"serviceside", &ReadServiceSide>>;
 
-BtkErrorT ReadClass(ClassMfReader& reader, DOMNode& element) {
+BtkErrorT ReadClass(ClassMfReader& reader, const Element& element) {
   if (BtkErrorT e = AdmitOneMore(reader)) return e;
   const std::unique_ptr<ClassReader> classReader(
       reader.CreateClassReader(reader.classes, reader.modules));
@@ -65,7 +65,7 @@ BtkErrorT ReadClass(ClassMfReader& reader, DOMNode& element) {
 constexpr auto kClassesChildren =
     kChildrenOf<ClassMfReader, grammar::kClasses, Child<"class", &ReadClass>>;
 
-BtkErrorT ReadClasses(ClassMfReader& reader, DOMNode& element) {
+BtkErrorT ReadClasses(ClassMfReader& reader, const Element& element) {
   return ReadListElement(reader, element, kClassesChildren);
 }
 

@@ -1,7 +1,7 @@
 #include "xml/dispatch.h"
 
+#include <algorithm>
 #include <cstring>
-#include <xercesc/dom/DOMNamedNodeMap.hpp>
 
 #include "platform/text.h"
 #include "support/owned.h"
@@ -9,73 +9,47 @@
 namespace tarnmf {
 namespace {
 
-// A node's name as lower-case UTF-8. Names of ASCII characters, so all that a table can hold, are
-// folded without a conversion and without an allocation.
-class FoldedName {
- public:
-  BtkErrorT Read(const XMLCh* name) {
-    if (FoldAscii(name)) return kBtkOk;
+template <class Rows>
+const typename Rows::element_type* FindRow(const char* name, Rows rows) {
+  const auto row = std::find_if(rows.begin(), rows.end(), [name](const auto& candidate) {
+    return std::strcmp(candidate.name, name) == 0;
+  });
+  return row != rows.end() ? &*row : nullptr;
+}
+
+// Calls `handle` with the row of the name. No table has a name that has not been folded already, but
+// its conversion may fail.
+template <class Rows, class Handle>
+BtkErrorT Dispatch(const NodeName& name, Rows rows, Handle handle) {
+  Utf8Text lower;
+  if (name.folded == nullptr) {
     Utf8Text utf8;
-    if (BtkErrorT e = btkStrUtf16ToUtf8Alloc(Out(utf8), nullptr, name, kBtkWholeText)) return e;
-    return btkStrUtf8ToLowerAlloc(Out(allocated_), nullptr, utf8.get(), kBtkWholeText);
-  }
-
-  const char* Text() const { return allocated_ ? allocated_.get() : folded_; }
-
- private:
-  bool FoldAscii(const XMLCh* name) {
-    for (char& folded : folded_) {
-      const XMLCh unit = *name++;
-      if (unit >= 0x80) return false;
-      folded = static_cast<char>(btkAsciiToLower(unit));
-      if (unit == 0) return true;
+    if (BtkErrorT e = btkStrUtf16ToUtf8Alloc(Out(utf8), nullptr, name.written, kBtkWholeText)) {
+      return e;
     }
-    return false;
-  }
-
-  char folded_[32];
-  Utf8Text allocated_;
-};
-
-// The XML library walks its whole map to count it, so that is done once.
-struct AttributeMap {
-  explicit AttributeMap(DOMNode& element)
-      : map(element.getAttributes()), count(map != nullptr ? map->getLength() : 0) {}
-
-  BtkErrorT Dispatch(void* reader, TagRows rows) const {
-    for (XMLSize_t index = 0; index < count; ++index) {
-      DOMNode* attribute = map->item(index);
-      if (attribute == nullptr) return kBtkUnexpected;
-      if (BtkErrorT e = DispatchNode(*attribute, reader, rows)) return e;
+    if (BtkErrorT e = btkStrUtf8ToLowerAlloc(Out(lower), nullptr, utf8.get(), kBtkWholeText)) {
+      return e;
     }
-    return kBtkOk;
   }
-
-  const xercesc::DOMNamedNodeMap* map;
-  XMLSize_t count;
-};
+  const auto* const row = FindRow(name.folded != nullptr ? name.folded : lower.get(), rows);
+  return row != nullptr ? handle(*row) : kBtkUnexpected;
+}
 
 }  // namespace
 
-BtkErrorT DispatchNode(DOMNode& node, void* reader, TagRows rows) {
-  FoldedName name;
-  if (BtkErrorT e = name.Read(node.getNodeName())) return e;
-  for (const MfTagEntryT& entry : rows) {
-    if (std::strcmp(name.Text(), entry.name) == 0) return entry.handler(reader, &node);
-  }
-  return kBtkUnexpected;
+BtkErrorT DispatchElement(const Element& element, void* reader, ElementRows rows) {
+  return Dispatch(element.name, rows,
+                  [&](const MfTagEntryT& row) { return row.handler(reader, element); });
 }
 
-BtkErrorT DispatchChildren(DOMNode& element, void* reader, TagRows rows) {
-  // By siblings: the XML library counts a child list from its start for every index.
-  for (DOMNode* child = element.getFirstChild(); child != nullptr;
-       child = child->getNextSibling()) {
-    switch (child->getNodeType()) {
-      case DOMNode::TEXT_NODE:
-      case DOMNode::COMMENT_NODE:
+BtkErrorT DispatchChildren(const Element& element, void* reader, ElementRows rows) {
+  for (const Node* child = element.firstChild; child != nullptr; child = child->nextSibling) {
+    switch (child->kind) {
+      case NodeKind::kText:
+      case NodeKind::kComment:
         break;
-      case DOMNode::ELEMENT_NODE:
-        if (BtkErrorT e = DispatchNode(*child, reader, rows)) return e;
+      case NodeKind::kElement:
+        if (BtkErrorT e = DispatchElement(AsElement(*child), reader, rows)) return e;
         break;
       default:
         return kBtkUnexpected;
@@ -84,17 +58,15 @@ BtkErrorT DispatchChildren(DOMNode& element, void* reader, TagRows rows) {
   return kBtkOk;
 }
 
-BtkErrorT DispatchAttributes(DOMNode& element, void* reader, TagRows rows) {
-  const AttributeMap attributes(element);
-  return attributes.count == 0 ? kBtkMissing : attributes.Dispatch(reader, rows);
-}
-
-BtkErrorT DispatchOptionalAttributes(DOMNode& element, void* reader, TagRows rows) {
-  return AttributeMap(element).Dispatch(reader, rows);
-}
-
-BtkErrorT RefuseAttributes(DOMNode& element) {
-  return element.hasAttributes() ? kBtkUnexpected : kBtkOk;
+BtkErrorT DispatchAttributes(const Element& element, void* reader, AttributeRows rows) {
+  for (const Attribute& attribute : element.attributes) {
+    if (BtkErrorT e = Dispatch(attribute.name, rows, [&](const AttributeEntry& row) {
+          return row.handler(reader, attribute.value);
+        })) {
+      return e;
+    }
+  }
+  return kBtkOk;
 }
 
 }  // namespace tarnmf

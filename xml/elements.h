@@ -17,7 +17,7 @@ extern const ElementTable<liMfReader::RunnableMfReader> kDocumentRunnables;
 
 // A list element: no attributes, and only elements of its kind below.
 template <class DocumentReader>
-BtkErrorT ReadListElement(DocumentReader& reader, DOMNode& element,
+BtkErrorT ReadListElement(DocumentReader& reader, const Element& element,
                           const ElementTable<DocumentReader>& items) {
   if (BtkErrorT e = RefuseAttributes(element)) return e;
   reader.flags |= kListSeen;
@@ -26,22 +26,22 @@ BtkErrorT ReadListElement(DocumentReader& reader, DOMNode& element,
 
 // A "module" element that stands anywhere: the module with its implementations is appended to
 // `reader.modules`.
-BtkErrorT ReadModule(liMfReader::ModuleReader& reader, DOMNode& element);
+BtkErrorT ReadModule(liMfReader::ModuleReader& reader, const Element& element);
 
 // The sides of a class; each fills its part of `reader.current`.
-BtkErrorT ReadClientSide(liMfReader::ClassReader& reader, DOMNode& element);
-BtkErrorT ReadServiceSide(liMfReader::ClassReader& reader, DOMNode& element);
-BtkErrorT ReadAgentSide(liMfReader::ClassReader& reader, DOMNode& element);
+BtkErrorT ReadClientSide(liMfReader::ClassReader& reader, const Element& element);
+BtkErrorT ReadServiceSide(liMfReader::ClassReader& reader, const Element& element);
+BtkErrorT ReadAgentSide(liMfReader::ClassReader& reader, const Element& element);
 
 // The roles of a runnable; each is appended to its list in `reader.runnable`.
-BtkErrorT ReadServiceRole(liMfReader::RunnableReader& reader, DOMNode& element);
-BtkErrorT ReadAppRole(liMfReader::RunnableReader& reader, DOMNode& element);
-BtkErrorT ReadLauncherRole(liMfReader::RunnableReader& reader, DOMNode& element);
+BtkErrorT ReadServiceRole(liMfReader::RunnableReader& reader, const Element& element);
+BtkErrorT ReadAppRole(liMfReader::RunnableReader& reader, const Element& element);
+BtkErrorT ReadLauncherRole(liMfReader::RunnableReader& reader, const Element& element);
 
 // What a role holds: they fill `reader.role`, and a later element of one kind takes the place of an
 // earlier one.
-BtkErrorT ReadArgs(liMfReader::RunnableReader& reader, DOMNode& element);
-BtkErrorT ReadEnv(liMfReader::RunnableReader& reader, DOMNode& element);
+BtkErrorT ReadArgs(liMfReader::RunnableReader& reader, const Element& element);
+BtkErrorT ReadEnv(liMfReader::RunnableReader& reader, const Element& element);
 
 }  // namespace tarnmf
 

@@ -34,7 +34,7 @@ auto& FieldOf(Reader& reader) {
 template <const grammar::Words& Words, auto Field>
 struct Keyword {
   template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+  static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     std::int32_t number = 0;
     if (BtkErrorT e = ReadKeyword(text, Words, number)) return e;
     auto& field = FieldOf<Field>(reader);
@@ -47,7 +47,7 @@ struct Keyword {
 template <auto ReadValue, auto Field>
 struct Direct {
   template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+  static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     return ReadValue(text, FieldOf<Field>(reader));
   }
 };
@@ -55,7 +55,7 @@ struct Direct {
 template <auto Flags, std::uint32_t Bit>
 struct Flag {
   template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+  static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     bool value = false;
     if (BtkErrorT e = ReadBoolean(text, value)) return e;
     if (value) FieldOf<Flags>(reader) |= Bit;
@@ -66,7 +66,7 @@ struct Flag {
 template <auto Field>
 struct Decimal16 {
   template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+  static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     std::int16_t number = 0;
     if (BtkErrorT e = ReadDecimal16(text, number)) return e;
     auto& field = FieldOf<Field>(reader);
@@ -84,7 +84,7 @@ struct OwnText {
       std::is_same_v<typename FieldTraits<decltype(Field)>::Value, btkWChar*>;
 
   template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+  static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     std::conditional_t<kIsWide, WideText, Utf8Text> value;
     if (BtkErrorT e = ReadText(text, value)) return e;
     if (Empty == EmptyText::kRefused && *value == 0) return kBtkMalformed;
@@ -97,7 +97,7 @@ struct OwnText {
 template <class Text, auto Flags, std::uint32_t OwnedBit>
 struct Owned {
   template <class Reader>
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+  static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     if (BtkErrorT e = Text::Read(reader, text)) return e;
     FieldOf<Flags>(reader) |= OwnedBit;
     return kBtkOk;

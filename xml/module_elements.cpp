@@ -20,7 +20,7 @@ using ModuleMfReader = liMfReader::ModuleMfReader;
 
 // The default type is never stored.
 struct ModuleType {
-  static BtkErrorT Read(ModuleReader& reader, const XMLCh* text) {
+  static BtkErrorT Read(ModuleReader& reader, const btkWChar* text) {
     Utf8Text type;
     if (BtkErrorT e = ReadText(text, type)) return e;
     if (*type == '\0') return kBtkMalformed;
@@ -31,7 +31,7 @@ struct ModuleType {
 
 // An empty load point means that the module has none.
 struct ModuleLoadpoint {
-  static BtkErrorT Read(ModuleReader& reader, const XMLCh* text) {
+  static BtkErrorT Read(ModuleReader& reader, const btkWChar* text) {
     WideText loadpoint;
     if (BtkErrorT e = ReadText(text, loadpoint)) return e;
     if (*loadpoint == 0) return kBtkOk;
@@ -42,7 +42,7 @@ struct ModuleLoadpoint {
 };
 
 struct AddressBits {
-  static BtkErrorT Read(ModuleReader& reader, const XMLCh* text) {
+  static BtkErrorT Read(ModuleReader& reader, const btkWChar* text) {
     std::int32_t bits = 0;
     if (BtkErrorT e = ReadDecimal(text, bits)) return e;
     if (bits != 32 && bits != 64) return kBtkMalformed;
@@ -53,7 +53,7 @@ struct AddressBits {
 
 // Admitted for the version's sake, but its text says nothing.
 struct ImplVersion {
-  static BtkErrorT Read(ModuleReader& reader, const XMLCh*) {
+  static BtkErrorT Read(ModuleReader& reader, const btkWChar*) {
     std::fill(std::begin(reader.impl->version), std::end(reader.impl->version), 0U);
     return kBtkOk;
   }
@@ -124,15 +124,14 @@ BtkErrorT CheckPreload(const ModuleReader& reader, MfPreloadByT by) {
   return kBtkOk;
 }
 
-bool HasChildElement(DOMNode& element) {
-  for (DOMNode* child = element.getFirstChild(); child != nullptr;
-       child = child->getNextSibling()) {
-    if (child->getNodeType() == DOMNode::ELEMENT_NODE) return true;
+bool HasChildElement(const Element& element) {
+  for (const Node* child = element.firstChild; child != nullptr; child = child->nextSibling) {
+    if (child->kind == NodeKind::kElement) return true;
   }
   return false;
 }
 
-BtkErrorT ReadPreload(ModuleReader& reader, DOMNode& element) {
+BtkErrorT ReadPreload(ModuleReader& reader, const Element& element) {
   std::unique_ptr<MfPreloadInfoT> preload(new (std::nothrow) MfPreloadInfoT);
   if (!preload) return kBtkNoMemory;
   reader.preload = preload.get();
@@ -182,7 +181,7 @@ void Inherit(MfModuleImplT& impl, const MfModuleImplT& own, const ModuleReader& 
 }
 
 // One more implementation of the module at hand.
-BtkErrorT ReadPlatformModule(ModuleReader& reader, DOMNode& element) {
+BtkErrorT ReadPlatformModule(ModuleReader& reader, const Element& element) {
   std::unique_ptr<MfModuleImplT> impl(new (std::nothrow) MfModuleImplT);
   if (!impl) return kBtkNoMemory;
   reader.impl = impl.get();
@@ -227,7 +226,7 @@ BtkErrorT DefaultPlace(const ModuleReader& reader, MfModuleT& module, MfModuleIm
   return kBtkOk;
 }
 
-BtkErrorT ReadDocumentModule(ModuleMfReader& reader, DOMNode& element) {
+BtkErrorT ReadDocumentModule(ModuleMfReader& reader, const Element& element) {
   if (BtkErrorT e = AdmitOneMore(reader)) return e;
   const std::unique_ptr<ModuleReader> moduleReader(reader.CreateModuleReader(reader.modules));
   if (!moduleReader) return kBtkNoMemory;
@@ -249,7 +248,7 @@ BtkErrorT ReadDocumentModule(ModuleMfReader& reader, DOMNode& element) {
 constexpr auto kModulesChildren =
     kChildrenOf<ModuleMfReader, grammar::kModules, Child<"module", &ReadDocumentModule>>;
 
-BtkErrorT ReadModules(ModuleMfReader& reader, DOMNode& element) {
+BtkErrorT ReadModules(ModuleMfReader& reader, const Element& element) {
   return ReadListElement(reader, element, kModulesChildren);
 }
 
@@ -259,7 +258,7 @@ constinit const ElementTable<ModuleMfReader> kDocumentModules =
     kChildrenOf<ModuleMfReader, grammar::kModuleManifest, Child<"module", &ReadDocumentModule>,
                 Child<"modules", &ReadModules>>;
 
-BtkErrorT ReadModule(ModuleReader& reader, DOMNode& element) {
+BtkErrorT ReadModule(ModuleReader& reader, const Element& element) {
   std::unique_ptr<MfModuleT> module(new (std::nothrow) MfModuleT);
   std::unique_ptr<MfModuleImplT> own(new (std::nothrow) MfModuleImplT);
   if (!module || !own) return kBtkNoMemory;

@@ -22,15 +22,15 @@ constexpr auto kArgAttributes = kAttributesOf<
     ArgsReader, grammar::kArg,
     FlagRow<"precomposed", &ArgFlags, ArgsReader::kPrecomposed, ArgsReader::kSeenPrecomposed>>;
 
-BtkErrorT ReadArg(ArgsReader& reader, DOMNode& element) {
+BtkErrorT ReadArg(ArgsReader& reader, const Element& element) {
   reader.flags &= ~ArgsReader::kOfArgument;
-  DOMNode* const child = element.getFirstChild();
-  if (child != nullptr && child->getNextSibling() != nullptr) return kBtkUnexpected;
+  const Node* const child = element.firstChild;
+  if (child != nullptr && child->nextSibling != nullptr) return kBtkUnexpected;
   if (BtkErrorT e = DispatchOptionalAttributes(element, reader, kArgAttributes)) return e;
   if (child == nullptr) return kBtkOk;
-  if (child->getNodeType() != DOMNode::TEXT_NODE) return kBtkUnexpected;
+  if (child->kind != NodeKind::kText) return kBtkUnexpected;
   WideText text;
-  if (BtkErrorT e = ReadText(child->getNodeValue(), text)) return e;
+  if (BtkErrorT e = ReadText(TextOf(*child), text)) return e;
   return Given(reader, ArgsReader::kPrecomposed) ? AppendWholeArgument(std::move(text), reader.args)
                                                  : AppendArguments(std::move(text), reader.args);
 }
@@ -42,7 +42,7 @@ constexpr auto kArgsChildren = kChildrenOf<ArgsReader, grammar::kArgs, Child<"ar
 using EnvReader = liMfReader::EnvReader;
 
 struct RestrictTo {
-  static BtkErrorT Read(EnvReader& reader, const XMLCh* text) {
+  static BtkErrorT Read(EnvReader& reader, const btkWChar* text) {
     Utf8Text word;
     if (BtkErrorT e = ReadText(text, word)) return e;
     const std::int32_t* const flag = FindWord(word.get(), grammar::kRestrictToWords);
@@ -98,15 +98,15 @@ BtkErrorT ReserveCommand(EnvReader& reader) {
 }
 
 template <EnvCmdT::ActionT Action>
-BtkErrorT ReadValueCommand(EnvReader& reader, DOMNode& element) {
-  DOMNode* const child = element.getFirstChild();
+BtkErrorT ReadValueCommand(EnvReader& reader, const Element& element) {
+  const Node* const child = element.firstChild;
   if (child == nullptr) return kBtkUnexpected;
   if (BtkErrorT e = ReserveCommand(reader)) return e;
   NewCommand command(reader, Action);
   if (BtkErrorT e = DispatchAttributes(element, reader, kValueCommandAttributes)) return e;
 
-  if (child->getNodeType() != DOMNode::TEXT_NODE) return kBtkUnexpected;
-  WideText value(btk_wcsdup(child->getNodeValue()));
+  if (child->kind != NodeKind::kText) return kBtkUnexpected;
+  WideText value(btk_wcsdup(TextOf(*child)));
   if (!value) return kBtkNoMemory;
   if (!Given(reader, EnvReader::kSeenName)) return kBtkMissing;
   command->value = value.release();
@@ -115,8 +115,8 @@ BtkErrorT ReadValueCommand(EnvReader& reader, DOMNode& element) {
   return kBtkOk;
 }
 
-BtkErrorT ReadUnset(EnvReader& reader, DOMNode& element) {
-  if (element.hasChildNodes()) return kBtkUnexpected;
+BtkErrorT ReadUnset(EnvReader& reader, const Element& element) {
+  if (element.firstChild != nullptr) return kBtkUnexpected;
   if (BtkErrorT e = ReserveCommand(reader)) return e;
   NewCommand command(reader, EnvCmdT::kUnset);
   if (BtkErrorT e = DispatchAttributes(element, reader, kUnsetAttributes)) return e;
@@ -132,7 +132,7 @@ constexpr auto kEnvChildren =
 
 }  // namespace
 
-BtkErrorT ReadArgs(liMfReader::RunnableReader& reader, DOMNode& element) {
+BtkErrorT ReadArgs(liMfReader::RunnableReader& reader, const Element& element) {
   ArgsReader argsReader(reader.role);
   if (BtkErrorT e = DispatchChildren(element, argsReader, kArgsChildren)) return e;
   // A null pointer ends the list; it is not counted.
@@ -143,7 +143,7 @@ BtkErrorT ReadArgs(liMfReader::RunnableReader& reader, DOMNode& element) {
   return kBtkOk;
 }
 
-BtkErrorT ReadEnv(liMfReader::RunnableReader& reader, DOMNode& element) {
+BtkErrorT ReadEnv(liMfReader::RunnableReader& reader, const Element& element) {
   EnvReader envReader(reader.role);
   if (BtkErrorT e = DispatchOptionalAttributes(element, envReader, kEnvAttributes)) return e;
   if (BtkErrorT e = DispatchChildren(element, envReader, kEnvChildren)) return e;

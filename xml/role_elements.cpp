@@ -18,7 +18,7 @@ char*& LauncherNameId(MfLauncherRoleT& role) {
 
 // A second "types" adds its words instead of being refused.
 struct LauncherTypes {
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+  static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     if (BtkErrorT e = ReadWords(text, reader.launcher->types)) return e;
     reader.flags |= Reader::kSeenTypes;
     return kBtkOk;
@@ -105,7 +105,7 @@ BtkErrorT AppendRole(MfListT<Role>& list, std::unique_ptr<Role>& role) {
 }
 
 template <class Role>
-BtkErrorT ReadRoleContent(Reader& reader, DOMNode& element, const RoleKind<Role>& kind,
+BtkErrorT ReadRoleContent(Reader& reader, const Element& element, const RoleKind<Role>& kind,
                           std::unique_ptr<Role>& role) {
   if (BtkErrorT e = DispatchAttributes(element, reader, kind.attributes)) return e;
   if (BtkErrorT e = kind.check(reader, *role)) return e;
@@ -114,7 +114,7 @@ BtkErrorT ReadRoleContent(Reader& reader, DOMNode& element, const RoleKind<Role>
 }
 
 template <class Role>
-BtkErrorT ReadRole(Reader& reader, DOMNode& element, const RoleKind<Role>& kind) {
+BtkErrorT ReadRole(Reader& reader, const Element& element, const RoleKind<Role>& kind) {
   reader.flags &= ~Reader::kSeenOfRole;
   std::unique_ptr<Role> role(new (std::nothrow) Role);
   if (!role) return kBtkNoMemory;
@@ -128,15 +128,15 @@ BtkErrorT ReadRole(Reader& reader, DOMNode& element, const RoleKind<Role>& kind)
 
 }  // namespace
 
-BtkErrorT ReadServiceRole(Reader& reader, DOMNode& element) {
+BtkErrorT ReadServiceRole(Reader& reader, const Element& element) {
   return ReadRole(reader, element, kServiceKind);
 }
 
-BtkErrorT ReadAppRole(Reader& reader, DOMNode& element) {
+BtkErrorT ReadAppRole(Reader& reader, const Element& element) {
   return ReadRole(reader, element, kAppKind);
 }
 
-BtkErrorT ReadLauncherRole(Reader& reader, DOMNode& element) {
+BtkErrorT ReadLauncherRole(Reader& reader, const Element& element) {
   return ReadRole(reader, element, kLauncherKind);
 }
 

@@ -1,6 +1,5 @@
 // The root elements.
 #include <memory>
-#include <xercesc/dom/DOMNamedNodeMap.hpp>
 
 #include "grammar/manifest.h"
 #include "xml/elements.h"
@@ -14,7 +13,7 @@ using MfReader = liMfReader::MfReader;
 constexpr std::int32_t kSupportedVersion = 1;
 
 struct DocumentVersion {
-  static BtkErrorT Read(liMfReader& reader, const XMLCh* text) {
+  static BtkErrorT Read(liMfReader& reader, const btkWChar* text) {
     std::int32_t version = 0;
     if (BtkErrorT e = ReadDecimal(text, version)) return e;
     if (version != kSupportedVersion) return kBtkWrongVersion;
@@ -31,9 +30,8 @@ constexpr auto kRootAttributes =
     kAttributesOf<liMfReader, grammar::kMixedManifest,
                   SpecialRow<"version", DocumentVersion, liMfReader::kSeenDocumentVersion>>;
 
-BtkErrorT ReadVersion(liMfReader& reader, DOMNode& root) {
-  const xercesc::DOMNamedNodeMap* attributes = root.getAttributes();
-  if (attributes == nullptr || attributes->getLength() != 1) return kBtkUnexpected;
+BtkErrorT ReadVersion(liMfReader& reader, const Element& root) {
+  if (root.attributes.size() != 1) return kBtkUnexpected;
   return DispatchAttributes(root, reader, kRootAttributes);
 }
 
@@ -63,7 +61,7 @@ struct RunnableDocument {
 
 // One reader for all children of the root.
 template <class Document>
-BtkErrorT ReadDocument(liMfReader& reader, DOMNode& root) {
+BtkErrorT ReadDocument(liMfReader& reader, const Element& root) {
   if (BtkErrorT e = ReadVersion(reader, root)) return e;
   const auto documentReader =
       std::unique_ptr<std::remove_pointer_t<decltype(Document::CreateReader(reader))>>(
@@ -74,7 +72,7 @@ BtkErrorT ReadDocument(liMfReader& reader, DOMNode& root) {
 
 // A reader for one child of a mixed document.
 template <class Document>
-BtkErrorT ReadMixedChild(MfReader& reader, DOMNode& child) {
+BtkErrorT ReadMixedChild(MfReader& reader, const Element& child) {
   const auto documentReader =
       std::unique_ptr<std::remove_pointer_t<decltype(Document::CreateReader(reader))>>(
           Document::CreateReader(reader));
@@ -90,7 +88,7 @@ constexpr auto kMixedChildren = kChildrenOf<MfReader, grammar::kMixedManifest,  
                                             Child<"module", &ReadMixedChild<ModuleDocument>>,
                                             Child<"modules", &ReadMixedChild<ModuleDocument>>>;
 
-BtkErrorT ReadMixedDocument(liMfReader& reader, DOMNode& root) {
+BtkErrorT ReadMixedDocument(liMfReader& reader, const Element& root) {
   if (BtkErrorT e = ReadVersion(reader, root)) return e;
   const std::unique_ptr<MfReader> mixedReader(
       reader.CreateMfReader(reader.version, reader.classes, reader.runnables, reader.modules));

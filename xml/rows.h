@@ -38,16 +38,16 @@ struct RowName {
 // The handler of an attribute: refuses it when it has been read before (kBtkDuplicate), reads it
 // with Family, and marks it as read when that went well.
 template <class Reader, class Family, std::uint32_t SeenBit>
-BtkErrorT ReadOnce(void* context, DOMNode* node) {
+BtkErrorT ReadOnce(void* context, const btkWChar* text) {
   Reader& reader = *static_cast<Reader*>(context);
   if (Given(reader, SeenBit)) return kBtkDuplicate;
-  if (BtkErrorT e = Family::Read(reader, AttributeText(*node))) return e;
+  if (BtkErrorT e = Family::Read(reader, text)) return e;
   reader.flags |= SeenBit;
   return kBtkOk;
 }
 
 // ---- The rows of an attribute table ------------------------------------------------------------
-// Each has the name of its attribute and kHandler<Reader, Element, Index>, the handler for the
+// Each has the name of its attribute and kHandler<Reader, Described, Index>, the handler for the
 // Index-th attribute of the element.
 
 // The family that follows from the kind of value and the type of the field.
@@ -55,11 +55,10 @@ template <RowName Name, auto Field, std::uint32_t SeenBit>
 struct Row {
   static constexpr std::string_view kName = Name.Text();
 
-  template <class Reader, const grammar::ElementT& Element, std::size_t Index>
-  static constexpr auto kHandler =
-      &ReadOnce<Reader,
-                FamilyOf<Element.attributes[Index].kind, Element.attributes[Index].words, Field>,
-                SeenBit>;
+  template <class Reader, const grammar::ElementT& Described, std::size_t Index>
+  static constexpr auto kHandler = &ReadOnce<
+      Reader, FamilyOf<Described.attributes[Index].kind, Described.attributes[Index].words, Field>,
+      SeenBit>;
 };
 
 // A boolean that stands as one bit among others.
@@ -67,8 +66,8 @@ template <RowName Name, auto Flags, std::uint32_t Bit, std::uint32_t SeenBit>
 struct FlagRow {
   static constexpr std::string_view kName = Name.Text();
 
-  template <class Reader, const grammar::ElementT& Element, std::size_t Index>
-  requires(Element.attributes[Index].kind ==
+  template <class Reader, const grammar::ElementT& Described, std::size_t Index>
+  requires(Described.attributes[Index].kind ==
            grammar::ValueKind::kBoolean) static constexpr auto kHandler =
       &ReadOnce<Reader, Flag<Flags, Bit>, SeenBit>;
 };
@@ -78,10 +77,10 @@ template <RowName Name, auto Field, auto Flags, std::uint32_t OwnedBit, std::uin
 struct OwnedRow {
   static constexpr std::string_view kName = Name.Text();
 
-  template <class Reader, const grammar::ElementT& Element, std::size_t Index>
+  template <class Reader, const grammar::ElementT& Described, std::size_t Index>
   static constexpr auto kHandler =
       &ReadOnce<Reader,
-                Owned<FamilyOf<Element.attributes[Index].kind, nullptr, Field>, Flags, OwnedBit>,
+                Owned<FamilyOf<Described.attributes[Index].kind, nullptr, Field>, Flags, OwnedBit>,
                 SeenBit>;
 };
 
@@ -100,8 +99,8 @@ struct RepeatableRow {
   static constexpr std::string_view kName = Name.Text();
 
   template <class Reader, const grammar::ElementT&, std::size_t>
-  static constexpr auto kHandler = +[](void* reader, DOMNode* node) -> BtkErrorT {
-    return Family::Read(*static_cast<Reader*>(reader), AttributeText(*node));
+  static constexpr auto kHandler = +[](void* reader, const btkWChar* text) -> BtkErrorT {
+    return Family::Read(*static_cast<Reader*>(reader), text);
   };
 };
 
@@ -110,12 +109,12 @@ template <RowName Name>
 struct UnreadRow {
   static constexpr std::string_view kName = Name.Text();
 
-  template <class Reader, const grammar::ElementT& Element, std::size_t Index>
-  requires(Element.attributes[Index].kind == grammar::ValueKind::kIgnored ||
-           Element.attributes[Index].kind ==
-               grammar::ValueKind::kRefused) static constexpr auto kHandler = +[](void*, DOMNode*)
-      -> BtkErrorT {
-    return Element.attributes[Index].kind == grammar::ValueKind::kRefused ? kBtkRefused : kBtkOk;
+  template <class Reader, const grammar::ElementT& Described, std::size_t Index>
+  requires(Described.attributes[Index].kind == grammar::ValueKind::kIgnored ||
+           Described.attributes[Index].kind ==
+               grammar::ValueKind::kRefused) static constexpr auto kHandler =
+      +[](void*, const btkWChar*) -> BtkErrorT {
+    return Described.attributes[Index].kind == grammar::ValueKind::kRefused ? kBtkRefused : kBtkOk;
   };
 };
 
@@ -127,50 +126,50 @@ struct Child {
 
   template <class Reader>
   requires(std::is_same_v<decltype(Read),
-                          BtkErrorT (*)(Reader&, DOMNode&)>) static constexpr auto kHandler =
-      +[](void* reader, DOMNode* node) -> BtkErrorT {
-    return Read(*static_cast<Reader*>(reader), *node);
+                          BtkErrorT (*)(Reader&, const Element&)>) static constexpr auto kHandler =
+      +[](void* reader, const Element& element) -> BtkErrorT {
+    return Read(*static_cast<Reader*>(reader), element);
   };
 };
 
 // ---- Tables ------------------------------------------------------------------------------------
 
-template <class Reader, const grammar::ElementT& Element, class... Rows>
-class AttributeRows {
-  static_assert(sizeof...(Rows) == Element.attributes.size(), "one row for each attribute");
+template <class Reader, const grammar::ElementT& Described, class... Rows>
+class AttributeTableRows {
+  static_assert(sizeof...(Rows) == Described.attributes.size(), "one row for each attribute");
 
   template <std::size_t... Index>
   static consteval auto Make(std::index_sequence<Index...>) {
-    static_assert(((Rows::kName == Element.attributes[Index].name) && ...),
+    static_assert(((Rows::kName == Described.attributes[Index].name) && ...),
                   "rows are named and ordered as in the grammar");
-    return std::array{MfTagEntryT{Element.attributes[Index].name,
-                                  Rows::template kHandler<Reader, Element, Index>}...};
+    return std::array{AttributeEntry{Described.attributes[Index].name,
+                                     Rows::template kHandler<Reader, Described, Index>}...};
   }
 
  public:
   static constexpr auto kRows = Make(std::index_sequence_for<Rows...>());
 };
-template <class Reader, const grammar::ElementT& Element, class... Rows>
+template <class Reader, const grammar::ElementT& Described, class... Rows>
 inline constexpr AttributeTable<Reader> kAttributesOf{
-    AttributeRows<Reader, Element, Rows...>::kRows};
+    AttributeTableRows<Reader, Described, Rows...>::kRows};
 
-template <class Reader, const grammar::ElementT& Element, class... Rows>
+template <class Reader, const grammar::ElementT& Described, class... Rows>
 class ChildRows {
-  static_assert(sizeof...(Rows) == Element.children.size(), "one row for each child element");
+  static_assert(sizeof...(Rows) == Described.children.size(), "one row for each child element");
 
   template <std::size_t... Index>
   static consteval auto Make(std::index_sequence<Index...>) {
-    static_assert(((Rows::kName == Element.children[Index]->name) && ...),
+    static_assert(((Rows::kName == Described.children[Index]->name) && ...),
                   "rows are named and ordered as in the grammar");
     return std::array{
-        MfTagEntryT{Element.children[Index]->name, Rows::template kHandler<Reader>}...};
+        MfTagEntryT{Described.children[Index]->name, Rows::template kHandler<Reader>}...};
   }
 
  public:
   static constexpr auto kRows = Make(std::index_sequence_for<Rows...>());
 };
-template <class Reader, const grammar::ElementT& Element, class... Rows>
-inline constexpr ElementTable<Reader> kChildrenOf{ChildRows<Reader, Element, Rows...>::kRows};
+template <class Reader, const grammar::ElementT& Described, class... Rows>
+inline constexpr ElementTable<Reader> kChildrenOf{ChildRows<Reader, Described, Rows...>::kRows};
 
 }  // namespace tarnmf
 

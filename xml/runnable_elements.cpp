@@ -20,7 +20,7 @@ constexpr auto kRunnableChildren =
     kChildrenOf<RunnableReader, grammar::kRunnable, Child<"service", &ReadServiceRole>,
                 Child<"app", &ReadAppRole>, Child<"launcher", &ReadLauncherRole>>;
 
-BtkErrorT ReadRunnable(RunnableMfReader& reader, DOMNode& element) {
+BtkErrorT ReadRunnable(RunnableMfReader& reader, const Element& element) {
   if (BtkErrorT e = AdmitOneMore(reader)) return e;
   const std::unique_ptr<RunnableReader> runnableReader(
       reader.CreateRunnableReader(reader.runnables, reader.modules));
@@ -47,7 +47,7 @@ BtkErrorT ReadRunnable(RunnableMfReader& reader, DOMNode& element) {
 constexpr auto kRunnablesChildren =
     kChildrenOf<RunnableMfReader, grammar::kRunnables, Child<"runnable", &ReadRunnable>>;
 
-BtkErrorT ReadRunnables(RunnableMfReader& reader, DOMNode& element) {
+BtkErrorT ReadRunnables(RunnableMfReader& reader, const Element& element) {
   return ReadListElement(reader, element, kRunnablesChildren);
 }
 

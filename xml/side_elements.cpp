@@ -18,7 +18,7 @@ UniIdT& ServiceSideId(MfIntfClassT& record) {
 }
 
 struct SideMultiplicity {
-  static BtkErrorT Read(Reader& reader, const XMLCh* text) {
+  static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     using Any = Keyword<grammar::kMultiplicityWords, &MfIntfSideT::multiplicity>;
     if (BtkErrorT e = Any::Read(reader, text)) return e;
     reader.Target(RecordTag<MfIntfSideT>()).flags |= kMfSideMultiplicityGiven;
@@ -54,7 +54,7 @@ BtkErrorT GenerateId(MfModuleT& module) {
   return kBtkOk;
 }
 
-BtkErrorT ReadNestedModule(Reader& reader, DOMNode& element) {
+BtkErrorT ReadNestedModule(Reader& reader, const Element& element) {
   if (Given(reader, Reader::kSeenModuleRef)) return kBtkDuplicate;
   const std::unique_ptr<ModuleReader> moduleReader(reader.CreateModuleReader(reader.modules));
   if (!moduleReader) return kBtkNoMemory;
@@ -81,7 +81,7 @@ constexpr auto kSideChildren =
     kChildrenOf<Reader, grammar::kClientSide, Child<"module", &ReadNestedModule>>;
 
 // A side names its module or holds it. Any child node counts, white space included.
-BtkErrorT ReadNestedModules(Reader& reader, DOMNode& element) {
+BtkErrorT ReadNestedModules(Reader& reader, const Element& element) {
   if (Given(reader, Reader::kSeenModuleRef)) return kBtkDuplicate;
   return DispatchChildren(element, reader, kSideChildren);
 }
@@ -91,10 +91,11 @@ void FinishSide(Reader& reader, Reader::Seen sideRead) {
   reader.flags = (reader.flags & ~Reader::kSeenOfSide) | sideRead;
 }
 
-BtkErrorT ReadPlainSide(Reader& reader, DOMNode& element, MfSideT side, Reader::Seen sideRead) {
+BtkErrorT ReadPlainSide(Reader& reader, const Element& element, MfSideT side,
+                        Reader::Seen sideRead) {
   reader.side = side;
   if (BtkErrorT e = DispatchAttributes(element, reader, kSideAttributes)) return e;
-  if (element.hasChildNodes()) {
+  if (element.firstChild != nullptr) {
     if (BtkErrorT e = ReadNestedModules(reader, element)) return e;
   } else if (!Given(reader, Reader::kSeenModuleRef)) {
     return kBtkMissing;
@@ -105,8 +106,8 @@ BtkErrorT ReadPlainSide(Reader& reader, DOMNode& element, MfSideT side, Reader::
 
 // What a service side holds depends on whether the class is served: offered as a service of its
 // own, and not only hosted by another one.
-BtkErrorT ReadServiceModule(Reader& reader, DOMNode& element, bool served) {
-  if (element.hasChildNodes()) {
+BtkErrorT ReadServiceModule(Reader& reader, const Element& element, bool served) {
+  if (element.firstChild != nullptr) {
     return served ? ReadNestedModules(reader, element) : kBtkMissing;
   }
   const bool complete =
@@ -116,19 +117,19 @@ BtkErrorT ReadServiceModule(Reader& reader, DOMNode& element, bool served) {
 
 }  // namespace
 
-BtkErrorT ReadClientSide(Reader& reader, DOMNode& element) {
+BtkErrorT ReadClientSide(Reader& reader, const Element& element) {
   if (Given(reader, Reader::kClientSideRead)) return kBtkDuplicate;
   if (reader.current->affinity == kMfAgentClass) return kBtkForbidden;
   return ReadPlainSide(reader, element, kMfClientSide, Reader::kClientSideRead);
 }
 
-BtkErrorT ReadAgentSide(Reader& reader, DOMNode& element) {
+BtkErrorT ReadAgentSide(Reader& reader, const Element& element) {
   if (Given(reader, Reader::kAgentSideRead)) return kBtkDuplicate;
   if (reader.current->affinity == kMfAppClass) return kBtkForbidden;
   return ReadPlainSide(reader, element, kMfAgentSide, Reader::kAgentSideRead);
 }
 
-BtkErrorT ReadServiceSide(Reader& reader, DOMNode& element) {
+BtkErrorT ReadServiceSide(Reader& reader, const Element& element) {
   MfIntfClassT& record = *reader.current;
   if (Given(reader, Reader::kServiceSideRead)) return kBtkDuplicate;
   if (record.affinity != kMfServiceClass) return kBtkForbidden;

@@ -25,7 +25,7 @@ constexpr std::size_t kKeywordSize =
               grammar::kMultiplicityWords.bufferSize});
 
 // Converts a value that is short by its nature; one that does not fit cannot be right.
-BtkErrorT ToShortText(const XMLCh* text, char* buffer, std::size_t size,
+BtkErrorT ToShortText(const btkWChar* text, char* buffer, std::size_t size,
                       std::size_t* length = nullptr) {
   if (text == nullptr) return kBtkMalformed;
   const BtkErrorT e = btkStrUtf16ToUtf8(buffer, size, length, text, kBtkWholeText);
@@ -41,7 +41,7 @@ const std::int32_t* FindWord(const char* text, const grammar::Words& words) {
   return nullptr;
 }
 
-BtkErrorT ReadKeyword(const XMLCh* text, const grammar::Words& words, std::int32_t& number) {
+BtkErrorT ReadKeyword(const btkWChar* text, const grammar::Words& words, std::int32_t& number) {
   assert(words.bufferSize <= kKeywordSize);
   char value[kKeywordSize];
   if (BtkErrorT e = ToShortText(text, value, words.bufferSize)) return e;
@@ -51,14 +51,14 @@ BtkErrorT ReadKeyword(const XMLCh* text, const grammar::Words& words, std::int32
   return kBtkOk;
 }
 
-BtkErrorT ReadBoolean(const XMLCh* text, bool& value) {
+BtkErrorT ReadBoolean(const btkWChar* text, bool& value) {
   std::int32_t number = 0;
   if (BtkErrorT e = ReadKeyword(text, grammar::kBooleanWords, number)) return e;
   value = number != 0;
   return kBtkOk;
 }
 
-BtkErrorT ReadDecimal(const XMLCh* text, std::int32_t& number) {
+BtkErrorT ReadDecimal(const btkWChar* text, std::int32_t& number) {
   using Limits = std::numeric_limits<std::int32_t>;
   char value[kDecimalSize];
   if (BtkErrorT e = ToShortText(text, value, sizeof value)) return e;
@@ -70,7 +70,7 @@ BtkErrorT ReadDecimal(const XMLCh* text, std::int32_t& number) {
   return kBtkOk;
 }
 
-BtkErrorT ReadDecimal16(const XMLCh* text, std::int16_t& number) {
+BtkErrorT ReadDecimal16(const btkWChar* text, std::int16_t& number) {
   std::int32_t parsed = 0;
   if (BtkErrorT e = ReadDecimal(text, parsed)) return e;
   if (parsed < 0 || parsed > std::numeric_limits<std::int16_t>::max()) return kBtkOutOfRange;
@@ -78,7 +78,7 @@ BtkErrorT ReadDecimal16(const XMLCh* text, std::int16_t& number) {
   return kBtkOk;
 }
 
-BtkErrorT ReadUniqueId(const XMLCh* text, UniIdT& id) {
+BtkErrorT ReadUniqueId(const btkWChar* text, UniIdT& id) {
   char value[kBtkUniIdDashedLength + 1];
   std::size_t length = 0;
   if (ToShortText(text, value, sizeof value, &length) != kBtkOk) return kBtkMalformed;
@@ -88,18 +88,18 @@ BtkErrorT ReadUniqueId(const XMLCh* text, UniIdT& id) {
   return e == kBtkOk || e == kBtkNoMemory ? e : kBtkMalformed;
 }
 
-BtkErrorT ReadText(const XMLCh* text, Utf8Text& value) {
+BtkErrorT ReadText(const btkWChar* text, Utf8Text& value) {
   if (text == nullptr) return kBtkMalformed;
   return btkStrUtf16ToUtf8Alloc(Out(value), nullptr, text, kBtkWholeText);
 }
 
-BtkErrorT ReadText(const XMLCh* text, WideText& value) {
+BtkErrorT ReadText(const btkWChar* text, WideText& value) {
   if (text == nullptr) return kBtkMalformed;
   value.reset(btk_wcsdup(text));
   return value ? kBtkOk : kBtkNoMemory;
 }
 
-BtkErrorT ReadWords(const XMLCh* text, MfListT<char>& words) {
+BtkErrorT ReadWords(const btkWChar* text, MfListT<char>& words) {
   static constexpr char kSeparator[] = ";";
   Utf8Text all;
   if (BtkErrorT e = ReadText(text, all)) return e;

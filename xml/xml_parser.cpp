@@ -1,11 +1,8 @@
 #include "xml/xml_parser.h"
 
 #include <new>
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
 
+#include "xml/document_parser.h"
 #include "xml/elements.h"
 #include "xml/readers.h"
 #include "xml/xml_input_source.h"
@@ -38,10 +35,10 @@ class WorkingLists {
   MfLdpDataT& data_;
 };
 
-BtkErrorT ReadRoot(const xercesc::DOMDocument* document, WorkingLists& lists) {
-  if (document == nullptr) return kBtkMalformed;
-  xercesc::DOMElement* const root = document->getDocumentElement();
-  if (root == nullptr || root->getNodeType() != DOMNode::ELEMENT_NODE) return kBtkUnexpected;
+BtkErrorT ReadDocument(DocumentParser& parser, WorkingLists& lists) {
+  if (!parser.HasDocument()) return kBtkMalformed;
+  const Element* const root = parser.Root();
+  if (root == nullptr) return kBtkUnexpected;
   liMfReader reader(lists.classes, lists.modules, lists.runnables);
   return DispatchElement(*root, reader, kRoots);
 }
@@ -52,9 +49,9 @@ BtkErrorT liMfXMLParser::Parse(MfLdpDataT* data, btkIStream* stream) {
   if (data == nullptr || stream == nullptr) return kBtkNullArgument;
   WorkingLists lists(*data);
   btkXMLInputSource source(stream);
-  xercesc::XercesDOMParser parser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr);
+  DocumentParser parser;
   parser.parse(source);
-  const BtkErrorT result = ReadRoot(parser.getDocument(), lists);
+  const BtkErrorT result = ReadDocument(parser, lists);
   if (result == kBtkOk) lists.HandBack();
   return result;
 }

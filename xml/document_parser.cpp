@@ -1,0 +1,184 @@
+#include "xml/document_parser.h"
+
+#include <algorithm>
+#include <string>
+#include <type_traits>
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/framework/XMLAttDef.hpp>
+#include <xercesc/framework/XMLAttDefList.hpp>
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLElementDecl.hpp>
+#include <xercesc/framework/XMLEntityDecl.hpp>
+
+namespace tarnmf {
+namespace {
+
+static_assert(std::is_same_v<XMLCh, btkWChar>, "texts are taken over without conversion");
+
+// An attribute in the XML library's words, which last for one event.
+struct GivenAttribute {
+  const XMLCh* name;
+  const XMLCh* value;
+
+  // The order of the DOM's map: by code unit.
+  bool operator<(const GivenAttribute& other) const {
+    const XMLCh* left = name;
+    const XMLCh* right = other.name;
+    while (*left != 0 && *left == *right) {
+      ++left;
+      ++right;
+    }
+    return *left < *right;
+  }
+};
+
+}  // namespace
+
+DocumentParser::DocumentParser()
+    : XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr) {}
+
+const Element* DocumentParser::Root() const {
+  for (const Node* node = document_.firstChild; node != nullptr; node = node->nextSibling) {
+    if (node->kind == NodeKind::kElement) return &AsElement(*node);
+  }
+  return nullptr;
+}
+
+// ---- Making nodes ------------------------------------------------------------------------------
+
+template <class NodeType>
+NodeType* DocumentParser::Append(NodeKind kind) {
+  auto* const node = new (arena_.Allocate(sizeof(NodeType))) NodeType{};
+  node->kind = kind;
+  node->parent = parent_;
+  Node** place = current_ == parent_ ? &parent_->firstChild : &current_->nextSibling;
+  // The place is free, unless more elements have ended than began.
+  while (*place != nullptr)
+    place = &(*place)->nextSibling;
+  *place = node;
+  current_ = node;
+  return node;
+}
+
+// Text joins the text that it follows.
+void DocumentParser::AppendText(const XMLCh* text, XMLSize_t length) {
+  auto* const node = current_->kind == NodeKind::kText ? static_cast<TextNode*>(current_)
+                                                       : Append<TextNode>(NodeKind::kText);
+  const std::size_t whole = node->length + length;
+  if (node->text == nullptr || whole > node->capacity) {
+    const std::size_t capacity = std::max<std::size_t>(whole, std::size_t{2} * node->capacity);
+    auto* const room = arena_.AllocateArray<btkWChar>(capacity + 1);
+    std::copy_n(node->text, node->length, room);
+    node->text = room;
+    node->capacity = static_cast<std::uint32_t>(capacity);
+  }
+  std::copy_n(text, length, node->text + node->length);
+  node->text[whole] = 0;
+  node->length = static_cast<std::uint32_t>(whole);
+}
+
+const btkWChar* DocumentParser::Copy(const XMLCh* text) {
+  const std::size_t units = std::char_traits<XMLCh>::length(text) + 1;
+  auto* const copy = arena_.AllocateArray<btkWChar>(units);
+  std::copy_n(text, units, copy);
+  return copy;
+}
+
+std::span<const Attribute> DocumentParser::CopyAttributes(
+    const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
+  GivenAttribute few[16];
+  GivenAttribute* const given =
+      count <= std::size(few) ? few : arena_.AllocateArray<GivenAttribute>(count);
+  for (XMLSize_t i = 0; i < count; ++i)
+    given[i] = {attributes.elementAt(i)->getName(), attributes.elementAt(i)->getValue()};
+  std::sort(given, given + count);
+
+  auto* const copies = arena_.AllocateArray<Attribute>(count);
+  for (XMLSize_t i = 0; i < count; ++i)
+    copies[i] = {names_.Get(given[i].name), Copy(given[i].value)};
+  return {copies, count};
+}
+
+// Defaulted attributes are among the given ones; what is left of them is that the DOM refuses odd
+// names in their declarations.
+void DocumentParser::CheckDefaults(const xercesc::XMLElementDecl& declaration) {
+  xercesc::XMLAttDefList& defaults = declaration.getAttDefList();
+  for (XMLSize_t i = 0; i < defaults.getAttDefCount(); ++i) {
+    xercesc::XMLAttDef& attribute = defaults.getAttDef(i);
+    const auto type = attribute.getDefaultType();
+    if (type == xercesc::XMLAttDef::Default || type == xercesc::XMLAttDef::Fixed) {
+      getDocument()->createAttribute(attribute.getFullName());
+    }
+    attribute.reset();
+  }
+}
+
+// ---- Events ------------------------------------------------------------------------------------
+
+void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int,
+                                  const XMLCh*,
+                                  const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                                  XMLSize_t count, bool isEmpty, bool) {
+  if (declaration.hasAttDefs()) CheckDefaults(declaration);
+  if (parent_ == &document_ && Root() != nullptr) {
+    throw xercesc::DOMException(xercesc::DOMException::HIERARCHY_REQUEST_ERR, 0,
+                                xercesc::XMLPlatformUtils::fgMemoryManager);
+  }
+  auto* const element = Append<Element>(NodeKind::kElement);
+  element->name = names_.Get(declaration.getFullName());
+  element->attributes = CopyAttributes(attributes, count);
+  parent_ = element;
+  withinElement_ = true;
+  // The XML library tells no end of an empty element.
+  if (isEmpty) CloseParent();
+}
+
+void DocumentParser::endElement(const xercesc::XMLElementDecl&, unsigned int, bool, const XMLCh*) {
+  CloseParent();
+  if (parent_ == &document_) withinElement_ = false;
+}
+
+// A broken document may close more than it has opened. The DOM then goes on in the root element.
+void DocumentParser::CloseParent() {
+  current_ = parent_;
+  parent_ = current_->parent;
+  if (parent_ == nullptr) {
+    parent_ = const_cast<Element*>(Root());
+    current_ = parent_;
+  }
+}
+
+void DocumentParser::docCharacters(const XMLCh* text, XMLSize_t length, bool isCData) {
+  if (!withinElement_) return;
+  if (isCData) {
+    Append<Node>(NodeKind::kCData);
+  } else {
+    AppendText(text, length);
+  }
+}
+
+void DocumentParser::ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool) {
+  if (withinElement_) AppendText(text, length);
+}
+
+void DocumentParser::docComment(const XMLCh*) {
+  Append<Node>(NodeKind::kComment);
+}
+
+// The base class keeps the instruction as well: it refuses odd targets.
+void DocumentParser::docPI(const XMLCh* target, const XMLCh* data) {
+  XercesDOMParser::docPI(target, data);
+  Append<Node>(NodeKind::kInstruction);
+}
+
+void DocumentParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
+  getDocument()->createEntityReference(entity.getName());  // refuses odd names
+  parent_ = Append<ParentNode>(NodeKind::kEntityReference);
+}
+
+void DocumentParser::endEntityReference(const xercesc::XMLEntityDecl&) {
+  CloseParent();
+}
+
+}  // namespace tarnmf
