@@ -1,13 +1,29 @@
 #include "platform/stream.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <limits>
-#include <system_error>
 
 #include "platform/runtime.h"
 
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
 class btkIOSerializer {};
+
+namespace {
+
+// The C library opens a directory and fails only when it is read.
+bool IsDirectory(std::FILE* file) {
+#if defined(_WIN32)
+  return false;  // there it fails when it is opened
+#else
+  struct stat status {};
+  return fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode);
+#endif
+}
+
+}  // namespace
 
 btkIOSerializer* btkGetAsciiSerializer() {
   static btkIOSerializer serializer;
@@ -31,11 +47,13 @@ btkFileStream::~btkFileStream() {
 BtkErrorT btkFileStream::Open(const char* path, int /*mode*/, btkIOSerializer* /*serializer*/) {
   Close();
   state_ = 0;
-  // The C library opens a directory and fails only when it is read.
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) return kBtkMissing;
   file_ = std::fopen(path, "rb");
-  return file_ != nullptr ? kBtkOk : kBtkMissing;
+  if (file_ == nullptr) return kBtkMissing;
+  // Who reads a stream has a buffer of its own.
+  std::setvbuf(file_, nullptr, _IONBF, 0);
+  if (!IsDirectory(file_)) return kBtkOk;
+  Close();
+  return kBtkMissing;
 }
 
 std::int32_t btkFileStream::Read(void* buffer, std::size_t size) {
@@ -43,6 +61,7 @@ std::int32_t btkFileStream::Read(void* buffer, std::size_t size) {
     state_ |= kBtkStreamFailed;
     return -1;
   }
+  if (std::feof(file_) != 0) return 0;
   constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
   const std::size_t bytes = std::fread(buffer, 1, std::min(size, kMost), file_);
   if (std::ferror(file_) != 0) {
