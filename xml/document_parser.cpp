@@ -3,13 +3,8 @@
 #include <algorithm>
 #include <string>
 #include <type_traits>
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMException.hpp>
-#include <xercesc/framework/XMLAttDef.hpp>
-#include <xercesc/framework/XMLAttDefList.hpp>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
-#include <xercesc/framework/XMLEntityDecl.hpp>
 
 namespace tarnmf {
 namespace {
@@ -85,6 +80,7 @@ const btkWChar* DocumentParser::Copy(const XMLCh* text) {
   return copy;
 }
 
+// Attributes that a declaration has given by default are among them.
 std::span<const Attribute> DocumentParser::CopyAttributes(
     const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
   GivenAttribute few[16];
@@ -100,31 +96,12 @@ std::span<const Attribute> DocumentParser::CopyAttributes(
   return {copies, count};
 }
 
-// Defaulted attributes are among the given ones; what is left of them is that the DOM refuses odd
-// names in their declarations.
-void DocumentParser::CheckDefaults(const xercesc::XMLElementDecl& declaration) {
-  xercesc::XMLAttDefList& defaults = declaration.getAttDefList();
-  for (XMLSize_t i = 0; i < defaults.getAttDefCount(); ++i) {
-    xercesc::XMLAttDef& attribute = defaults.getAttDef(i);
-    const auto type = attribute.getDefaultType();
-    if (type == xercesc::XMLAttDef::Default || type == xercesc::XMLAttDef::Fixed) {
-      getDocument()->createAttribute(attribute.getFullName());
-    }
-    attribute.reset();
-  }
-}
-
 // ---- Events ------------------------------------------------------------------------------------
 
 void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int,
                                   const XMLCh*,
                                   const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                                   XMLSize_t count, bool isEmpty, bool) {
-  if (declaration.hasAttDefs()) CheckDefaults(declaration);
-  if (parent_ == &document_ && Root() != nullptr) {
-    throw xercesc::DOMException(xercesc::DOMException::HIERARCHY_REQUEST_ERR, 0,
-                                xercesc::XMLPlatformUtils::fgMemoryManager);
-  }
   auto* const element = Append<Element>(NodeKind::kElement);
   element->name = names_.Get(declaration.getFullName());
   element->attributes = CopyAttributes(attributes, count);
@@ -136,7 +113,6 @@ void DocumentParser::startElement(const xercesc::XMLElementDecl& declaration, un
 
 void DocumentParser::endElement(const xercesc::XMLElementDecl&, unsigned int, bool, const XMLCh*) {
   CloseParent();
-  if (parent_ == &document_) withinElement_ = false;
 }
 
 // A broken document may close more than it has opened. The DOM then goes on in the root element.
@@ -147,6 +123,7 @@ void DocumentParser::CloseParent() {
     parent_ = const_cast<Element*>(Root());
     current_ = parent_;
   }
+  if (parent_ == &document_) withinElement_ = false;
 }
 
 void DocumentParser::docCharacters(const XMLCh* text, XMLSize_t length, bool isCData) {
@@ -172,8 +149,7 @@ void DocumentParser::docPI(const XMLCh* target, const XMLCh* data) {
   Append<Node>(NodeKind::kInstruction);
 }
 
-void DocumentParser::startEntityReference(const xercesc::XMLEntityDecl& entity) {
-  getDocument()->createEntityReference(entity.getName());  // refuses odd names
+void DocumentParser::startEntityReference(const xercesc::XMLEntityDecl&) {
   parent_ = Append<ParentNode>(NodeKind::kEntityReference);
 }
 

@@ -49,7 +49,6 @@ class DocumentParser final : public xercesc::XercesDOMParser {
   const btkWChar* Copy(const XMLCh* text);
   std::span<const Attribute> CopyAttributes(
       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count);
-  void CheckDefaults(const xercesc::XMLElementDecl& declaration);
   void CloseParent();
 
   Arena arena_;
