@@ -39,26 +39,30 @@ class Arena {
   struct Block {
     Block* older;
   };
-  static constexpr std::size_t kAlignment = alignof(std::max_align_t);
+  static constexpr std::size_t kAlignment = alignof(void*);  // nothing in a tree needs more
   static constexpr std::size_t kFirstBlock = 4096;
-  static constexpr std::size_t kLargestBlock = 256 * 1024;
+  static constexpr std::size_t kLargeBlock = 256 * 1024;
 
   static xercesc::MemoryManager& Memory() { return *xercesc::XMLPlatformUtils::fgMemoryManager; }
 
   void AddBlock(std::size_t least) {
-    const std::size_t header = std::max(sizeof(Block), kAlignment);
+    constexpr std::size_t header = sizeof(Block);
     const std::size_t size = std::max(blockSize_, header + least);
     char* const block = static_cast<char*>(Memory().allocate(size));
     newest_ = new (block) Block{newest_};
     next_ = block + header;
     end_ = block + size;
-    blockSize_ = std::min(blockSize_ * 2, kLargestBlock);
+    // Blocks that are large beside the heap's other ones are mapped one by one and leave no holes
+    // when they are given back.
+    total_ += size;
+    blockSize_ = std::max(std::min(blockSize_ * 2, kLargeBlock), total_ / 4);
   }
 
   Block* newest_ = nullptr;
   char* next_ = nullptr;
   char* end_ = nullptr;
   std::size_t blockSize_ = kFirstBlock;
+  std::size_t total_ = 0;
 };
 
 }  // namespace tarnmf
