@@ -4,6 +4,9 @@
 #include <system_error>
 #include <uuid/uuid.h>
 
+#include "platform/host/file_status.h"
+#include "platform/host/path_rules.h"
+
 #if defined(_WIN32)
 #include <windows.h>
 #else
@@ -11,8 +14,6 @@
 #endif
 
 namespace {
-
-namespace fs = std::filesystem;
 
 // The names of load-point ids hang below this one.
 constexpr UniIdT kLoadpointNamespace = {{0x1d, 0x92, 0x6e, 0x40, 0x35, 0xb8, 0x4f, 0x61, 0x8c, 0x07,
@@ -45,12 +46,12 @@ btkHostEnvCmdT CopyOf(const EnvCmdT& command) {
 
 // ---- Where the file of a module may lie --------------------------------------------------------
 
-fs::path PathOf(const btkWChar* text) {
+std::string NarrowOf(const btkWChar* text) {
   return btkFSPath(text).NarrowText();
 }
 
 std::string FileName(const char* type, const btkWChar* name, std::uint32_t flags) {
-  std::string plain = btkFSPath(name).NarrowText();
+  std::string plain = NarrowOf(name);
   if ((flags & kBtkExplicitName) != 0) return plain;
 #if defined(_WIN32)
   return plain + (btkIsSharedLibType(type) ? ".dll" : ".exe");
@@ -59,16 +60,17 @@ std::string FileName(const char* type, const btkWChar* name, std::uint32_t flags
 #endif
 }
 
-std::vector<fs::path> Folders(const btkWChar* path, std::uint32_t flags, const btkWChar* loadpoint,
-                              const char* machine) {
-  const fs::path below = PathOf(path);
-  if ((flags & kBtkForcePath) != 0) return {below};
+// Where a module's file may be, in the order in which it is looked for.
+std::vector<std::string> Candidates(const std::string& fileName, const btkWChar* path,
+                                    std::uint32_t flags, const btkWChar* loadpoint,
+                                    const char* machine) {
+  const std::string folder = NarrowOf(path);
+  if ((flags & kBtkForcePath) != 0) return {JoinPath({folder, fileName})};
   if (loadpoint == nullptr || *loadpoint == 0) return {};
-  const fs::path root = PathOf(loadpoint);
+  const std::string root = NarrowOf(loadpoint);
   const bool native = machine == nullptr || *machine == '\0';
-  // relative_path: what stands below the load point cannot lead out of it by being absolute.
-  return {root / (native ? btkGetVexMachine() : machine) / below.relative_path(),
-          root / below.relative_path()};
+  return {JoinPath({root, native ? btkGetVexMachine() : machine, folder, fileName}),
+          JoinPath({root, folder, fileName})};
 }
 
 }  // namespace
@@ -110,7 +112,7 @@ BtkErrorT btkHostDlmManager::RegisterLayout(const btkWChar* base, const char* ma
 bool btkHostDlmManager::HasMachineVariant(const btkWChar* loadpoint, const char* machine) {
   if (loadpoint == nullptr) return false;
   std::error_code error;
-  return fs::is_directory(PathOf(loadpoint) / TextOf(machine), error);
+  return std::filesystem::is_directory(JoinPath({NarrowOf(loadpoint), TextOf(machine)}), error);
 }
 
 BtkErrorT btkHostDlmManager::ResolveModule(btkZString* result, const char* id, const char* type,
@@ -118,19 +120,16 @@ BtkErrorT btkHostDlmManager::ResolveModule(btkZString* result, const char* id, c
                                            std::uint32_t flags, const btkWChar* loadpoint,
                                            const char* machine, std::int32_t /*abits*/,
                                            const btkModuleVersionT* /*version*/) {
-  btkHostResolutionT resolution{TextOf(id), TextOf(loadpoint), TextOf(machine), {}, {}};
-  const std::string fileName = FileName(type, name, flags);
-  for (const fs::path& folder : Folders(path, flags, loadpoint, machine)) {
-    const std::string file = (folder / fileName).string();
-    resolution.tried.push_back(file);
-    std::error_code error;
-    if (!fs::is_regular_file(file, error)) continue;
-    resolution.file = file;
-    break;
+  resolutions_.push_back({TextOf(id), TextOf(loadpoint), TextOf(machine), {}, {}});
+  btkHostResolutionT& resolution = resolutions_.back();
+  for (std::string& file :
+       Candidates(FileName(type, name, flags), path, flags, loadpoint, machine)) {
+    if (IsRegularFile(file.c_str())) resolution.file = file;
+    resolution.tried.push_back(std::move(file));
+    if (!resolution.file.empty()) break;
   }
   const bool found = !resolution.file.empty();
   if (found) *result = resolution.file.c_str();
-  resolutions_.push_back(std::move(resolution));
   return found ? kBtkOk : kBtkNotFound;
 }
 

@@ -8,19 +8,11 @@
 #include <system_error>
 #include <utf8.h>
 
+#include "platform/host/path_rules.h"
+
 namespace {
 
 namespace fs = std::filesystem;
-
-#if defined(_WIN32)
-constexpr std::string_view kSeparators = "/\\";
-#else
-constexpr std::string_view kSeparators = "/";
-#endif
-
-bool IsSeparator(char character) {
-  return kSeparators.find(character) != std::string_view::npos;
-}
 
 using WideString = std::basic_string<btkWChar>;
 
@@ -80,15 +72,15 @@ std::basic_string_view<Char> TextOrEmpty(const Char* text) {
 
 // Without the separators at its end; the root keeps one.
 std::string_view WithoutTrailingSeparators(std::string_view path) {
-  while (path.size() > 1 && IsSeparator(path.back()))
+  while (path.size() > 1 && IsPathSeparator(path.back()))
     path.remove_suffix(1);
   return path;
 }
 
 std::string_view LastComponent(std::string_view path) {
   path = WithoutTrailingSeparators(path);
-  const std::size_t separator = path.find_last_of(kSeparators);
-  return separator == std::string_view::npos ? path : path.substr(separator + 1);
+  const auto separator = std::find_if(path.rbegin(), path.rend(), IsPathSeparator<char>);
+  return path.substr(path.size() - static_cast<std::size_t>(separator - path.rbegin()));
 }
 
 bool Matches(const char* pattern, const char* name) {
@@ -121,6 +113,22 @@ std::vector<std::string> MatchingFiles(const char* directory, const char* patter
 }
 
 }  // namespace
+
+std::string JoinPath(std::initializer_list<std::string_view> components) {
+  std::size_t size = components.size();
+  for (const std::string_view component : components)
+    size += component.size();
+  std::string path;
+  path.reserve(size);
+  for (std::string_view component : components) {
+    while (!path.empty() && !component.empty() && IsPathSeparator(component.front()))
+      component.remove_prefix(1);
+    if (component.empty()) continue;
+    if (!path.empty() && !IsPathSeparator(path.back())) path += '/';
+    path += component;
+  }
+  return path;
+}
 
 btkZString::btkZString(const char* text) : text_(TextOrEmpty(text)) {}
 
@@ -156,7 +164,7 @@ btkZString btkFSEntry::GetTail() const {
 }
 
 btkFSEntry& btkFSEntry::operator/=(const char* component) {
-  if (!path_.empty() && !IsSeparator(path_.back())) path_ += '/';
+  if (!path_.empty() && !IsPathSeparator(path_.back())) path_ += '/';
   path_ += component;
   return *this;
 }

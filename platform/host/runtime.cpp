@@ -4,21 +4,14 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "platform/host/path_rules.h"
 #include "platform/text.h"
 
 namespace {
 
-bool IsSeparator(btkWChar unit) {
-#if defined(_WIN32)
-  return unit == BTK_W('/') || unit == BTK_W('\\');
-#else
-  return unit == BTK_W('/');
-#endif
-}
-
 // True at the end of a path, where one separator may stand; the root itself keeps its own.
 bool IsEnd(const btkWChar* path, std::size_t at) {
-  return path[at] == 0 || (at > 0 && IsSeparator(path[at]) && path[at + 1] == 0);
+  return path[at] == 0 || (at > 0 && IsPathSeparator(path[at]) && path[at + 1] == 0);
 }
 
 // How two keys stand of which one is null: null sorts first.

@@ -3,27 +3,10 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/host/file_status.h"
 #include "platform/runtime.h"
 
-#if !defined(_WIN32)
-#include <sys/stat.h>
-#endif
-
 class btkIOSerializer {};
-
-namespace {
-
-// The C library opens a directory and fails only when it is read.
-bool IsDirectory(std::FILE* file) {
-#if defined(_WIN32)
-  return false;  // there it fails when it is opened
-#else
-  struct stat status {};
-  return fstat(fileno(file), &status) == 0 && S_ISDIR(status.st_mode);
-#endif
-}
-
-}  // namespace
 
 btkIOSerializer* btkGetAsciiSerializer() {
   static btkIOSerializer serializer;
@@ -51,6 +34,7 @@ BtkErrorT btkFileStream::Open(const char* path, int /*mode*/, btkIOSerializer* /
   if (file_ == nullptr) return kBtkMissing;
   // Who reads a stream has a buffer of its own.
   std::setvbuf(file_, nullptr, _IONBF, 0);
+  // The C library opens a directory and fails only when it is read.
   if (!IsDirectory(file_)) return kBtkOk;
   Close();
   return kBtkMissing;
