@@ -21,11 +21,6 @@ BisectResult FindName(const liMfRepoBaseImpl& repo, const char* name) {
   });
 }
 
-BisectResult FindBucket(const BucketIndex& index, const char* name) {
-  return Bisect(index.Count(),
-                [&](std::int32_t i) { return CmpCase_cStrings_Safe(&index[i].key, &name); });
-}
-
 BisectResult FindByPath(const LoadpointIndex& index, const btkWChar* path) {
   return Bisect(index.Count(), [&](std::int32_t i) {
     const btkWChar* const filed = index[i]->data.loadpoint;
@@ -69,14 +64,11 @@ const char* Intern(liMfRepoBaseImpl& repo, const char* name) {
 
 // The bucket of a name, made when there is none yet; null when out of memory.
 ResolveBucketT* BucketOf(liMfRepoBaseImpl& repo, BucketIndex& index, const char* name) {
-  const char* const pooled = Intern(repo, name);
-  if (pooled == nullptr) return nullptr;
-  const BisectResult at = FindBucket(index, pooled);
+  const BisectResult at = index.Find(name);
   if (at.found) return &index[at.place];
-  if (!index.ReserveMore(1)) return nullptr;
-  ResolveBucketT& bucket = index.EmplaceReserved(at.place);
-  bucket.key = pooled;
-  return &bucket;
+  const char* const pooled = Intern(repo, name);
+  if (pooled == nullptr || !index.ReserveOne()) return nullptr;
+  return &index.EmplaceReserved(at.place, pooled);
 }
 
 // Inserts after all entries of the same version, so that entries of equal version keep the order in
@@ -183,7 +175,7 @@ MfServiceRoleT* liMfRepoBaseImpl::FindService(const UniIdT* svcid, const btkWCha
 
 MfSvcResolveT* liMfRepoBaseImpl::FindClassImpl(const UniIdT* scope, const char* name,
                                                std::int16_t reqVersion, std::int16_t limit) {
-  const BisectResult at = FindBucket(classIndex, name);
+  const BisectResult at = classIndex.Find(name);
   if (!at.found) return nullptr;
   const ResolveBucketT& bucket = classIndex[at.place];
   const auto threshold = static_cast<std::int16_t>(VersionKey(reqVersion < 0 ? 0 : reqVersion) - 1);

@@ -9,7 +9,9 @@
 #include "tarnmf/publisher.h"
 #include "tarnmf/repository.h"
 
+#include "platform/runtime.h"
 #include "platform/unique_id.h"
+#include "repository/name_index.h"
 #include "support/growable_array.h"
 
 namespace tarnmf {
@@ -38,7 +40,12 @@ struct ResolveBucketT {
 template <>
 inline constexpr bool kMovesAsBytes<ResolveBucketT> = true;
 
-using BucketIndex = GrowableArray<ResolveBucketT, 32, DestroysElements>;
+struct PlatformOrder {
+  int operator()(const char* left, const char* right) const {
+    return CmpCase_cStrings_Safe(&left, &right);
+  }
+};
+using BucketIndex = NameIndex<ResolveBucketT, 32, DestroysElements, PlatformOrder>;
 using NamePool = GrowableArray<char*, 8, FreesStrings>;
 using ServiceEntryIndex = GrowableArray<MfSvcResolveT*, 8>;
 using LoadpointIndex = GrowableArray<MfLdpEntryT*, 2>;

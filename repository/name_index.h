@@ -1,0 +1,73 @@
+// A sorted array of things that have a unique name, searched by bisection.
+//
+// The order is that of a comparator in another library, and the names lie all over memory, so that
+// each step of a plain bisection costs a call and two cache misses. Therefore the array is
+// accompanied by one of heads: of each name the eight bytes after a prefix that most names share,
+// as a number. A bisection over the heads, which compare as the bytes do, guesses where a name is;
+// the comparator then decides, in most cases by one call for a name that is there and by two for
+// one that is not. A guess that it refutes, as one whose order is not that of the bytes will, only
+// costs time: what the guess left out is bisected.
+#ifndef REPOSITORY_NAME_INDEX_H
+#define REPOSITORY_NAME_INDEX_H
+
+#include <cstdint>
+
+#include "repository/name_heads.h"
+#include "support/bisect.h"
+#include "support/growable_array.h"
+
+namespace tarnmf {
+
+// `Order` compares two names as strcmp does; Element has a member `key`, its name, which must stay
+// where it is and as it is for as long as the element is here. Step and Owner are the array's.
+template <class Element, std::int32_t Step, class Owner, class Order>
+class NameIndex {
+ public:
+  std::int32_t Count() const { return elements_.Count(); }
+  bool Empty() const { return elements_.Empty(); }
+  Element& operator[](std::int32_t index) const { return elements_[index]; }
+
+  // `name` may be null.
+  BisectResult Find(const char* name) const {
+    const HeadRange guess = heads_.Guess(name);
+    const BisectResult at = Search(guess.first, guess.last, name);
+    if (at.found) return at;
+    if (at.place == guess.first && at.place > 0 && Compare(at.place - 1, name) >= 0)
+      return Search(0, at.place, name);
+    if (at.place == guess.last && at.place < Count() && Compare(at.place, name) <= 0)
+      return Search(at.place, Count(), name);
+    return at;
+  }
+
+  // Makes room for one more element; false when out of memory.
+  [[nodiscard]] bool ReserveOne() { return elements_.ReserveMore(1) && heads_.ReserveOne(); }
+
+  // Inserts an element that has the name `key` and is otherwise value-initialised.
+  // REQUIRES: room was made before; `place` is where Find has missed the name.
+  Element& EmplaceReserved(std::int32_t place, const char* key) {
+    Element& element = elements_.EmplaceReserved(place);
+    element.key = key;
+    heads_.InsertReserved(place, key);
+    if (heads_.IsStale()) heads_.Renew([&](std::int32_t i) { return elements_[i].key; });
+    return element;
+  }
+
+ private:
+  int Compare(std::int32_t index, const char* name) const {
+    return Order{}(elements_[index].key, name);
+  }
+
+  BisectResult Search(std::int32_t first, std::int32_t last, const char* name) const {
+    BisectResult at =
+        Bisect(last - first, [&](std::int32_t i) { return Compare(first + i, name); });
+    at.place += first;
+    return at;
+  }
+
+  GrowableArray<Element, Step, Owner> elements_;
+  NameHeads heads_;  // one for each element
+};
+
+}  // namespace tarnmf
+
+#endif  // REPOSITORY_NAME_INDEX_H
