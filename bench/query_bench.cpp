@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <random>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -156,18 +157,19 @@ std::string ClassName(NameStyle style, std::mt19937_64& random, bool filed) {
 // N classes of one version, and what is asked for: names in random order, so often that no branch
 // predictor learns them.
 struct FiledClasses {
-  FiledClasses(NameStyle style, std::size_t count) : repo(new liMfRepoBaseImpl) {
+  FiledClasses(NameStyle style, std::size_t count) : classes(count), repo(new liMfRepoBaseImpl) {
     std::mt19937_64 random(2);
-    while (byName.size() < count)
-      byName[ClassName(style, random, true)];
-    classes = std::vector<MfIntfClassT>(count);
-    std::size_t next = 0;
-    for (auto& [name, entries] : byName) {  // in their order: filing moves what sorts after
-      if (!FileClassEntry(*repo, name.c_str(), &kBtkNullUniId, &kBtkNullUniId, kMfPerLdp,
-                          &classes[next++]))
+    std::set<std::string> names;
+    while (names.size() < count)
+      names.insert(ClassName(style, random, true));
+    hits.assign(names.begin(), names.end());
+    // A million names would take half an hour in random order: each moves what sorts after it.
+    if (count <= 100'000) std::shuffle(hits.begin(), hits.end(), random);
+    for (MfIntfClassT& cls : classes) {
+      const std::string& name = hits[static_cast<std::size_t>(&cls - classes.data())];
+      if (!FileClassEntry(*repo, name.c_str(), &kBtkNullUniId, &kBtkNullUniId, kMfPerLdp, &cls))
         throw std::bad_alloc();
-      entries.push_back(repo->FindClassImpl(&kBtkNullUniId, name.c_str(), 0, 0));
-      hits.push_back(name);
+      byName[name].push_back(repo->FindClassImpl(&kBtkNullUniId, name.c_str(), 0, 0));
     }
     for (std::size_t i = hits.size(); i < 100'000; ++i)
       hits.push_back(hits[i - count]);

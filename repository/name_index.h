@@ -29,7 +29,7 @@ class NameIndex {
 
   // `name` may be null.
   BisectResult Find(const char* name) const {
-    const HeadRange guess = heads_.Guess(name);
+    const IndexRange guess = heads_.Guess(name);
     const BisectResult at = Search(guess.first, guess.last, name);
     if (at.found) return at;
     if (at.place == guess.first && at.place > 0 && Compare(at.place - 1, name) >= 0)

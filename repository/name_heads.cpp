@@ -1,0 +1,79 @@
+#include "repository/name_heads.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace tarnmf {
+
+IndexRange NameHeads::Guess(const char* name) const {
+  if (!areUseful_ || name == nullptr) return {0, heads_.Count()};
+  const Head sought = HeadOf(name);
+  const std::int32_t last = LastNotAbove(sought);
+  return {heads_[last] == sought ? StartOfRun(last) : last, last + 1};
+}
+
+void NameHeads::InsertReserved(std::int32_t place, const char* name) {
+  const Head head = HeadOf(name);
+  heads_.InsertReserved(place, head);
+  staleness_ += head == kBelowPrefix || head == kAbovePrefix ? kStrangerWeight : 1;
+}
+
+// What two names in the order of their bytes share, all names between them share too.
+void NameHeads::SetPrefix(const char* left, const char* right) {
+  prefix_ = left;
+  prefixLength_ = 0;
+  while (left[prefixLength_] != '\0' && left[prefixLength_] == right[prefixLength_])
+    ++prefixLength_;
+}
+
+// Short names are filled up with zeros.
+NameHeads::Head NameHeads::HeadOf(const char* name) const {
+  const int order = std::strncmp(name, prefix_, prefixLength_);
+  if (order != 0) return order < 0 ? kBelowPrefix : kAbovePrefix;
+  name += prefixLength_;
+  Head head = 0;
+  for (int shift = 56; shift >= 0 && *name != '\0'; shift -= 8)
+    head |= Head{static_cast<unsigned char>(*name++)} << shift;
+  return head;
+}
+
+// Heads that do not ascend belong to another order than that of the bytes. Of equal ones a few are
+// left: a search among them saves too few steps to be worth its time.
+bool NameHeads::TellNamesApart() const {
+  constexpr std::int32_t kMany = 32;
+  std::int32_t distinct = 1;
+  for (std::int32_t i = 1; i < heads_.Count(); ++i) {
+    if (heads_[i - 1] > heads_[i]) return false;
+    distinct += heads_[i - 1] != heads_[i] ? 1 : 0;
+  }
+  return distinct >= std::min(kMany, heads_.Count() / 2);
+}
+
+// A processor would predict every other step wrongly: there is no branch to predict. It can't run
+// ahead then, so what the next step may look at is fetched here.
+std::int32_t NameHeads::LastNotAbove(Head sought) const {
+  const Head* last = heads_.begin();
+  for (std::int32_t count = heads_.Count(); count > 1;) {
+    const std::int32_t half = count / 2;
+    count -= half;
+    __builtin_prefetch(last + count / 2);
+    __builtin_prefetch(last + half + count / 2);
+    last += half & -static_cast<std::int32_t>(last[half] <= sought);
+  }
+  return static_cast<std::int32_t>(last - heads_.begin());
+}
+
+// Most runs are short: looks back in growing steps.
+std::int32_t NameHeads::StartOfRun(std::int32_t last) const {
+  const Head* const begin = heads_.begin();
+  const Head sought = heads_[last];
+  std::int32_t first = last;
+  for (std::int32_t step = 1; first > 0 && heads_[first - 1] == sought; step *= 2) {
+    last = first - 1;
+    first = std::max(last - step, 0);
+    if (heads_[first] != sought) break;
+  }
+  return static_cast<std::int32_t>(std::lower_bound(begin + first, begin + last, sought) - begin);
+}
+
+}  // namespace tarnmf
