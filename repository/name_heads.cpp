@@ -4,6 +4,30 @@
 #include <cstring>
 
 namespace tarnmf {
+namespace {
+
+// A character's place among those that make names: the end of a name, all signs before the digits,
+// digits and letters, in the order of their bytes. Any other counts as the one of these before it:
+// names that differ only there have equal heads. So a head holds ten characters, not eight.
+struct CharacterPlaces {
+  std::uint8_t of[256];
+};
+constexpr CharacterPlaces kPlaces = [] {
+  CharacterPlaces places{};
+  std::uint8_t place = 0;
+  for (int character = 1; character < 256; ++character) {
+    const bool counts = character == 1 || (character >= '0' && character <= '9') ||
+                        (character >= 'A' && character <= 'Z') ||
+                        (character >= 'a' && character <= 'z');
+    if (counts) ++place;
+    places.of[character] = place;
+  }
+  return places;
+}();
+constexpr int kBitsOfPlace = 6;
+static_assert(kPlaces.of[255] < 1 << kBitsOfPlace);
+
+}  // namespace
 
 IndexRange NameHeads::Guess(const char* name) const {
   if (!areUseful_ || name == nullptr) return {0, heads_.Count()};
@@ -32,8 +56,8 @@ NameHeads::Head NameHeads::HeadOf(const char* name) const {
   if (order != 0) return order < 0 ? kBelowPrefix : kAbovePrefix;
   name += prefixLength_;
   Head head = 0;
-  for (int shift = 56; shift >= 0 && *name != '\0'; shift -= 8)
-    head |= Head{static_cast<unsigned char>(*name++)} << shift;
+  for (int shift = 64 - kBitsOfPlace; shift >= 0 && *name != '\0'; shift -= kBitsOfPlace)
+    head |= Head{kPlaces.of[static_cast<unsigned char>(*name++)]} << shift;
   return head;
 }
 

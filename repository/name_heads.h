@@ -1,5 +1,5 @@
-// The heads of the names of a sorted array: of each name eight bytes as a number, so that a bisection
-// need not touch the names themselves.
+// The heads of the names of a sorted array: of each name a few characters as a number of eight bytes,
+// so that a bisection need not touch the names themselves.
 #ifndef REPOSITORY_NAME_HEADS_H
 #define REPOSITORY_NAME_HEADS_H
 
@@ -17,7 +17,7 @@ struct IndexRange {
   std::int32_t last;
 };
 
-// A head is made of the bytes after a prefix that most of the names share. A name that does not
+// A head is made of the characters after a prefix that most of the names share. A name that does not
 // begin with the prefix has the least or the greatest head, as it sorts before or after the prefix.
 // So names in the order of their bytes have ascending heads, whatever the prefix is, and a few
 // strange names do not spoil the heads of all others.

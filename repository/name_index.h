@@ -1,12 +1,11 @@
 // A sorted array of things that have a unique name, searched by bisection.
 //
 // The order is that of a comparator in another library, and the names lie all over memory, so that
-// each step of a plain bisection costs a call and two cache misses. Therefore the array is
-// accompanied by one of heads: of each name the eight bytes after a prefix that most names share,
-// as a number. A bisection over the heads, which compare as the bytes do, guesses where a name is;
-// the comparator then decides, in most cases by one call for a name that is there and by two for
-// one that is not. A guess that it refutes, as one whose order is not that of the bytes will, only
-// costs time: what the guess left out is bisected.
+// each step of a plain bisection costs a call and two cache misses. Heads (see name_heads.h) stand
+// beside the array: a bisection over these numbers guesses where a name is. The comparator decides
+// nevertheless: it searches the names with equal heads, and confirms that a name which is not among
+// them belongs there. Where it refutes the guess, as it may when its order is not that of the bytes,
+// what the guess left out is searched too. So a wrong guess only costs time.
 #ifndef REPOSITORY_NAME_INDEX_H
 #define REPOSITORY_NAME_INDEX_H
 

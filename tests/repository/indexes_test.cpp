@@ -1,14 +1,18 @@
 #include "repository/indexes.h"
 
 #include <algorithm>
+#include <cstring>
 #include <gtest/gtest.h>
+#include <list>
 #include <map>
 #include <random>
 #include <string>
 #include <tuple>
 #include <vector>
 
+#include "platform/runtime.h"
 #include "platform/unique_id.h"
+#include "repository/name_index.h"
 #include "tests/support/allocation_fault.h"
 
 namespace tarnmf {
@@ -16,6 +20,16 @@ namespace {
 
 UniIdT Id(int number) {
   return {{static_cast<std::uint8_t>(number >> 8), static_cast<std::uint8_t>(number)}};
+}
+
+// Names of up to nine bytes of few values, so that many are prefixes of others, bare or after a long
+// prefix that the first names have in common.
+std::string SomeName(std::mt19937& random, bool strange) {
+  std::string name = strange && random() % 8 == 0 ? "" : "com.example.component.";
+  if (strange && random() % 16 == 0) name = "com.vendor.component.";
+  for (auto length = random() % 10; length > 0; --length)
+    name += "aAbBz_.1\x80\xff"[random() % 10];
+  return name;
 }
 
 bool IsBelow(const UniIdT& left, const UniIdT& right) {
@@ -32,7 +46,7 @@ class Model {
     constexpr std::int16_t kOdd[] = {-32768, -16385, -16384, -1, 16383, 16384, 32767};
     return Number(20) == 0 ? kOdd[Number(7)] : static_cast<std::int16_t>(Number(12));
   }
-  std::string Name() { return (Number(2) == 0 ? "Class" : "class") + std::to_string(Number(2000)); }
+  std::string Name() { return SomeName(random_, true); }
 
   void FileAll(liMfRepoBaseImpl& repo) {
     for (MfIntfClassT& cls : classes_) {
@@ -111,6 +125,78 @@ TEST(Indexes, AnswerLikeALinearSearch) {
   for (const auto& [id, expected] : model.services) {
     const MfSvcResolveT* const entry = repo->FindServiceEntry(&id);
     ASSERT_TRUE(entry != nullptr && entry->record == expected && next++->record == expected);
+  }
+}
+
+int g_comparisons = 0;
+
+template <auto Compare>
+struct OrderBy {
+  int operator()(const char* left, const char* right) const {
+    ++g_comparisons;
+    return Compare(left, right);
+  }
+};
+using ByBytes = OrderBy<std::strcmp>;
+using Backwards =
+    OrderBy<[](const char* left, const char* right) { return std::strcmp(right, left); }>;
+using IgnoringLetterCase = OrderBy<btk_strcasecmp>;
+
+struct NamedT {
+  const char* key;
+};
+
+template <class Order>
+struct FiledNames {
+  void Find(const std::string& name) { at = index.Find(name.c_str()); }
+  void File(const std::string& name) {
+    Find(name);
+    if (at.found || !index.ReserveOne()) return;
+    index.EmplaceReserved(at.place, names.emplace_back(name).c_str());
+  }
+
+  BisectResult at;
+  std::list<std::string> names;
+  NameIndex<NamedT, 32, BorrowsElements, Order> index;
+};
+
+template <class Order>
+void ExpectLinearSearch() {
+  std::mt19937 random(7);
+  FiledNames<Order> filed;
+  for (int i = 0; i < 3000; ++i) {
+    const std::string name = SomeName(random, i > 300);
+    int below = 0;
+    bool found = false;
+    for (const std::string& other : filed.names) {
+      const int order = Order{}(other.c_str(), name.c_str());
+      below += order < 0 ? 1 : 0;
+      found = found || order == 0;
+    }
+    filed.File(name);
+    ASSERT_TRUE(filed.at.place == below && filed.at.found == found) << name;
+  }
+}
+TEST(NameIndex, FindsLikeALinearSearchInAnyOrder) {
+  ExpectLinearSearch<ByBytes>();
+  ExpectLinearSearch<Backwards>();
+  ExpectLinearSearch<IgnoringLetterCase>();
+}
+
+// A wrong guess shows in nothing but the number of comparisons.
+TEST(NameIndex, ComparesOnceOrTwiceAmongNamesWithAPrefix) {
+  const auto isStrange = [](int i) { return i % 35 == 0; };
+  const auto name = [&](int i) {
+    return (isStrange(i) ? "a." : "com.example.component") + std::to_string(100000 + i);
+  };
+  FiledNames<ByBytes> filed;
+  for (int i = 1; i < 5000; i += 2)
+    filed.File(name(i * 7 % 5000));
+  for (int i = 1; i < 4999; ++i) {
+    g_comparisons = 0;
+    filed.Find(name(i));
+    EXPECT_EQ(filed.at.found, i % 2 == 1);
+    EXPECT_LE(g_comparisons, isStrange(i) ? 9 : filed.at.found ? 1 : 2) << name(i);
   }
 }
 
