@@ -62,15 +62,15 @@ void DocumentParser::AppendText(const XMLCh* text, XMLSize_t length) {
                                                        : Append<TextNode>(NodeKind::kText);
   const std::size_t whole = node->length + length;
   if (node->text == nullptr || whole > node->capacity) {
-    const std::size_t capacity = std::max<std::size_t>(whole, std::size_t{2} * node->capacity);
+    const std::size_t capacity = std::max(whole, 2 * node->capacity);
     auto* const room = arena_.AllocateArray<btkWChar>(capacity + 1);
     std::copy_n(node->text, node->length, room);
     node->text = room;
-    node->capacity = static_cast<std::uint32_t>(capacity);
+    node->capacity = capacity;
   }
   std::copy_n(text, length, node->text + node->length);
   node->text[whole] = 0;
-  node->length = static_cast<std::uint32_t>(whole);
+  node->length = whole;
 }
 
 const btkWChar* DocumentParser::Copy(const XMLCh* text) {

@@ -4,6 +4,7 @@
 #define XML_TREE_H
 
 #include <cassert>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 
@@ -43,8 +44,8 @@ struct Node {
 
 struct TextNode : Node {
   btkWChar* text;  // with a NUL after it
-  std::uint32_t length;
-  std::uint32_t capacity;  // units without the NUL that there is room for
+  std::size_t length;
+  std::size_t capacity;  // units without the NUL that there is room for
 };
 
 // An element; the document, which holds the root; or an entity reference, which holds what the

@@ -1,13 +1,19 @@
 // The tree that the readers walk says what the XML library's own DOM would have said.
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <random>
 
 #include "tests/support/documents.h"
 #include "tests/support/everything.h"
+#include "tests/support/temp_directory.h"
 #include "tests/xml/dom_oracle.h"
 
 namespace tarnmf::test {
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::size_t kWholeReads = 1 << 20;
 
@@ -121,6 +127,16 @@ class OracleTest : public testing::Test {
     for (const FileCase& one : ReadDocumentCases(TARNMF_CASES))
       documents_.push_back(one.input);
     documents_.push_back(kEverything);
+    for (const char* folder : {"fuzz/corpus", "samples"}) {
+      for (const auto& entry : fs::recursive_directory_iterator(fs::path(TARNMF_SOURCE) / folder)) {
+        if (entry.is_regular_file()) documents_.push_back(TextOf(entry.path()));
+      }
+    }
+  }
+
+  static std::string TextOf(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
   }
 
   std::vector<std::string> documents_;
@@ -158,6 +174,29 @@ TEST_F(OracleTest, AgreesOnLongTextsAndManyAttributes) {
                "forcepath='no' description='d' apilevel='1' version='1' private='no' "
                "abits='32' TYPE='t' PATH='' NAME='' DESCRIPTION='x' Description=''" +
                std::string(more) + "/>"));
+  }
+}
+
+// Files that a document makes the XML library read.
+TEST_F(OracleTest, AgreesOnExternalFiles) {
+  const TempDirectory root;
+  const std::string dtd = root.Write("d.dtd",
+                                     "<!ELEMENT tarnmanifest (modules*)><!ENTITY e \"v\">"
+                                     "<!ATTLIST module id CDATA \"d\" path CDATA #FIXED \"p\">");
+  const std::string module = root.Write("m.xml", "<module id='x' name='n'/>");
+  const std::string broken = root.Write("b.xml", "<module id='x' name='n'>");
+  const std::string newer = root.Write("n.xml", "<?xml version='1.1'?><!-- \xc2\x85 -->");
+  for (const std::string& file : {dtd, module, broken, newer, root.Path().string(), dtd + "x"}) {
+    for (const std::string content :
+         {"<modules><module name='n'/></modules>", "<modules>&f;</modules>", "&f;",
+          "<modules><module id='&e;' name='n'/>&f;<module id='y' name='&f;'/></modules>",
+          "<runnable moduleref='m'><app nameid='a'><args><arg>&f;</arg><arg>a&f;</arg></args>"
+          "<env><set name='a'>b&f;c</set></env></app></runnable>"}) {
+      const std::string document = "<tarnmanifest version='1'>" + content + "</tarnmanifest>";
+      ExpectSame("<!DOCTYPE tarnmanifest SYSTEM '" + file + "'>" + document);
+      ExpectSame("<!DOCTYPE tarnmanifest SYSTEM '" + dtd + "' [<!ENTITY f SYSTEM '" + file +
+                 "'>]>" + document);
+    }
   }
 }
 
