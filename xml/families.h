@@ -52,8 +52,10 @@ struct Direct {
   }
 };
 
-template <auto Flags, std::uint32_t Bit>
+template <grammar::ValueKind Kind, auto Flags, std::uint32_t Bit>
 struct Flag {
+  static_assert(Kind == grammar::ValueKind::kBoolean);
+
   template <class Reader>
   static BtkErrorT Read(Reader& reader, const btkWChar* text) {
     bool value = false;

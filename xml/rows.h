@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 #include "grammar/grammar.h"
@@ -46,6 +45,28 @@ BtkErrorT ReadOnce(void* context, const btkWChar* text) {
   return kBtkOk;
 }
 
+// The handler of an attribute whose value is not read.
+template <grammar::ValueKind Kind>
+BtkErrorT LeaveUnread(void*, const btkWChar*) {
+  static_assert(Kind == grammar::ValueKind::kIgnored || Kind == grammar::ValueKind::kRefused);
+  return Kind == grammar::ValueKind::kRefused ? kBtkRefused : kBtkOk;
+}
+
+// The handler of an attribute that may be given again.
+template <class Reader, class Family>
+BtkErrorT ReadAgain(void* context, const btkWChar* text) {
+  return Family::Read(*static_cast<Reader*>(context), text);
+}
+
+// The handler of a child element.
+template <class Reader, BtkErrorT (*Read)(Reader&, const Element&)>
+BtkErrorT ReadChild(void* context, const Element& element) {
+  return Read(*static_cast<Reader*>(context), element);
+}
+
+template <const grammar::ElementT& Described, std::size_t Index>
+inline constexpr grammar::ValueKind kKindOf = Described.attributes[Index].kind;
+
 // ---- The rows of an attribute table ------------------------------------------------------------
 // Each has the name of its attribute and kHandler<Reader, Described, Index>, the handler for the
 // Index-th attribute of the element.
@@ -56,9 +77,10 @@ struct Row {
   static constexpr std::string_view kName = Name.Text();
 
   template <class Reader, const grammar::ElementT& Described, std::size_t Index>
-  static constexpr auto kHandler = &ReadOnce<
-      Reader, FamilyOf<Described.attributes[Index].kind, Described.attributes[Index].words, Field>,
-      SeenBit>;
+  static constexpr auto kHandler =
+      &ReadOnce<Reader,
+                FamilyOf<kKindOf<Described, Index>, Described.attributes[Index].words, Field>,
+                SeenBit>;
 };
 
 // A boolean that stands as one bit among others.
@@ -67,9 +89,8 @@ struct FlagRow {
   static constexpr std::string_view kName = Name.Text();
 
   template <class Reader, const grammar::ElementT& Described, std::size_t Index>
-  requires(Described.attributes[Index].kind ==
-           grammar::ValueKind::kBoolean) static constexpr auto kHandler =
-      &ReadOnce<Reader, Flag<Flags, Bit>, SeenBit>;
+  static constexpr auto kHandler =
+      &ReadOnce<Reader, Flag<kKindOf<Described, Index>, Flags, Bit>, SeenBit>;
 };
 
 // A text that its record may also borrow: the bit says that it owns this one.
@@ -79,8 +100,7 @@ struct OwnedRow {
 
   template <class Reader, const grammar::ElementT& Described, std::size_t Index>
   static constexpr auto kHandler =
-      &ReadOnce<Reader,
-                Owned<FamilyOf<Described.attributes[Index].kind, nullptr, Field>, Flags, OwnedBit>,
+      &ReadOnce<Reader, Owned<FamilyOf<kKindOf<Described, Index>, nullptr, Field>, Flags, OwnedBit>,
                 SeenBit>;
 };
 
@@ -99,9 +119,7 @@ struct RepeatableRow {
   static constexpr std::string_view kName = Name.Text();
 
   template <class Reader, const grammar::ElementT&, std::size_t>
-  static constexpr auto kHandler = +[](void* reader, const btkWChar* text) -> BtkErrorT {
-    return Family::Read(*static_cast<Reader*>(reader), text);
-  };
+  static constexpr auto kHandler = &ReadAgain<Reader, Family>;
 };
 
 // An attribute whose value is not read: it is ignored or refused.
@@ -110,12 +128,7 @@ struct UnreadRow {
   static constexpr std::string_view kName = Name.Text();
 
   template <class Reader, const grammar::ElementT& Described, std::size_t Index>
-  requires(Described.attributes[Index].kind == grammar::ValueKind::kIgnored ||
-           Described.attributes[Index].kind ==
-               grammar::ValueKind::kRefused) static constexpr auto kHandler =
-      +[](void*, const btkWChar*) -> BtkErrorT {
-    return Described.attributes[Index].kind == grammar::ValueKind::kRefused ? kBtkRefused : kBtkOk;
-  };
+  static constexpr auto kHandler = &LeaveUnread<kKindOf<Described, Index>>;
 };
 
 // ---- The rows of a table of child elements -----------------------------------------------------
@@ -125,11 +138,7 @@ struct Child {
   static constexpr std::string_view kName = Name.Text();
 
   template <class Reader>
-  requires(std::is_same_v<decltype(Read),
-                          BtkErrorT (*)(Reader&, const Element&)>) static constexpr auto kHandler =
-      +[](void* reader, const Element& element) -> BtkErrorT {
-    return Read(*static_cast<Reader*>(reader), element);
-  };
+  static constexpr auto kHandler = &ReadChild<Reader, Read>;
 };
 
 // ---- Tables ------------------------------------------------------------------------------------
