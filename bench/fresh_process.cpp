@@ -61,12 +61,12 @@ void WarmUp(Run run) {
 }  // namespace
 
 void WriteManifests(const std::filesystem::path& directory, std::int64_t files,
-                    const RecordCounts& counts) {
+                    const RecordCounts& counts, Detail detail) {
   std::filesystem::create_directories(directory);
   const std::int64_t numbers = std::max({counts.modules, counts.classes, counts.runnables});
   for (std::int64_t i = 0; i < files; ++i) {
     std::ofstream file(directory / (std::to_string(i) + ".tmfx"), std::ios::binary);
-    if (!(file << ManifestDocument(counts, i * numbers)).flush())
+    if (!(file << ManifestDocument(counts, i * numbers, detail)).flush())
       throw std::runtime_error("no file could be written");
   }
 }

@@ -10,7 +10,7 @@ namespace tarnmf::bench {
 
 // Writes `files` manifests with so many records each into a directory of their own.
 void WriteManifests(const std::filesystem::path& directory, std::int64_t files,
-                    const RecordCounts& counts);
+                    const RecordCounts& counts, Detail detail);
 
 // Seconds for the manifests of a directory, read, published and filed by Initialize with managers
 // that answer at once / parsed by the bare DOM parser.

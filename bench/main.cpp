@@ -2,7 +2,7 @@
 // makes a table of:
 //   tarnmf_bench pairs CONTEST SIZE SECONDS           seconds of ours and the other, a pair a line
 //   tarnmf_bench runs CONTEST SIZE ours|other COUNT   seconds of each run
-//   tarnmf_bench write DIRECTORY FILES MODULES CLASSES RUNNABLES
+//   tarnmf_bench write DIRECTORY FILES MODULES CLASSES RUNNABLES full|short
 //   tarnmf_bench start DIRECTORY ours|other           seconds of a start-up
 //   tarnmf_bench memory DIRECTORY ours|other          bytes: peak, what stays, what records take
 #include <cstdio>
@@ -27,6 +27,11 @@ constexpr int kFewestPairs = 9;
 bool IsOurs(const std::string& side) {
   if (side != "ours" && side != "other") throw std::invalid_argument("no side " + side);
   return side == "ours";
+}
+
+Detail DetailOf(const std::string& detail) {
+  if (detail != "full" && detail != "short") throw std::invalid_argument("no detail " + detail);
+  return detail == "full" ? Detail::kFull : Detail::kShort;
 }
 
 // The sides take turns, so that whatever slows the machine slows both. The first pair is not told:
@@ -63,7 +68,8 @@ void Run(const std::vector<std::string>& words) {
               std::stoi(words.at(4)));
   } else if (command == "write") {
     WriteManifests(words.at(1), std::stoll(words.at(2)),
-                   {std::stoll(words.at(3)), std::stoll(words.at(4)), std::stoll(words.at(5))});
+                   {std::stoll(words.at(3)), std::stoll(words.at(4)), std::stoll(words.at(5))},
+                   DetailOf(words.at(6)));
   } else if (command == "start") {
     std::printf("%.9f\n", IsOurs(words.at(2)) ? StartRepository(words[1]) : StartBareDom(words[1]));
   } else if (command == "memory") {
