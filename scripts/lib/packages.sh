@@ -4,10 +4,11 @@ build_packages=(
   g++ cmake ninja-build pkg-config git
   libxerces-c-dev libutfcpp-dev uuid-dev
   libcli11-dev nlohmann-json3-dev libfmt-dev
-  libgtest-dev libgmock-dev libbenchmark-dev
+  libgtest-dev libgmock-dev
 )
 # Tools that the results depend on: version 14, or the system's own where it has no such package.
 format_packages=(clang-format-14)
+bench_packages=(python3 valgrind)
 check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev doxygen)
 
 is_installed() {

@@ -1,13 +1,13 @@
 // Managers that agree to everything and keep nothing, so that what is measured is the library
 // alone.
-#ifndef TESTS_SUPPORT_QUIET_MANAGERS_H
-#define TESTS_SUPPORT_QUIET_MANAGERS_H
+#ifndef BENCH_QUIET_MANAGERS_H
+#define BENCH_QUIET_MANAGERS_H
 
 #include "platform/host/btkhost.h"
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
 
-namespace tarnmf::test {
+namespace tarnmf::bench {
 
 // Every module is found.
 class QuietDlmManager : public btkDlmManager, public btkHostIntfRegistry {
@@ -92,6 +92,6 @@ class QuietManagers {
   QuietServiceManager services_;
 };
 
-}  // namespace tarnmf::test
+}  // namespace tarnmf::bench
 
-#endif  // TESTS_SUPPORT_QUIET_MANAGERS_H
+#endif  // BENCH_QUIET_MANAGERS_H
