@@ -85,6 +85,10 @@ Refusal CheckImplementations(const MfModuleT& module) {
   return module.impls.count <= kFew ? CompareEachWithEach(module) : CompareSorted(module);
 }
 
+void FetchImplementations(const MfModuleT& module) {
+  Fetch(module.impls.items);
+}
+
 // The platform is asked for its machine type only where there is a module to choose for.
 Refusal CheckModules(const MfListT<MfModuleT>& modules, ModuleOrder& order, PublishIndexT& batch,
                      const PublishIndexT& merged) {
@@ -96,6 +100,7 @@ Refusal CheckModules(const MfListT<MfModuleT>& modules, ModuleOrder& order, Publ
   }
   const std::int32_t unique = repeats.Empty() ? modules.count : repeats[0].position;
   for (std::int32_t i = 0; i < unique; ++i) {
+    FetchAhead(modules, modules.count, i, FetchImplementations);
     MfModuleT& module = *modules[i];
     if (Refusal refusal = CheckImplementations(module)) return refusal;
     MfModuleImplT* const native = FindImplementation(module, machine);
@@ -154,6 +159,7 @@ Refusal CheckClasses(const MfListT<MfIntfClassT>& classes, const ModuleOrder& mo
   for (std::int32_t i = 0; i < classes.count; ++i) {
     const bool repeated = repeat != repeats.end() && repeat->position == i;
     MfIntfClassT* const earlier = repeated ? repeat++->earlier : nullptr;
+    FetchAhead(classes, classes.count, i, FetchModuleIds);
     if (Refusal refusal = CheckClass(*classes[i], earlier, roles)) return refusal;
   }
   return roles.FileModules(batch) ? Refusal{} : Refusal{.cause = RefusalCause::kOutOfMemory};

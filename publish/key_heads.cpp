@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "publish/fetch_ahead.h"
+
 namespace tarnmf {
 namespace {
 
@@ -29,8 +31,10 @@ std::uint64_t HeadOf(const char* text) {
 void TextHeads::Fit(const MfListT<MfModuleT>& modules) {
   prefix_ = modules[0]->id;
   prefixLength_ = prefix_ != nullptr ? std::strlen(prefix_) : 0;
-  for (const MfModuleT* module : modules) {
-    prefixLength_ = module->id != nullptr ? CommonLength(prefix_, module->id, prefixLength_) : 0;
+  for (std::int32_t i = 0; i < modules.count; ++i) {
+    FetchAhead(modules, modules.count, i, [](const MfModuleT& later) { Fetch(later.id); });
+    const char* const id = modules[i]->id;
+    prefixLength_ = id != nullptr ? CommonLength(prefix_, id, prefixLength_) : 0;
   }
 }
 
@@ -49,10 +53,11 @@ bool TextHeads::CouldHold(const char* id, std::uint64_t& head) const {
 void IdHeads::Fit(const MfListT<MfIntfClassT>& classes) {
   const UniIdT& first = classes[0]->ids[kMfClientSide];
   UniIdT differences{};
-  for (const MfIntfClassT* record : classes) {
-    const UniIdT& id = record->ids[kMfClientSide];
-    for (std::size_t i = 0; i < sizeof id.bytes; ++i)
-      differences.bytes[i] |= static_cast<std::uint8_t>(first.bytes[i] ^ id.bytes[i]);
+  for (std::int32_t i = 0; i < classes.count; ++i) {
+    FetchAhead(classes, classes.count, i, [](const MfIntfClassT&) {});
+    const UniIdT& id = classes[i]->ids[kMfClientSide];
+    for (std::size_t k = 0; k < sizeof id.bytes; ++k)
+      differences.bytes[k] |= static_cast<std::uint8_t>(first.bytes[k] ^ id.bytes[k]);
   }
   for (std::uint8_t i = 0; i < sizeof differences.bytes && placeCount_ < kHeadBytes; ++i) {
     if (differences.bytes[i] != 0) places_[placeCount_++] = i;

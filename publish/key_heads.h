@@ -9,6 +9,8 @@
 #include "tarnmf/list.h"
 #include "tarnmf/module.h"
 
+#include "publish/fetch_ahead.h"
+
 namespace tarnmf {
 
 // Heads of module ids: the eight bytes after what all ids of the batch start with. Zeros follow the
@@ -18,6 +20,7 @@ class TextHeads {
   // REQUIRES: `modules` is not empty.
   void Fit(const MfListT<MfModuleT>& modules);
   std::uint64_t Of(const MfModuleT& module) const;
+  static void FetchKey(const MfModuleT& module) { Fetch(module.id); }
 
   // Whether one of the modules may have this id, which then has this head.
   bool CouldHold(const char* id, std::uint64_t& head) const;
@@ -36,6 +39,7 @@ class IdHeads {
  public:
   void Fit(const MfListT<MfIntfClassT>& classes);
   std::uint64_t Of(const MfIntfClassT& record) const;
+  static void FetchKey(const MfIntfClassT&) {}
 
  private:
   std::uint8_t places_[sizeof(std::uint64_t)] = {};

@@ -7,6 +7,8 @@
 
 #include "tarnmf/list.h"
 
+#include "publish/fetch_ahead.h"
+#include "publish/head_sort.h"
 #include "publish/key_heads.h"
 #include "publish/publish_index.h"
 #include "support/bisect.h"
@@ -26,15 +28,12 @@ class KeyOrder {
     records_ = records;
     if (!entries_.Reserve(records.count)) return false;
     heads_.Fit(records);
-    for (std::int32_t i = 0; i < records.count; ++i)
+    for (std::int32_t i = 0; i < records.count; ++i) {
+      FetchAhead(records, records.count, i, Heads::FetchKey);
       entries_.AppendReserved({heads_.Of(*records[i]), i});
-    const auto before = [this](const Entry& left, const Entry& right) {
-      const int order = Compare(left, right);
-      return order != 0 ? order < 0 : left.position < right.position;
-    };
-    if (!std::is_sorted(entries_.begin(), entries_.end(), before)) {
-      std::sort(entries_.begin(), entries_.end(), before);
     }
+    if (!SortByHead(entries_)) return false;
+    SortEqualHeads();
     return true;
   }
 
@@ -50,26 +49,48 @@ class KeyOrder {
   BisectResult Find(const char* id) const {
     std::uint64_t head = 0;
     if (entries_.Empty() || !heads_.CouldHold(id, head)) return {0, false};
-    return Bisect(entries_.Count(), [&](std::int32_t rank) {
-      const Entry& entry = entries_[rank];
-      if (entry.head != head) return entry.head < head ? -1 : 1;
-      return Heads::IsWhole(head) ? 0 : CompareTexts((*this)[rank].id, id);
+    const std::int32_t first = FirstNotBelow(head);
+    if (entries_[first].head != head) return {first, false};
+    if (Heads::IsWhole(head)) return {first, true};
+    const BisectResult at = Bisect(Count() - first, [&](std::int32_t i) {
+      return entries_[first + i].head > head ? 1 : CompareTexts((*this)[first + i].id, id);
     });
+    return {first + at.place, at.found};
   }
 
  private:
-  struct Entry {
-    std::uint64_t head;
-    std::int32_t position;  // in the batch
-  };
+  // The rank of the first entry whose head is not below this one, or the last rank. Without branches
+  // that depend on the heads: half of them would be foretold wrongly.
+  std::int32_t FirstNotBelow(std::uint64_t head) const {
+    const KeyHead* first = entries_.begin();
+    for (std::int32_t count = entries_.Count(); count > 1;) {
+      const std::int32_t half = count / 2;
+      first += first[half - 1].head < head ? half : 0;
+      count -= half;
+    }
+    return static_cast<std::int32_t>(first - entries_.begin());
+  }
 
-  int Compare(const Entry& left, const Entry& right) const {
+  void SortEqualHeads() {
+    const auto isBefore = [this](const KeyHead& left, const KeyHead& right) {
+      const int order = Compare(left, right);
+      return order != 0 ? order < 0 : left.position < right.position;
+    };
+    for (KeyHead* run = entries_.begin(); run != entries_.end();) {
+      KeyHead* const end = std::find_if(
+          run + 1, entries_.end(), [run](const KeyHead& entry) { return entry.head != run->head; });
+      if (end - run > 1) std::sort(run, end, isBefore);
+      run = end;
+    }
+  }
+
+  int Compare(const KeyHead& left, const KeyHead& right) const {
     if (left.head != right.head) return left.head < right.head ? -1 : 1;
     return CompareKeys(*records_[left.position], *records_[right.position]);
   }
 
   MfListT<Record> records_;
-  GrowableArray<Entry, 8> entries_;
+  KeyHeads entries_;
   Heads heads_;
 };
 
