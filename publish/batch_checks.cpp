@@ -86,7 +86,8 @@ Refusal CheckImplementations(const MfModuleT& module) {
 }
 
 void FetchImplementations(const MfModuleT& module) {
-  Fetch(module.impls.items);
+  for (const MfModuleImplT* impl : module.impls)
+    Fetch(impl);
 }
 
 // The platform is asked for its machine type only where there is a module to choose for.

@@ -1,6 +1,8 @@
 #include "publish/head_sort.h"
 
 #include <algorithm>
+#include <span>
+#include <utility>
 
 namespace tarnmf {
 namespace {
@@ -18,7 +20,7 @@ bool IsBefore(const KeyHead& left, const KeyHead& right) {
 
 // Where the entries with each value of a byte start in the order of that byte.
 struct Starts {
-  Starts(const KeyHeads& entries, int byte) {
+  Starts(std::span<const KeyHead> entries, int byte) {
     for (const KeyHead& entry : entries)
       ++at[ByteOf(entry, byte) + 1];
     for (int value = 0; value < kByteValues; ++value)
@@ -29,16 +31,20 @@ struct Starts {
 
 // From the last byte to the first. Bytes that are the same in all heads change nothing.
 void SortByBytes(KeyHeads& entries, KeyHeads& scratch) {
+  const auto count = static_cast<std::size_t>(entries.Count());
+  std::span<KeyHead> from(entries.begin(), count);
+  std::span<KeyHead> to(scratch.begin(), count);
   std::uint64_t differences = 0;
   for (const KeyHead& entry : entries)
     differences |= entry.head ^ entries[0].head;
   for (int byte = 0; byte < kHeadBytes; ++byte) {
     if ((differences >> 8 * byte & 0xFF) == 0) continue;
-    Starts starts(entries, byte);
-    for (const KeyHead& entry : entries)
-      scratch[starts.at[ByteOf(entry, byte)]++] = entry;
-    std::copy(scratch.begin(), scratch.begin() + entries.Count(), entries.begin());
+    Starts starts(from, byte);
+    for (const KeyHead& entry : from)
+      to[static_cast<std::size_t>(starts.at[ByteOf(entry, byte)]++)] = entry;
+    std::swap(from, to);
   }
+  if (from.data() != entries.begin()) std::copy(from.begin(), from.end(), entries.begin());
 }
 
 }  // namespace

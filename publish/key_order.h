@@ -65,8 +65,10 @@ class KeyOrder {
     const KeyHead* first = entries_.begin();
     for (std::int32_t count = entries_.Count(); count > 1;) {
       const std::int32_t half = count / 2;
-      first += first[half - 1].head < head ? half : 0;
       count -= half;
+      Fetch(first + count / 2);
+      Fetch(first + half + count / 2);
+      first += half & -static_cast<std::int32_t>(first[half - 1].head < head);
     }
     return static_cast<std::int32_t>(first - entries_.begin());
   }
