@@ -1,58 +1,116 @@
 #include "publish/batch_checks.h"
 
+#include <algorithm>
 #include <cassert>
 
 #include "platform/runtime.h"
+#include "publish/ascending_search.h"
+#include "publish/key_order.h"
 #include "publish/module_roles.h"
 
 namespace tarnmf {
 namespace {
 
+// ---- Keys --------------------------------------------------------------------------------------
+
+// A record whose key is that of an earlier one, of this batch or before it.
+template <class Record>
+struct Repeat {
+  std::int32_t position;  // in the batch
+  Record* earlier;        // the first record with the key
+};
+template <class Record>
+using Repeats = GrowableArray<Repeat<Record>, 8>;
+
+// Files the records with new keys in `batch` and tells of the others in the order of the batch.
+// False: out of memory.
+template <class Order, class List, class Record>
+bool FileByKey(const Order& order, const List& merged, List& batch, Repeats<Record>& repeats) {
+  if (!batch.Reserve(order.Count())) return false;
+  AscendingSearch search(merged, order.Count());
+  Record* first = nullptr;  // with the key at hand
+  for (std::int32_t i = 0; i < order.Count(); ++i) {
+    if (i == 0 || !order.HaveEqualKeys(i - 1, i)) {
+      const BisectResult at = search.Find(order[i]);
+      first = at.found ? merged[at.place] : &order[i];
+      if (!at.found) {
+        batch.AppendReserved(first);
+        continue;
+      }
+    }
+    if (!repeats.Append({order.PositionOf(i), first})) return false;
+  }
+  std::sort(repeats.begin(), repeats.end(),
+            [](const auto& left, const auto& right) { return left.position < right.position; });
+  return true;
+}
+
 // ---- Modules -----------------------------------------------------------------------------------
 
-// No two of the implementations after the first may be for the same machine type.
-Refusal CheckImplementations(const MfModuleT& module) {
-  if (module.impls.count <= 0) {
-    return {.cause = RefusalCause::kNoImplementation, .module = &module};
+Refusal SameMachineType(const MfModuleT& module, const char* type) {
+  return {.cause = RefusalCause::kSameMachineType, .module = &module, .machineType = type};
+}
+
+Refusal CompareEachWithEach(const MfModuleT& module) {
+  for (std::int32_t i = 2; i < module.impls.count; ++i) {
+    const char* const type = module.impls[i]->machinetype;
+    for (std::int32_t earlier = 1; earlier < i; ++earlier) {
+      if (CompareTexts(module.impls[earlier]->machinetype, type) == 0) {
+        return SameMachineType(module, type);
+      }
+    }
   }
+  return {};
+}
+
+Refusal CompareSorted(const MfModuleT& module) {
   GrowableArray<const char*, 2> machines;
+  if (!machines.Reserve(module.impls.count)) return {.cause = RefusalCause::kOutOfMemory};
   for (std::int32_t i = 1; i < module.impls.count; ++i) {
     const char* const type = module.impls[i]->machinetype;
     const BisectResult at =
         Bisect(machines.Count(), [&](std::int32_t k) { return CompareTexts(machines[k], type); });
-    if (at.found) {
-      return {.cause = RefusalCause::kSameMachineType, .module = &module, .machineType = type};
-    }
-    if (!machines.Insert(at.place, type)) return {.cause = RefusalCause::kOutOfMemory};
+    if (at.found) return SameMachineType(module, type);
+    machines.InsertReserved(at.place, type);
   }
   return {};
 }
 
-Refusal CheckModule(MfModuleT& module, const char* machine, PublishIndexT& batch,
-                    const PublishIndexT& merged) {
-  const BisectResult at = FindModule(batch.modules, module.id);
-  const BisectResult earlier = FindModule(merged.modules, module.id);
-  if (at.found || earlier.found) {
-    return {.cause = RefusalCause::kSameModuleId,
-            .module = &module,
-            .otherModule = at.found ? batch.modules[at.place] : merged.modules[earlier.place]};
+// No two of the implementations after the first may be for the same machine type.
+Refusal CheckImplementations(const MfModuleT& module) {
+  constexpr std::int32_t kFew = 8;
+  if (module.impls.count <= 0) {
+    return {.cause = RefusalCause::kNoImplementation, .module = &module};
   }
-  if (Refusal refusal = CheckImplementations(module)) return refusal;
-  MfModuleImplT* const native = FindImplementation(module, machine);
-  module.selectedImpl = native != nullptr ? native : module.impls[0];
-  if (!batch.modules.Insert(at.place, &module)) return {.cause = RefusalCause::kOutOfMemory};
-  return {};
+  return module.impls.count <= kFew ? CompareEachWithEach(module) : CompareSorted(module);
+}
+
+void FetchImplementations(const MfModuleT& module) {
+  for (const MfModuleImplT* impl : module.impls)
+    Fetch(impl);
 }
 
 // The platform is asked for its machine type only where there is a module to choose for.
-Refusal CheckModules(const MfListT<MfModuleT>& modules, PublishIndexT& batch,
+Refusal CheckModules(const MfListT<MfModuleT>& modules, ModuleOrder& order, PublishIndexT& batch,
                      const PublishIndexT& merged) {
   if (modules.count == 0) return {};
   const char* const machine = btkGetVexMachine();
-  for (MfModuleT* module : modules) {
-    if (Refusal refusal = CheckModule(*module, machine, batch, merged)) return refusal;
+  Repeats<MfModuleT> repeats;
+  if (!order.Build(modules) || !FileByKey(order, merged.modules, batch.modules, repeats)) {
+    return {.cause = RefusalCause::kOutOfMemory};
   }
-  return {};
+  const std::int32_t unique = repeats.Empty() ? modules.count : repeats[0].position;
+  for (std::int32_t i = 0; i < unique; ++i) {
+    FetchAhead(modules, modules.count, i, FetchImplementations);
+    MfModuleT& module = *modules[i];
+    if (Refusal refusal = CheckImplementations(module)) return refusal;
+    MfModuleImplT* const native = FindImplementation(module, machine);
+    module.selectedImpl = native != nullptr ? native : module.impls[0];
+  }
+  if (repeats.Empty()) return {};
+  return {.cause = RefusalCause::kSameModuleId,
+          .module = modules[unique],
+          .otherModule = repeats[0].earlier};
 }
 
 // ---- Classes -----------------------------------------------------------------------------------
@@ -78,48 +136,43 @@ void MoveSides(MfIntfClassT& record, MfIntfClassT& earlier) {
   }
 }
 
-MfIntfClassT* FindEarlier(const UniIdT& id, const BisectResult& inBatch, const PublishIndexT& batch,
-                          const PublishIndexT& merged) {
-  if (inBatch.found) return batch.classes[inBatch.place];
-  const BisectResult at = FindClass(merged.classes, id);
-  return at.found ? merged.classes[at.place] : nullptr;
-}
-
-Refusal CheckClass(MfIntfClassT& record, ModuleRoles& roles, PublishIndexT& batch,
-                   const PublishIndexT& merged) {
-  const UniIdT& id = record.ids[kMfClientSide];
-  const BisectResult at = FindClass(batch.classes, id);
-  MfIntfClassT* const earlier = FindEarlier(id, at, batch, merged);
+// `earlier` is the record of the same class, or null.
+Refusal CheckClass(MfIntfClassT& record, MfIntfClassT* earlier, ModuleRoles& roles) {
   if (earlier != nullptr && !Completes(record, *earlier)) {
     return {.cause = RefusalCause::kSameClassId, .intfClass = &record, .otherClass = earlier};
   }
   if (Refusal refusal = roles.Claim(record)) return refusal;
-  if (earlier != nullptr) {
-    MoveSides(record, *earlier);
-  } else if (!batch.classes.Insert(at.place, &record)) {
-    return {.cause = RefusalCause::kOutOfMemory};
-  }
+  if (earlier != nullptr) MoveSides(record, *earlier);
   return {};
 }
 
-Refusal CheckClasses(const MfListT<MfIntfClassT>& classes, PublishIndexT& batch,
-                     const PublishIndexT& merged) {
+Refusal CheckClasses(const MfListT<MfIntfClassT>& classes, const ModuleOrder& modules,
+                     PublishIndexT& batch, const PublishIndexT& merged) {
   if (classes.count == 0) return {};
-  ModuleRoles roles(batch, merged);
-  if (!roles.Start()) return {.cause = RefusalCause::kOutOfMemory};
-  for (MfIntfClassT* record : classes) {
-    if (Refusal refusal = CheckClass(*record, roles, batch, merged)) return refusal;
+  ClassOrder order;
+  Repeats<MfIntfClassT> repeats;
+  ModuleRoles roles(modules, merged);
+  if (!order.Build(classes) || !FileByKey(order, merged.classes, batch.classes, repeats) ||
+      !roles.Start()) {
+    return {.cause = RefusalCause::kOutOfMemory};
   }
-  roles.SortLists();
-  return {};
+  const Repeat<MfIntfClassT>* repeat = repeats.begin();
+  for (std::int32_t i = 0; i < classes.count; ++i) {
+    const bool repeated = repeat != repeats.end() && repeat->position == i;
+    MfIntfClassT* const earlier = repeated ? repeat++->earlier : nullptr;
+    FetchAhead(classes, classes.count, i, FetchModuleIds);
+    if (Refusal refusal = CheckClass(*classes[i], earlier, roles)) return refusal;
+  }
+  return roles.FileModules(batch) ? Refusal{} : Refusal{.cause = RefusalCause::kOutOfMemory};
 }
 
 }  // namespace
 
 Refusal CheckBatch(const MfListT<MfModuleT>& modules, const MfListT<MfIntfClassT>& classes,
                    PublishIndexT& batch, const PublishIndexT& merged) {
-  if (Refusal refusal = CheckModules(modules, batch, merged)) return refusal;
-  return CheckClasses(classes, batch, merged);
+  ModuleOrder order;
+  if (Refusal refusal = CheckModules(modules, order, batch, merged)) return refusal;
+  return CheckClasses(classes, order, batch, merged);
 }
 
 Refusal CheckFirstBatch(const MfListT<MfModuleT>& modules, const MfListT<MfIntfClassT>& classes) {

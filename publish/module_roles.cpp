@@ -1,6 +1,7 @@
 #include "publish/module_roles.h"
 
 #include <bit>
+#include <iterator>
 
 namespace tarnmf {
 
@@ -81,8 +82,8 @@ RoleSet RolesIn(const PublishIndexT& index, const char* id) {
 }  // namespace
 
 bool ModuleRoles::Start() {
-  if (!uses_.Reserve(batch_.modules.Count())) return false;
-  while (uses_.Count() < batch_.modules.Count())
+  if (!uses_.Reserve(modules_.Count())) return false;
+  while (uses_.Count() < modules_.Count())
     uses_.AppendReserved({});
   return true;
 }
@@ -105,7 +106,7 @@ Refusal ModuleRoles::Claim(const MfIntfClassT& record) {
 Refusal ModuleRoles::ClaimSide(const MfIntfClassT& record, const RoleRule& rule) {
   const char* const id = record.sides[rule.side].moduleref;
   // No module is in both indexes, so that one of them knows all its roles.
-  const BisectResult at = FindModule(batch_.modules, id);
+  const BisectResult at = modules_.Find(id);
   const Use use = at.found ? uses_[at.place] : Use{RolesIn(merged_, id), nullptr};
   if (const RoleSet excluding = use.roles & rule.excluded) {
     const int other = std::countr_zero(excluding);
@@ -124,32 +125,24 @@ Refusal ModuleRoles::ClaimSide(const MfIntfClassT& record, const RoleRule& rule)
             .side = rule.side,
             .role = RoleOf(rule)};
   }
-  return GiveRole(at.place, record, rule);
-}
-
-Refusal ModuleRoles::GiveRole(std::int32_t module, const MfIntfClassT& record,
-                              const RoleRule& rule) {
-  Use& use = uses_[module];
-  for (const RoleRule& added : kRoleRules) {
-    if ((rule.added & ~use.roles & BitOf(added)) == 0) continue;
-    if (!(batch_.*added.list).Append(batch_.modules[module])) {
-      return {.cause = RefusalCause::kOutOfMemory};
-    }
-  }
-  use = {use.roles | rule.added, &record};
+  uses_[at.place] = {use.roles | rule.added, &record};
   return {};
 }
 
-void ModuleRoles::SortLists() {
-  for (const RoleRule& rule : kRoleRules) {
-    SortedModules& list = batch_.*rule.list;
-    if (list.Empty()) continue;
-    // Its modules are known by their roles, in the order of the list of all.
-    list.Forget();
-    for (std::int32_t i = 0; i < uses_.Count(); ++i) {
-      if ((uses_[i].roles & BitOf(rule)) != 0) list.AppendReserved(batch_.modules[i]);
-    }
+bool ModuleRoles::FileModules(PublishIndexT& batch) const {
+  std::int32_t counts[std::size(kRoleRules)] = {};
+  for (const Use& use : uses_) {
+    for (RoleSet left = use.roles; left != 0; left &= left - 1)
+      ++counts[std::countr_zero(left)];
   }
+  for (const RoleRule& rule : kRoleRules) {
+    if (!(batch.*rule.list).Reserve(counts[RoleOf(rule)])) return false;
+  }
+  for (std::int32_t rank = 0; rank < uses_.Count(); ++rank) {
+    for (RoleSet left = uses_[rank].roles; left != 0; left &= left - 1)
+      (batch.*kRoleRules[std::countr_zero(left)].list).AppendReserved(&modules_[rank]);
+  }
+  return true;
 }
 
 }  // namespace tarnmf

@@ -2,6 +2,7 @@
 #ifndef PUBLISH_MODULE_ROLES_H
 #define PUBLISH_MODULE_ROLES_H
 
+#include "publish/key_order.h"
 #include "publish/publish_index.h"
 #include "publish/refusal.h"
 
@@ -13,22 +14,23 @@ using RoleSet = std::uint32_t;
 // What one role asks of a module and gives it.
 struct RoleRule;
 
-// Gives modules of a batch their roles and files them in the batch's role lists. Modules of earlier
-// batches serve further classes in the roles that they have and get no new ones.
+// Gives modules of a batch their roles. Modules of earlier batches serve further classes in the roles
+// that they have and get no new ones.
 class ModuleRoles {
  public:
   // Both have to outlive this object.
-  ModuleRoles(PublishIndexT& batch, const PublishIndexT& merged) : batch_(batch), merged_(merged) {}
+  // REQUIRES: no two of `modules`, those of the batch, have the same id.
+  ModuleRoles(const ModuleOrder& modules, const PublishIndexT& merged)
+      : modules_(modules), merged_(merged) {}
 
-  // Starts with modules that have no role. Only then can roles be claimed; the batch's modules stay
-  // as they are from here on. False: out of memory.
+  // Starts with modules that have no role. Only then can roles be claimed. False: out of memory.
   [[nodiscard]] bool Start();
 
   // Claims the modules of all sides of a class. The class may be refused after some of them.
   Refusal Claim(const MfIntfClassT& record);
 
-  // Puts the role lists, which grew with the claims, into the order of ids.
-  void SortLists();
+  // Files the modules in the role lists of `batch`, which are empty. False: out of memory.
+  [[nodiscard]] bool FileModules(PublishIndexT& batch) const;
 
  private:
   struct Use {
@@ -37,11 +39,10 @@ class ModuleRoles {
   };
 
   Refusal ClaimSide(const MfIntfClassT& record, const RoleRule& rule);
-  Refusal GiveRole(std::int32_t module, const MfIntfClassT& record, const RoleRule& rule);
 
-  PublishIndexT& batch_;
+  const ModuleOrder& modules_;
   const PublishIndexT& merged_;
-  GrowableArray<Use, 8> uses_;  // of the batch's modules, in their order
+  GrowableArray<Use, 8> uses_;  // by the modules' ranks
 };
 
 }  // namespace tarnmf

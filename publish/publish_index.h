@@ -36,11 +36,6 @@ struct PublishIndexT {
 
   // Empties all lists and keeps their room.
   void Forget();
-
-  // Makes room for what `batch` holds; then takes it over, which cannot fail. The two must have no
-  // key in common, list by list.
-  [[nodiscard]] bool ReserveFor(const PublishIndexT& batch);
-  void Merge(PublishIndexT& batch);
 };
 
 using ModuleListMember = SortedModules PublishIndexT::*;

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "publish/batch_checks.h"
+#include "publish/index_merge.h"
 #include "publish/register_interfaces.h"
 #include "publish/register_runnables.h"
 #include "publish/resolve_modules.h"
@@ -46,11 +47,12 @@ BtkErrorT liMfPublisherImpl::AddBatch(const MfListT<MfIntfClassT>& classes,
                                       const MfListT<MfModuleT>& modules,
                                       const MfListT<MfRunnableT>& runnables) {
   if (CheckBatch(modules, classes, batch, merged)) return kBtkUnexpected;
-  if (!merged.ReserveFor(batch) || !newModules.ReserveMore(modules.count) ||
+  IndexMerge merge(merged, batch);
+  if (!merge.Prepare() || !newModules.ReserveMore(modules.count) ||
       !newClasses.ReserveMore(classes.count) || !newRunnables.ReserveMore(runnables.count)) {
     return kBtkNoMemory;
   }
-  merged.Merge(batch);
+  merge.Move();
   AppendReserved(newModules, modules);
   AppendReserved(newClasses, classes);
   AppendReserved(newRunnables, runnables);

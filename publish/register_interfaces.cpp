@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "platform/memory.h"
+#include "publish/fetch_ahead.h"
+#include "publish/side_paths.h"
 
 namespace tarnmf {
 namespace {
@@ -41,9 +43,9 @@ IntfRefEntryT ServiceEntry(const MfIntfClassT& record, const char* module) {
           .multiplicityOrigin = MultiplicityOrigin(declared)};
 }
 
-void AppendSide(const MfIntfClassT& record, MfSideT side, const SortedModules& modules,
+void AppendSide(const MfIntfClassT& record, MfSideT side, const SidePaths& paths,
                 Entries& entries) {
-  if (const char* const module = ResolveSidePath(record, side, modules)) {
+  if (const char* const module = paths.Of(record, side)) {
     entries.AppendReserved(ClassEntry(record, side, module));
   }
 }
@@ -60,29 +62,29 @@ BtkErrorT NameServiceLibrary(MfIntfSideT& side, const char* path) {
 // ---- Groups ------------------------------------------------------------------------------------
 
 // A group appends what one class yields, one entry at most, for which there is room.
-using Group = BtkErrorT (*)(MfIntfClassT& record, const SortedModules& modules, Entries& entries);
+using Group = BtkErrorT (*)(MfIntfClassT& record, const SidePaths& paths, Entries& entries);
 
-BtkErrorT AppendAgentSide(MfIntfClassT& record, const SortedModules& modules, Entries& entries) {
-  if (record.affinity != kMfAppClass) AppendSide(record, kMfAgentSide, modules, entries);
+BtkErrorT AppendAgentSide(MfIntfClassT& record, const SidePaths& paths, Entries& entries) {
+  if (record.affinity != kMfAppClass) AppendSide(record, kMfAgentSide, paths, entries);
   return kBtkOk;
 }
 
 template <MfAffinityT Affinity>
-BtkErrorT AppendClientSide(MfIntfClassT& record, const SortedModules& modules, Entries& entries) {
-  if (record.affinity == Affinity) AppendSide(record, kMfClientSide, modules, entries);
+BtkErrorT AppendClientSide(MfIntfClassT& record, const SidePaths& paths, Entries& entries) {
+  if (record.affinity == Affinity) AppendSide(record, kMfClientSide, paths, entries);
   return kBtkOk;
 }
 
 // In the agent view a class's agent side stands in for its client side.
 template <MfAffinityT Affinity>
-BtkErrorT AppendUnlessAgent(MfIntfClassT& record, const SortedModules& modules, Entries& entries) {
+BtkErrorT AppendUnlessAgent(MfIntfClassT& record, const SidePaths& paths, Entries& entries) {
   if (MfHasSide(record, kMfAgentSide)) return kBtkOk;
-  return AppendClientSide<Affinity>(record, modules, entries);
+  return AppendClientSide<Affinity>(record, paths, entries);
 }
 
-BtkErrorT AppendServiceSide(MfIntfClassT& record, const SortedModules& modules, Entries& entries) {
+BtkErrorT AppendServiceSide(MfIntfClassT& record, const SidePaths& paths, Entries& entries) {
   if (record.affinity != kMfServiceClass || !MfHasSide(record, kMfServiceSide)) return kBtkOk;
-  const char* path = ResolveSidePath(record, kMfServiceSide, modules);
+  const char* path = paths.Of(record, kMfServiceSide);
   if (BtkErrorT e = NameServiceLibrary(record.sides[kMfServiceSide], path)) return e;
   entries.AppendReserved(ServiceEntry(record, path));
   return kBtkOk;
@@ -94,11 +96,12 @@ constexpr Group kClientView[] = {AppendClientSide<kMfAppClass>, AppendClientSide
                                  AppendClientSide<kMfServiceClass>};
 
 BtkErrorT AppendGroups(std::span<const Group> groups, const NewClasses& classes,
-                       const SortedModules& modules, Entries& entries) {
+                       const SidePaths& paths, Entries& entries) {
   for (Group append : groups) {
     if (!entries.ReserveMore(classes.Count())) return kBtkNoMemory;
-    for (MfIntfClassT* record : classes) {
-      if (BtkErrorT e = append(*record, modules, entries)) return e;
+    for (std::int32_t i = 0; i < classes.Count(); ++i) {
+      FetchAhead(classes, classes.Count(), i, FetchModuleIds);
+      if (BtkErrorT e = append(*classes[i], paths, entries)) return e;
     }
   }
   return kBtkOk;
@@ -106,22 +109,13 @@ BtkErrorT AppendGroups(std::span<const Group> groups, const NewClasses& classes,
 
 }  // namespace
 
-const char* ResolveSidePath(const MfIntfClassT& record, MfSideT side,
-                            const SortedModules& modules) {
-  const char* const id = record.sides[side].moduleref;
-  if (id == nullptr) return nullptr;
-  const BisectResult at = FindModule(modules, id);
-  if (!at.found) return id;
-  const MfModuleImplT* const selected = modules[at.place]->selectedImpl;
-  return selected->resolvedPath != nullptr ? selected->resolvedPath : id;
-}
-
 BtkErrorT RegisterInterfaces(const NewClasses& classes, const SortedModules& modules,
                              IntfDispositionT disposition) {
   const std::span<const Group> groups =
       disposition == kIntfAgentView ? std::span<const Group>(kAgentView) : kClientView;
+  const SidePaths paths(modules, classes.Count());
   Entries entries;
-  if (BtkErrorT e = AppendGroups(groups, classes, modules, entries)) return e;
+  if (BtkErrorT e = AppendGroups(groups, classes, paths, entries)) return e;
   return btkIntfPublishRefList(entries.begin(), static_cast<std::uint64_t>(entries.Count()), true);
 }
 

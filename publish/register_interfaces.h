@@ -10,10 +10,6 @@
 
 namespace tarnmf {
 
-// The path of the library that implements one side of a class: its module's resolved path, or the
-// module's id where there is none. Null: the class has no such side.
-const char* ResolveSidePath(const MfIntfClassT& record, MfSideT side, const SortedModules& modules);
-
 // Registers the sides of `classes` that `disposition` asks for, all in one call. In the agent view
 // the service side's module reference of a service class becomes the resolved path. Codes: kBtkOk;
 // kBtkNoMemory, nothing has been registered; others as the platform returned them.

@@ -7,6 +7,7 @@
 #include "platform/dlm.h"
 #include "platform/memory.h"
 #include "platform/runtime.h"
+#include "publish/fetch_ahead.h"
 
 namespace tarnmf {
 namespace {
@@ -66,6 +67,11 @@ class ModuleResolver {
   btkZString result_;
 };
 
+void FetchSelected(const MfModuleT& module) {
+  Fetch(module.selectedImpl);
+  Fetch(&module.selectedImpl->resolvedPath);
+}
+
 }  // namespace
 
 BtkErrorT ResolveModules(const NewModules& modules) {
@@ -74,7 +80,9 @@ BtkErrorT ResolveModules(const NewModules& modules) {
   const char* const native = btkGetVexMachine();
   const char* const alternate = btkGetVexMachine3264("");
   const bool hasAlternate = std::strcmp(native, alternate) != 0;
-  for (MfModuleT* module : modules) {
+  for (std::int32_t i = 0; i < modules.Count(); ++i) {
+    FetchAhead(modules, modules.Count(), i, FetchSelected);
+    MfModuleT* const module = modules[i];
     ModuleResolver resolver(*dlm, *module);
     if (module->loadpoint == nullptr && module->selectedImpl->machinetype == nullptr) {
       resolver.Announce();

@@ -1,5 +1,6 @@
 // What a publisher keeps for the next time, and what a failure leaves.
 #include <cstring>
+#include <deque>
 
 #include "platform/runtime.h"
 #include "support/ignore_refusal.h"
@@ -10,6 +11,7 @@
 // question with this number throws.
 static std::string* g_asked = nullptr;
 static int g_throwAt = -1;
+static bool g_lastIdFirst = false;
 
 static const char* Answer(const char* question, const char* answer) {
   if (g_asked != nullptr) *g_asked += question;
@@ -24,7 +26,8 @@ const char* btkGetVexMachine3264(const char* /*machine*/) {
 }
 int btkUniIdCompare(const UniIdT* left, const UniIdT* right) {
   Answer("", "");
-  return std::memcmp(left->bytes, right->bytes, sizeof left->bytes);
+  const int order = std::memcmp(left->bytes, right->bytes, sizeof left->bytes);
+  return g_lastIdFirst ? -order : order;
 }
 
 namespace tarnmf::test {
@@ -152,6 +155,27 @@ TEST(Publisher, CanTryAgainAfterAnExceptionOfThePlatform) {
     EXPECT_EQ(publisher->Publish(true), kBtkOk);
     EXPECT_EQ(Pending(*publisher), "0 0 0");
   }
+}
+
+// The order of ids is the platform's own, whatever their bytes say.
+TEST(Publisher, KeepsClassesInThePlatformsOrder) {
+  g_lastIdFirst = true;
+  std::deque<Batch> batches;
+  const PublisherPtr publisher = MakePublisher();
+  const auto add = [&](const std::string& ids, std::string fragment = "") {
+    for (char id : ids)
+      fragment += Class("app", std::string("$") + id, "a");
+    return batches.emplace_back(fragment).AddTo(*publisher);
+  };
+  EXPECT_EQ(add("316", Module("a")), kBtkOk);
+  EXPECT_EQ(add("524"), kBtkOk);
+  for (const char* repeated : {"6", "73", "4", "1", "7987"})
+    EXPECT_EQ(add(repeated), kBtkUnexpected) << repeated;
+  std::string order;
+  for (const MfIntfClassT* record : publisher->merged.classes)
+    order += std::to_string(record->ids[kMfClientSide].bytes[15]);
+  EXPECT_EQ(order, "654321");
+  g_lastIdFirst = false;
 }
 
 }  // namespace
