@@ -41,7 +41,7 @@ class Arena {
   };
   static constexpr std::size_t kAlignment = alignof(void*);  // nothing in a tree needs more
   static constexpr std::size_t kFirstBlock = 4096;
-  static constexpr std::size_t kLargeBlock = 256 * 1024;
+  static constexpr std::size_t kLargeBlock = 262144;
 
   static xercesc::MemoryManager& Memory() { return *xercesc::XMLPlatformUtils::fgMemoryManager; }
 
