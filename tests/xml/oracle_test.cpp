@@ -7,6 +7,7 @@
 
 #include "tests/support/documents.h"
 #include "tests/support/everything.h"
+#include "tests/support/ignored_leaks.h"
 #include "tests/support/temp_directory.h"
 #include "tests/xml/dom_oracle.h"
 
@@ -177,8 +178,10 @@ TEST_F(OracleTest, AgreesOnLongTextsAndManyAttributes) {
   }
 }
 
-// Files that a document makes the XML library read.
+// Files that a document makes the XML library read. It does not clean up after one that it refuses, be
+// it for its own tree or for ours.
 TEST_F(OracleTest, AgreesOnExternalFiles) {
+  const IgnoredLeaks ignored;
   const TempDirectory root;
   const std::string dtd = root.Write("d.dtd",
                                      "<!ELEMENT tarnmanifest (modules*)><!ENTITY e \"v\">"
