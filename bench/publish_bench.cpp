@@ -1,8 +1,7 @@
 // What publishing costs per record, with managers that answer at once.
 //
-// Add and Publish take the given number of modules and as many classes; per_record is the time for
-// one of them and shows the growth. Records in sorted order are appended to the sorted lists;
-// shuffled ones move the tails of these lists, which grows with their length.
+// Add and Publish take the given number of modules and as many classes, in the order of the lists or
+// in random order; per_record is the time for one of them and shows the growth.
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
@@ -37,33 +36,73 @@ void Read(const std::string& document, MfLdpDataT& data) {
   if (parser->Parse(&data, &stream) != kBtkOk) std::abort();
 }
 
-BtkErrorT AddAndPublish(const MfLdpDataT& data) {
+DisposePtr<liMfPublisher> MakePublisher() {
   DisposePtr<liMfPublisher> publisher;
-  if (BtkErrorT e = liMfPublisher::CreateNew(Out(publisher), kIntfAgentView)) return e;
-  if (BtkErrorT e =
-          publisher->Add(data.classes.items, data.classes.count, data.modules.items,
-                         data.modules.count, data.runnables.items, data.runnables.count)) {
-    return e;
-  }
-  return publisher->Publish(true);
+  if (liMfPublisher::CreateNew(Out(publisher), kIntfAgentView) != kBtkOk) std::abort();
+  return publisher;
 }
+
+void Expect(BtkErrorT result) {
+  if (result != kBtkOk) std::abort();
+}
+
+// ---- What is added -----------------------------------------------------------------------------
+
+using Work = void (*)(const MfLdpDataT& data);
+
+void AddAndPublish(const MfLdpDataT& data) {
+  const DisposePtr<liMfPublisher> publisher = MakePublisher();
+  Expect(publisher->Add(data.classes.items, data.classes.count, data.modules.items,
+                        data.modules.count, data.runnables.items, data.runnables.count));
+  Expect(publisher->Publish(true));
+}
+
+void AddModules(const MfLdpDataT& data) {
+  const DisposePtr<liMfPublisher> publisher = MakePublisher();
+  Expect(publisher->Add(nullptr, 0, data.modules.items, data.modules.count, nullptr, 0));
+}
+
+// As AddModules; the rest of the time of Add is that of the classes.
+void AddModulesAndClasses(const MfLdpDataT& data) {
+  const DisposePtr<liMfPublisher> publisher = MakePublisher();
+  Expect(publisher->Add(data.classes.items, data.classes.count, data.modules.items,
+                        data.modules.count, nullptr, 0));
+}
+
+// Ten modules with their classes at a time.
+void AddInTens(const MfLdpDataT& data) {
+  const DisposePtr<liMfPublisher> publisher = MakePublisher();
+  for (int i = 0; i < data.modules.count; i += 10) {
+    const int count = std::min(10, data.modules.count - i);
+    Expect(
+        publisher->Add(data.classes.items + i, count, data.modules.items + i, count, nullptr, 0));
+  }
+  Expect(publisher->Publish(true));
+}
+
+// ---- In which order ----------------------------------------------------------------------------
 
 enum InsertionOrder { kSorted, kShuffled };
 
+// Arranges modules and classes in the same way, so that each class stays beside its module.
 void Arrange(MfLdpDataT& data, InsertionOrder order) {
   if (order == kShuffled) {
-    std::mt19937 random(1);
-    std::shuffle(data.modules.begin(), data.modules.end(), random);
-    std::shuffle(data.classes.begin(), data.classes.end(), random);
+    std::shuffle(data.modules.begin(), data.modules.end(), std::mt19937(1));
+    std::shuffle(data.classes.begin(), data.classes.end(), std::mt19937(1));
     return;
   }
   std::sort(data.modules.begin(), data.modules.end(),
             [](const MfModuleT* left, const MfModuleT* right) {
               return CmpCase_cStrings_Safe(&left->id, &right->id) < 0;
             });
+  std::sort(data.classes.begin(), data.classes.end(),
+            [](const MfIntfClassT* left, const MfIntfClassT* right) {
+              return CmpCase_cStrings_Safe(&left->sides[kMfServiceSide].moduleref,
+                                           &right->sides[kMfServiceSide].moduleref) < 0;
+            });
 }
 
-void AddAndPublishRecords(benchmark::State& state, InsertionOrder order) {
+void Publishing(benchmark::State& state, Work work, InsertionOrder order) {
   const test::QuietManagers managers;
   const auto count = static_cast<int>(state.range(0));
   const std::string document = Document(count);
@@ -74,7 +113,7 @@ void AddAndPublishRecords(benchmark::State& state, InsertionOrder order) {
       Read(document, data);
       Arrange(data, order);
       state.ResumeTiming();
-      if (AddAndPublish(data) != kBtkOk) std::abort();
+      work(data);
       state.PauseTiming();
     }
     state.ResumeTiming();
@@ -82,16 +121,20 @@ void AddAndPublishRecords(benchmark::State& state, InsertionOrder order) {
   state.counters["per_record"] = benchmark::Counter(
       2.0 * count, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
-BENCHMARK_CAPTURE(AddAndPublishRecords, sorted, kSorted)
-    ->Arg(100)
-    ->Arg(10000)
-    ->Arg(100000)
-    ->Unit(benchmark::kMicrosecond);
-BENCHMARK_CAPTURE(AddAndPublishRecords, shuffled, kShuffled)
-    ->Arg(100)
-    ->Arg(10000)
-    ->Arg(100000)
-    ->Unit(benchmark::kMicrosecond);
+
+void Sizes(benchmark::internal::Benchmark* bench) {
+  for (int count : {1, 10, 100, 10000, 100000})
+    bench->Arg(count);
+  bench->Unit(benchmark::kMicrosecond);
+}
+BENCHMARK_CAPTURE(Publishing, sorted, AddAndPublish, kSorted)->Apply(Sizes);
+BENCHMARK_CAPTURE(Publishing, shuffled, AddAndPublish, kShuffled)->Apply(Sizes);
+BENCHMARK_CAPTURE(Publishing, modules_sorted, AddModules, kSorted)->Apply(Sizes);
+BENCHMARK_CAPTURE(Publishing, modules_shuffled, AddModules, kShuffled)->Apply(Sizes);
+BENCHMARK_CAPTURE(Publishing, classes_sorted, AddModulesAndClasses, kSorted)->Apply(Sizes);
+BENCHMARK_CAPTURE(Publishing, classes_shuffled, AddModulesAndClasses, kShuffled)->Apply(Sizes);
+BENCHMARK_CAPTURE(Publishing, tens_sorted, AddInTens, kSorted)->Apply(Sizes);
+BENCHMARK_CAPTURE(Publishing, tens_shuffled, AddInTens, kShuffled)->Apply(Sizes);
 
 constexpr int kRoadSize = 10000;
 
@@ -114,7 +157,7 @@ void ReadAddAndPublish(benchmark::State& state) {
   for (auto _ : state) {
     MfLdpDataT data;
     Read(document, data);
-    if (AddAndPublish(data) != kBtkOk) std::abort();
+    AddAndPublish(data);
   }
 }
 BENCHMARK(ReadAddAndPublish)->Unit(benchmark::kMillisecond);

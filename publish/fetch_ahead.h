@@ -9,18 +9,15 @@
 
 namespace tarnmf {
 
+// Nothing happens where the address means nothing.
 inline void Fetch(const void* address) {
-#if defined(__GNUC__)
   __builtin_prefetch(address);
-#else
-  static_cast<void>(address);
-#endif
 }
 
 // The records of a batch may lie anywhere in memory, and a walk over them in the order of the batch
-// would wait for each of them. Called at turn `i` of such a walk, this asks for a record of a later
-// turn, and calls next(record) for one that was asked for earlier and is to come sooner, so that the
-// memory it points to can be asked for with Fetch.
+// would wait for each of them. Called at turn `i` of such a walk, this asks for the record of a later
+// turn. It also calls next(record) with one that was asked for some turns ago and comes sooner, so
+// that what it points to can be asked for, too.
 template <class List, class Next>
 void FetchAhead(const List& records, std::int32_t count, std::int32_t i, Next next) {
   constexpr std::int32_t kTurns = 8;

@@ -60,7 +60,8 @@ class KeyOrder {
 
  private:
   // The rank of the first entry whose head is not below this one, or the last rank. Without branches
-  // that depend on the heads: half of them would be foretold wrongly.
+  // that depend on the heads: a processor would predict half of them wrongly. It
+  // cannot run ahead then, so what the next step may look at is fetched here.
   std::int32_t FirstNotBelow(std::uint64_t head) const {
     const KeyHead* first = entries_.begin();
     for (std::int32_t count = entries_.Count(); count > 1;) {

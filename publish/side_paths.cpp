@@ -19,7 +19,8 @@ SidePaths::SidePaths(const SortedModules& modules, std::int32_t classCount) : mo
     return;
   }
   for (std::int32_t i = 0; i < modules.Count(); ++i) {
-    FetchAhead(modules, modules.Count(), i, [](const MfModuleT& m) { Fetch(&m.selectedImpl->resolvedPath); });
+    FetchAhead(modules, modules.Count(), i,
+               [](const MfModuleT& m) { Fetch(&m.selectedImpl->resolvedPath); });
     paths_.AppendReserved(PathOf(*modules[i]));
   }
 }
