@@ -1,5 +1,8 @@
 // Which batches are accepted, why others are refused, and what the accepted ones are filed as.
 #include <algorithm>
+#include <map>
+#include <random>
+#include <set>
 
 #include "tests/publish/batch.h"
 #include "tests/support/case_file.h"
@@ -168,44 +171,78 @@ TEST(Sides, CompleteARecordOfTheSameClass) {
 
 // ---- Lists -------------------------------------------------------------------------------------
 
-// A hundred of 300 modules "m<number>" in a mixed order; each is used by one class, in the role
-// number % 5.
-std::string ManyRecords(int batch) {
-  std::string text;
-  for (int i = batch * 100; i < (batch + 1) * 100; ++i) {
-    const int number = i * 137 % 300;
-    const std::string module = "m" + std::to_string(number);
-    const std::string digits = std::to_string(100000 + number * 7919 % 100003);
-    text +=
-        Module(module) + ClassInRole(number % 5, "00000000-0000-0000-0000-000000" + digits, module);
-  }
-  return text;
+// Ids of two kinds, some of which differ late.
+std::string ModuleId(int number) {
+  return (number % 3 == 0 ? "m" : "modules.of.a.family.") + std::to_string(number);
+}
+std::string ClassId(int number) {
+  return "00000000-0000-0000-0000-000000" + std::to_string(100000 + number);
 }
 
-TEST(Validation, FilesWhatALinearSearchFinds) {
-  const Batch batches[] = {Batch(ManyRecords(0)), Batch(ManyRecords(1)), Batch(ManyRecords(2))};
-  std::vector<MfModuleT*> modules;
-  std::vector<MfIntfClassT*> classes;
+// Three batches of modules in a mixed order; each is used by the class with its number, in the role
+// number % 5.
+TEST(Validation, FilesAndResolvesManyRecords) {
+  constexpr int kMany = 4500;
+  std::string texts[3];
+  for (int i = 0; i < kMany; ++i) {
+    const int number = i * 137 % kMany;
+    const std::string id = ModuleId(number);
+    texts[i / (kMany / 3)] += "<module id='" + id + "' name='" + id + "' loadpoint='/lp'/>" +
+                              ClassInRole(number % 5, ClassId(number), id);
+  }
+  const Batch batches[] = {Batch(texts[0]), Batch(texts[1]), Batch(texts[2])};
   const PublisherPtr publisher = MakePublisher();
-  for (const Batch& batch : batches) {
+  for (const Batch& batch : batches)
     ASSERT_EQ(batch.AddTo(*publisher), kBtkOk);
-    modules.insert(modules.end(), batch.data.modules.begin(), batch.data.modules.end());
-    classes.insert(classes.end(), batch.data.classes.begin(), batch.data.classes.end());
+  const auto wrong = [](auto* left, auto* right) { return CompareKeys(*left, *right) >= 0; };
+  // Each is in one list, in one of a role and, two of five times, in the generic one as well.
+  EXPECT_EQ(Count(publisher->merged), kMany / 5 * (5 + 5 + 2 + 5));
+  for (ModuleListMember member : kModuleLists) {
+    const SortedModules& list = publisher->merged.*member;
+    EXPECT_EQ(std::adjacent_find(list.begin(), list.end(), wrong), list.end());
   }
-  const auto byKey = [](auto* left, auto* right) { return CompareKeys(*left, *right) < 0; };
-  std::sort(modules.begin(), modules.end(), byKey);
-  std::sort(classes.begin(), classes.end(), byKey);
-  for (int i = 0; i < 6; ++i) {
-    const SortedModules& list = publisher->merged.*kModuleLists[i];
-    std::vector<MfModuleT*> expected = modules;
-    std::erase_if(expected, [&](const MfModuleT* module) {
-      const int role = std::stoi(module->id + 1) % 5;
-      return i > 0 && role != i - 1 && !(i == 5 && role >= 2);  // the generic list is the last
-    });
-    EXPECT_EQ(std::vector<MfModuleT*>(list.begin(), list.end()), expected) << i;
+  const SortedClasses& classes = publisher->merged.classes;
+  EXPECT_EQ(std::adjacent_find(classes.begin(), classes.end(), wrong), classes.end());
+
+  RecordingManagers managers;
+  EXPECT_EQ(publisher->Publish(true), kBtkOk);
+  for (int number = kServiceServerRole; number < kMany; number += 5)
+    EXPECT_EQ(classes[number]->sides[kMfServiceSide].moduleref, "/lp/native/" + ModuleId(number));
+}
+
+// A module is refused whose id is there before; a class, when its side is.
+TEST(Validation, RefusesTheFirstRepeatedRecord) {
+  std::mt19937 random(1);
+  const auto below = [&](unsigned limit) { return static_cast<int>(random() % limit); };
+  for (int round = 0; round < 500; ++round) {
+    std::string text = Module("0") + Module("1");
+    for (int i = 0; i < 30; ++i)
+      text += Module(ModuleId(below(900)));
+    int sides[12];
+    for (int& side : sides) {
+      side = below(2);  // client or service
+      text += ClassInRole(kServiceClientRole + side, ClassId(below(40)), std::to_string(side));
+    }
+    const Batch batch(text);
+    const Refusal why = CheckFirstBatch(batch.data.modules, batch.data.classes);
+    std::set<std::string> ids;
+    const MfModuleT* module = nullptr;
+    for (const MfModuleT* record : batch.data.modules) {
+      if (!ids.insert(record->id).second && module == nullptr) module = record;
+      EXPECT_EQ(record->selectedImpl == nullptr, module != nullptr);
+    }
+    EXPECT_EQ(why.module, module);
+    std::map<std::string, std::set<int>> known;  // sides by id
+    const MfIntfClassT* refused = nullptr;
+    for (std::int32_t i = 0; i < 12 && module == nullptr && refused == nullptr; ++i) {
+      const MfIntfClassT& record = *batch.data.classes[i];
+      std::set<int>& earlier = known[IdText(record.ids[kMfClientSide])];
+      const bool isFirst = earlier.empty();
+      if (!earlier.insert(sides[i]).second) refused = &record;
+      EXPECT_EQ(record.sides[sides[i]].moduleref != nullptr, isFirst || refused != nullptr);
+    }
+    EXPECT_EQ(why.intfClass, refused);
   }
-  const SortedClasses& list = publisher->merged.classes;
-  EXPECT_EQ(std::vector<MfIntfClassT*>(list.begin(), list.end()), classes);
 }
 
 }  // namespace
