@@ -134,7 +134,6 @@ TEST(Publisher, CanTryAgainAfterAnExceptionOfThePlatform) {
                            Class("service", "$5", "", "f") + Class("app", "$6", "d");
   int thrown = 0;  // questions
   for (int n = 0; n == thrown; ++n) {
-    SCOPED_TRACE(n);
     const Batch first(kAll + Module("c") + Class("app", "$4", "c") + Class("app", "$7", "c"));
     const Batch batch(text);
     const Batch again(text);  // records whose sides have not been moved
@@ -145,7 +144,7 @@ TEST(Publisher, CanTryAgainAfterAnExceptionOfThePlatform) {
       EXPECT_EQ(batch.AddTo(*publisher), kBtkOk);
     } catch (const PlatformException&) {
       ++thrown;
-      EXPECT_EQ(Count(publisher->batch) + Count(publisher->merged), 11);
+      EXPECT_EQ(Count(publisher->batch) + Count(publisher->merged), 11) << n;
       EXPECT_EQ(Pending(*publisher), "3 4 1");
       EXPECT_EQ(again.AddTo(*publisher), kBtkOk);
     }
@@ -153,7 +152,6 @@ TEST(Publisher, CanTryAgainAfterAnExceptionOfThePlatform) {
     managers.ThrowAt(n % 8);
     EXPECT_THROW(IgnoreRefusal(publisher->Publish(true)), PlatformException);
     EXPECT_EQ(publisher->Publish(true), kBtkOk);
-    EXPECT_EQ(Pending(*publisher), "0 0 0");
   }
   EXPECT_GT(thrown, 15);
 }

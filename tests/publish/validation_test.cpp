@@ -1,6 +1,5 @@
 // Which batches are accepted, why others are refused, and what the accepted ones are filed as.
 #include <algorithm>
-#include <map>
 #include <random>
 #include <set>
 
@@ -175,9 +174,7 @@ TEST(Sides, CompleteARecordOfTheSameClass) {
 std::string ModuleId(int number) {
   return (number % 3 == 0 ? "m" : "modules.of.a.family.") + std::to_string(number);
 }
-std::string ClassId(int number) {
-  return "00000000-0000-0000-0000-000000" + std::to_string(100000 + number);
-}
+const std::string kClassId = "00000000-0000-0000-0000-0000000";  // and five digits
 
 // Three batches of modules in a mixed order; each is used by the class with its number, in the role
 // number % 5.
@@ -187,8 +184,9 @@ TEST(Validation, FilesAndResolvesManyRecords) {
   for (int i = 0; i < kMany; ++i) {
     const int number = i * 137 % kMany;
     const std::string id = ModuleId(number);
-    texts[i / (kMany / 3)] += "<module id='" + id + "' name='" + id + "' loadpoint='/lp'/>" +
-                              ClassInRole(number % 5, ClassId(number), id);
+    texts[i / (kMany / 3)] +=
+        "<module id='" + id + "' name='" + id + "' loadpoint='/lp'/>" +
+        ClassInRole(number % 5, kClassId + std::to_string(10000 + number), id);
   }
   const Batch batches[] = {Batch(texts[0]), Batch(texts[1]), Batch(texts[2])};
   const PublisherPtr publisher = MakePublisher();
@@ -197,12 +195,11 @@ TEST(Validation, FilesAndResolvesManyRecords) {
   const auto wrong = [](auto* left, auto* right) { return CompareKeys(*left, *right) >= 0; };
   // Each is in one list, in one of a role and, two of five times, in the generic one as well.
   EXPECT_EQ(Count(publisher->merged), kMany / 5 * (5 + 5 + 2 + 5));
-  for (ModuleListMember member : kModuleLists) {
-    const SortedModules& list = publisher->merged.*member;
-    EXPECT_EQ(std::adjacent_find(list.begin(), list.end(), wrong), list.end());
-  }
+  for (ModuleListMember list : kModuleLists)
+    EXPECT_EQ(std::ranges::adjacent_find(publisher->merged.*list, wrong),
+              (publisher->merged.*list).end());
   const SortedClasses& classes = publisher->merged.classes;
-  EXPECT_EQ(std::adjacent_find(classes.begin(), classes.end(), wrong), classes.end());
+  EXPECT_EQ(std::ranges::adjacent_find(classes, wrong), classes.end());
 
   RecordingManagers managers;
   EXPECT_EQ(publisher->Publish(true), kBtkOk);
@@ -221,25 +218,25 @@ TEST(Validation, RefusesTheFirstRepeatedRecord) {
     int sides[12];
     for (int& side : sides) {
       side = below(2);  // client or service
-      text += ClassInRole(kServiceClientRole + side, ClassId(below(40)), std::to_string(side));
+      const std::string id = kClassId + std::to_string(10000 + below(40));
+      text += ClassInRole(kServiceClientRole + side, id, std::to_string(side));
     }
     const Batch batch(text);
     const Refusal why = CheckFirstBatch(batch.data.modules, batch.data.classes);
-    std::set<std::string> ids;
+    std::set<std::pair<std::string, int>> known;  // ids, those of classes by side
     const MfModuleT* module = nullptr;
     for (const MfModuleT* record : batch.data.modules) {
-      if (!ids.insert(record->id).second && module == nullptr) module = record;
+      if (!known.insert({record->id, -1}).second && module == nullptr) module = record;
       EXPECT_EQ(record->selectedImpl == nullptr, module != nullptr);
     }
     EXPECT_EQ(why.module, module);
-    std::map<std::string, std::set<int>> known;  // sides by id
     const MfIntfClassT* refused = nullptr;
     for (std::int32_t i = 0; i < 12 && module == nullptr && refused == nullptr; ++i) {
       const MfIntfClassT& record = *batch.data.classes[i];
-      std::set<int>& earlier = known[IdText(record.ids[kMfClientSide])];
-      const bool isFirst = earlier.empty();
-      if (!earlier.insert(sides[i]).second) refused = &record;
-      EXPECT_EQ(record.sides[sides[i]].moduleref != nullptr, isFirst || refused != nullptr);
+      const std::string id = IdText(record.ids[kMfClientSide]);
+      if (!known.insert({id, sides[i]}).second) refused = &record;
+      const bool moves = refused == nullptr && known.contains({id, 1 - sides[i]});
+      EXPECT_NE(MfHasSide(record, static_cast<MfSideT>(sides[i])), moves);
     }
     EXPECT_EQ(why.intfClass, refused);
   }
