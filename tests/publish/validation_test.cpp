@@ -186,7 +186,7 @@ TEST(Validation, FilesAndResolvesManyRecords) {
     const std::string id = ModuleId(number);
     texts[i / (kMany / 3)] +=
         "<module id='" + id + "' name='" + id + "' loadpoint='/lp'/>" +
-        ClassInRole(number % 5, kClassId + std::to_string(10000 + number), id);
+        ClassInRole(number % 5, kClassId + std::to_string(10000 + 19 * number), id);
   }
   const Batch batches[] = {Batch(texts[0]), Batch(texts[1]), Batch(texts[2])};
   const PublisherPtr publisher = MakePublisher();
