@@ -86,8 +86,7 @@ Refusal CheckImplementations(const MfModuleT& module) {
 }
 
 void FetchImplementations(const MfModuleT& module) {
-  for (const MfModuleImplT* impl : module.impls)
-    Fetch(impl);
+  Prefetch(module.impls.items);
 }
 
 // The platform is asked for its machine type only where there is a module to choose for.

@@ -6,12 +6,11 @@
 
 namespace tarnmf {
 
-// An empty list needs no places.
+// An empty list takes the whole block over.
 template <class List>
 bool IndexMerge::PrepareList(List& merged, const List& batch) {
-  if (!merged.ReserveMore(batch.Count())) return false;
   if (merged.Empty()) return true;
-  if (!places_.ReserveMore(batch.Count())) return false;
+  if (!merged.ReserveMore(batch.Count()) || !places_.ReserveMore(batch.Count())) return false;
   AscendingSearch search(merged, batch.Count());
   for (const auto* record : batch)
     places_.AppendReserved(search.Find(*record).place);
@@ -22,11 +21,13 @@ bool IndexMerge::PrepareList(List& merged, const List& batch) {
 // after it move up as one block. Returns the places of the next list.
 template <class List>
 const std::int32_t* IndexMerge::MoveList(List& merged, List& batch, const std::int32_t* places) {
-  const bool intoEmpty = merged.Empty();
+  if (merged.Empty()) {
+    merged.Swap(batch);
+    return places;
+  }
   std::int32_t unmoved = merged.Count();
   for (auto* record : batch)
     merged.AppendReserved(record);
-  if (intoEmpty) return places;
   for (std::int32_t left = batch.Count(); left > 0; --left) {
     const std::int32_t place = places[left - 1];
     std::move_backward(merged.begin() + place, merged.begin() + unmoved,

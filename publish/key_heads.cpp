@@ -1,6 +1,7 @@
 #include "publish/key_heads.h"
 
-#include <algorithm>
+#include <array>
+#include <bit>
 #include <cstring>
 
 #include "publish/fetch_ahead.h"
@@ -31,8 +32,8 @@ std::uint64_t HeadOf(const char* text) {
 void TextHeads::Fit(const MfListT<MfModuleT>& modules) {
   prefix_ = modules[0]->id;
   prefixLength_ = prefix_ != nullptr ? std::strlen(prefix_) : 0;
-  for (std::int32_t i = 0; i < modules.count; ++i) {
-    FetchAhead(modules, modules.count, i, [](const MfModuleT& later) { Fetch(later.id); });
+  for (std::int32_t i = 1; i < modules.count; ++i) {
+    FetchAhead(modules, modules.count, i, FetchKey);
     const char* const id = modules[i]->id;
     prefixLength_ = id != nullptr ? CommonLength(prefix_, id, prefixLength_) : 0;
   }
@@ -51,16 +52,21 @@ bool TextHeads::CouldHold(const char* id, std::uint64_t& head) const {
 // ---- Class ids ---------------------------------------------------------------------------------
 
 void IdHeads::Fit(const MfListT<MfIntfClassT>& classes) {
-  const UniIdT& first = classes[0]->ids[kMfClientSide];
-  UniIdT differences{};
-  for (std::int32_t i = 0; i < classes.count; ++i) {
-    FetchAhead(classes, classes.count, i, [](const MfIntfClassT&) {});
-    const UniIdT& id = classes[i]->ids[kMfClientSide];
-    for (std::size_t k = 0; k < sizeof id.bytes; ++k)
-      differences.bytes[k] |= static_cast<std::uint8_t>(first.bytes[k] ^ id.bytes[k]);
+  using Words = std::array<std::uint64_t, 2>;
+  const auto words = [&](std::int32_t i) {
+    return std::bit_cast<Words>(classes[i]->ids[kMfClientSide]);
+  };
+  const Words first = words(0);
+  Words differences{};
+  for (std::int32_t i = 1; i < classes.count; ++i) {
+    FetchAhead(classes, classes.count, i, FetchKey);
+    const Words id = words(i);
+    differences[0] |= id[0] ^ first[0];
+    differences[1] |= id[1] ^ first[1];
   }
-  for (std::uint8_t i = 0; i < sizeof differences.bytes && placeCount_ < kHeadBytes; ++i) {
-    if (differences.bytes[i] != 0) places_[placeCount_++] = i;
+  const auto differing = std::bit_cast<UniIdT>(differences);
+  for (std::uint8_t i = 0; i < sizeof(UniIdT) && placeCount_ < kHeadBytes; ++i) {
+    if (differing.bytes[i] != 0) places_[placeCount_++] = i;
   }
 }
 

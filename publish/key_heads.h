@@ -13,8 +13,8 @@
 
 namespace tarnmf {
 
-// Heads of module ids: the eight bytes after what all ids of the batch start with. Zeros follow the
-// end of an id; no id has the head 0 as well.
+// Heads of module ids: the eight bytes after what all ids of the batch start with; zeros follow the
+// end of an id. A module without an id has the head 0, like one whose id ends there.
 class TextHeads {
  public:
   static constexpr bool kDecide = true;  // the order of ids is that of their bytes
@@ -22,12 +22,12 @@ class TextHeads {
   // REQUIRES: `modules` is not empty.
   void Fit(const MfListT<MfModuleT>& modules);
   std::uint64_t Of(const MfModuleT& module) const;
-  static void FetchKey(const MfModuleT& module) { Fetch(module.id); }
+  static void FetchKey(const MfModuleT& module) { Prefetch(module.id); }
 
   // Whether one of the modules may have this id, which then has this head.
   bool CouldHold(const char* id, std::uint64_t& head) const;
 
-  // Whether ids with this head are equal.
+  // Whether all ids with this head are equal: they end within it.
   static bool IsWhole(std::uint64_t head) { return head != 0 && (head & 0xFF) == 0; }
 
  private:

@@ -13,6 +13,7 @@
 #include "publish/publish_index.h"
 #include "support/bisect.h"
 #include "support/growable_array.h"
+#include "support/number_search.h"
 
 namespace tarnmf {
 
@@ -53,7 +54,8 @@ class KeyOrder {
   BisectResult Find(const char* id) const {
     std::uint64_t head = 0;
     if (entries_.Empty() || !heads_.CouldHold(id, head)) return {0, false};
-    const std::int32_t first = FirstNotBelow(head);
+    const std::int32_t first = FirstNotBefore(
+        entries_.begin(), Count(), [&](std::int32_t i) { return entries_[i].head < head; });
     if (entries_[first].head != head) return {first, false};
     if (Heads::IsWhole(head)) return {first, true};
     const BisectResult at = Bisect(Count() - first, [&](std::int32_t i) {
@@ -63,20 +65,6 @@ class KeyOrder {
   }
 
  private:
-  // The rank of the first entry whose head is not below this one, or the last rank. Without branches
-  // that depend on the heads: half of them would be foretold wrongly.
-  std::int32_t FirstNotBelow(std::uint64_t head) const {
-    const KeyHead* first = entries_.begin();
-    for (std::int32_t count = entries_.Count(); count > 1;) {
-      const std::int32_t half = count / 2;
-      count -= half;
-      Fetch(first + count / 2);
-      Fetch(first + half + count / 2);
-      first += half & -static_cast<std::int32_t>(first[half - 1].head < head);
-    }
-    return static_cast<std::int32_t>(first - entries_.begin());
-  }
-
   void SortEqualHeads() {
     const auto isBefore = [this](const KeyHead& left, const KeyHead& right) {
       const int order = Compare(left, right);
@@ -92,7 +80,7 @@ class KeyOrder {
 
   bool HeadsAgreeWithKeys() const {
     for (std::int32_t i = 1; i < Count(); ++i) {
-      if (i < Count() - kTurnsAhead) Fetch(&(*this)[i + kTurnsAhead].ids);
+      if (i < Count() - kTurnsAhead) Prefetch(&(*this)[i + kTurnsAhead].ids);
       if (entries_[i - 1].head != entries_[i].head && CompareKeys((*this)[i - 1], (*this)[i]) >= 0)
         return false;
     }

@@ -68,8 +68,8 @@ class ModuleResolver {
 };
 
 void FetchSelected(const MfModuleT& module) {
-  Fetch(module.selectedImpl);
-  Fetch(&module.selectedImpl->resolvedPath);
+  Prefetch(module.selectedImpl);
+  Prefetch(&module.selectedImpl->resolvedPath);
 }
 
 }  // namespace

@@ -11,16 +11,17 @@ const char* PathOf(const MfModuleT& module) {
 
 }  // namespace
 
-// All modules are ordered only for classes that are not few beside them, and only as a help: without
-// memory for that the list itself is searched.
+// All modules are ordered only for many classes that are not few beside them, and only as a help:
+// without memory for that the list itself is searched.
 SidePaths::SidePaths(const SortedModules& modules, std::int32_t classCount) : modules_(modules) {
-  if (modules.Empty() || classCount <= modules.Count() / 8 || !paths_.Reserve(modules.Count()) ||
+  const bool isWorthIt = !modules.Empty() && classCount > 16 + modules.Count() / 8;
+  if (!isWorthIt || !paths_.Reserve(modules.Count()) ||
       !order_.Build({modules.begin(), modules.Count()})) {
     return;
   }
   for (std::int32_t i = 0; i < modules.Count(); ++i) {
     FetchAhead(modules, modules.Count(), i,
-               [](const MfModuleT& m) { Fetch(&m.selectedImpl->resolvedPath); });
+               [](const MfModuleT& m) { Prefetch(&m.selectedImpl->resolvedPath); });
     paths_.AppendReserved(PathOf(*modules[i]));
   }
 }

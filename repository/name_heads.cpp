@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "support/number_search.h"
+
 namespace tarnmf {
 namespace {
 
@@ -73,18 +75,9 @@ bool NameHeads::TellNamesApart() const {
   return distinct >= std::min(kMany, heads_.Count() / 2);
 }
 
-// A processor would predict every other step wrongly: there is no branch to predict. It can't run
-// ahead then, so what the next step may look at is fetched here.
 std::int32_t NameHeads::LastNotAbove(Head sought) const {
-  const Head* last = heads_.begin();
-  for (std::int32_t count = heads_.Count(); count > 1;) {
-    const std::int32_t half = count / 2;
-    count -= half;
-    __builtin_prefetch(last + count / 2);
-    __builtin_prefetch(last + half + count / 2);
-    last += half & -static_cast<std::int32_t>(last[half] <= sought);
-  }
-  return static_cast<std::int32_t>(last - heads_.begin());
+  return FirstNotBefore(heads_.begin(), heads_.Count(),
+                        [&](std::int32_t i) { return heads_[i + 1] <= sought; });
 }
 
 // Most runs are short: looks back in growing steps.

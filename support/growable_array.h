@@ -120,6 +120,12 @@ class GrowableArray {
   // Forgets the elements without releasing them and keeps the room.
   void Forget() { count_ = 0; }
 
+  void Swap(GrowableArray& other) {
+    std::swap(count_, other.count_);
+    std::swap(capacity_, other.capacity_);
+    std::swap(items_, other.items_);
+  }
+
   // Takes over an exactly sized list, a pointer `items` and a `count`, and leaves it empty.
   // REQUIRES: this array is empty.
   template <class List>

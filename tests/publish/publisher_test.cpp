@@ -132,29 +132,35 @@ TEST(Publisher, StandsEveryFailedAllocation) {
   EXPECT_GT(refused, 10);
 }
 
+// Questions of Add throw one after the other, and so do the eight calls that Publish makes.
 TEST(Publisher, CanTryAgainAfterAnExceptionOfThePlatform) {
-  constexpr int kQuestions = 5;  // of the checks; Publish then makes eight calls
   RecordingManagers managers;
-  for (int n = 0; n < kQuestions + 8; ++n) {
-    SCOPED_TRACE(n);
-    const Batch first(kAll);
-    const Batch batch(Module("c") + Class("app", "$6", "c") + Class("app", "$7", "c") +
-                      Class("app", "$8", "c"));
+  const std::string text = Module("d") + Module("e") + Module("f") + Class("app", "$8", "d") +
+                           Class("app", "$3", "d") + Class("service", "$5", "e") +
+                           Class("service", "$5", "", "f") + Class("app", "$6", "d");
+  int thrown = 0;  // questions
+  for (int n = 0; n == thrown; ++n) {
+    const Batch first(kAll + Module("c") + Class("app", "$4", "c") + Class("app", "$7", "c"));
+    const Batch batch(text);
+    const Batch again(text);  // records whose sides have not been moved
     const PublisherPtr publisher = MakePublisher();
     ASSERT_EQ(first.AddTo(*publisher), kBtkOk);
-    if (n < kQuestions) {
-      g_throwAt = n;
-      EXPECT_THROW(IgnoreRefusal(batch.AddTo(*publisher)), PlatformException);
-      EXPECT_EQ(Count(publisher->batch) + Count(publisher->merged), 7);
-      EXPECT_EQ(Pending(*publisher), "2 2 1");
-    } else {
-      managers.ThrowAt(n - kQuestions);
-      EXPECT_THROW(IgnoreRefusal(publisher->Publish(true)), PlatformException);
+    g_throwAt = n;
+    try {
+      EXPECT_EQ(batch.AddTo(*publisher), kBtkOk);
+    } catch (const PlatformException&) {
+      ++thrown;
+      EXPECT_EQ(Count(publisher->batch) + Count(publisher->merged), 11) << n;
+      EXPECT_EQ(Pending(*publisher), "3 4 1");
+      EXPECT_EQ(again.AddTo(*publisher), kBtkOk);
     }
-    EXPECT_EQ(batch.AddTo(*publisher), kBtkOk);
+    g_throwAt = -1;
+    managers.ThrowAt(n % 8);
+    EXPECT_THROW(IgnoreRefusal(publisher->Publish(true)), PlatformException);
     EXPECT_EQ(publisher->Publish(true), kBtkOk);
     EXPECT_EQ(Pending(*publisher), "0 0 0");
   }
+  EXPECT_GT(thrown, 15);
 }
 
 // The order of ids is the platform's own, whatever their bytes say.

@@ -1,5 +1,8 @@
 // Which batches are accepted, why others are refused, and what the accepted ones are filed as.
 #include <algorithm>
+#include <random>
+#include <set>
+#include <string_view>
 
 #include "tests/publish/batch.h"
 #include "tests/support/case_file.h"
@@ -168,44 +171,82 @@ TEST(Sides, CompleteARecordOfTheSameClass) {
 
 // ---- Lists -------------------------------------------------------------------------------------
 
-// A hundred of 300 modules "m<number>" in a mixed order; each is used by one class, in the role
-// number % 5.
-std::string ManyRecords(int batch) {
-  std::string text;
-  for (int i = batch * 100; i < (batch + 1) * 100; ++i) {
-    const int number = i * 137 % 300;
-    const std::string module = "m" + std::to_string(number);
-    const std::string digits = std::to_string(100000 + number * 7919 % 100003);
-    text +=
-        Module(module) + ClassInRole(number % 5, "00000000-0000-0000-0000-000000" + digits, module);
-  }
-  return text;
+// Ids of two kinds, some of which differ late. All end with the number's last digit.
+std::string ModuleId(int number) {
+  return number % 3 == 0 ? "m" + std::to_string(10000 + 21 * number)
+                         : "modules.of.a.family." + std::to_string(number);
 }
+const std::string kClassId = "00000000-0000-0000-0000-0000000";  // and five digits
 
-TEST(Validation, FilesWhatALinearSearchFinds) {
-  const Batch batches[] = {Batch(ManyRecords(0)), Batch(ManyRecords(1)), Batch(ManyRecords(2))};
-  std::vector<MfModuleT*> modules;
-  std::vector<MfIntfClassT*> classes;
-  const PublisherPtr publisher = MakePublisher();
-  for (const Batch& batch : batches) {
-    ASSERT_EQ(batch.AddTo(*publisher), kBtkOk);
-    modules.insert(modules.end(), batch.data.modules.begin(), batch.data.modules.end());
-    classes.insert(classes.end(), batch.data.classes.begin(), batch.data.classes.end());
+// Three batches of modules in a mixed order; each is used by the class with its number, in the role
+// number % 5.
+TEST(Validation, FilesAndResolvesManyRecords) {
+  constexpr int kMany = 3000;
+  std::string texts[3];
+  for (int i = 0; i < kMany; ++i) {
+    const int number = i * 137 % kMany;
+    const std::string id = ModuleId(number);
+    texts[number % 3] +=
+        "<module id='" + id + "' name='" + id + "' loadpoint='/lp'/>" +
+        ClassInRole(number % 5, kClassId + std::to_string(10000 + 19 * number), id);
   }
-  const auto byKey = [](auto* left, auto* right) { return CompareKeys(*left, *right) < 0; };
-  std::sort(modules.begin(), modules.end(), byKey);
-  std::sort(classes.begin(), classes.end(), byKey);
+  const Batch batches[] = {Batch(texts[0]), Batch(texts[1]), Batch(texts[2])};
+  const PublisherPtr publisher = MakePublisher();
+  for (const Batch& batch : batches)
+    ASSERT_EQ(batch.AddTo(*publisher), kBtkOk);
+  const auto wrong = [](auto* left, auto* right) { return CompareKeys(*left, *right) >= 0; };
+  // Each is in one list, in one of a role and, two of five times, in the generic one as well.
+  EXPECT_EQ(Count(publisher->merged), kMany / 5 * (5 + 5 + 2 + 5));
   for (int i = 0; i < 6; ++i) {
     const SortedModules& list = publisher->merged.*kModuleLists[i];
-    std::vector<MfModuleT*> expected = modules;
-    std::erase_if(expected, [&](const MfModuleT* module) {
-      const int role = std::stoi(module->id + 1) % 5;
-      return i > 0 && role != i - 1 && !(i == 5 && role >= 2);  // the generic list is the last
-    });
-    EXPECT_EQ(std::vector<MfModuleT*>(list.begin(), list.end()), expected) << i;
+    EXPECT_EQ(std::ranges::adjacent_find(list, wrong), list.end());
+    EXPECT_TRUE(std::ranges::all_of(list, [&](const MfModuleT* module) {
+      const int role = (std::string_view(module->id).back() - '0') % 5;
+      return i == 0 || role == i - 1 || (i == 5 && role >= 2);  // the generic list is the last
+    })) << i;
   }
-  const SortedClasses& list = publisher->merged.classes;
-  EXPECT_EQ(std::vector<MfIntfClassT*>(list.begin(), list.end()), classes);
+  const SortedClasses& classes = publisher->merged.classes;
+  EXPECT_EQ(std::ranges::adjacent_find(classes, wrong), classes.end());
+
+  RecordingManagers managers;
+  EXPECT_EQ(publisher->Publish(true), kBtkOk);
+  for (int number = kServiceServerRole; number < kMany; number += 5)
+    EXPECT_EQ(classes[number]->sides[kMfServiceSide].moduleref, "/lp/native/" + ModuleId(number));
+}
+
+// A module is refused whose id is there before; a class, when its side is.
+TEST(Validation, RefusesTheFirstRepeatedRecord) {
+  std::mt19937 random(1);
+  const auto below = [&](unsigned limit) { return static_cast<int>(random() % limit); };
+  for (int round = 0; round < 500; ++round) {
+    std::string text = Module("0") + Module("1");
+    for (int i = 0; i < 30; ++i)
+      text += Module(ModuleId(below(900)));
+    int sides[12];
+    for (int& side : sides) {
+      side = below(2);  // client or service
+      const std::string id = kClassId + std::to_string(10000 + below(40));
+      text += ClassInRole(kServiceClientRole + side, id, std::to_string(side));
+    }
+    const Batch batch(text);
+    const Refusal why = CheckFirstBatch(batch.data.modules, batch.data.classes);
+    std::set<std::pair<std::string, int>> known;  // ids, those of classes by side
+    const MfModuleT* module = nullptr;
+    for (const MfModuleT* record : batch.data.modules) {
+      if (!known.insert({record->id, -1}).second && module == nullptr) module = record;
+      EXPECT_EQ(record->selectedImpl == nullptr, module != nullptr);
+    }
+    EXPECT_EQ(why.module, module);
+    const MfIntfClassT* refused = nullptr;
+    for (std::int32_t i = 0; i < 12 && module == nullptr && refused == nullptr; ++i) {
+      const MfIntfClassT& record = *batch.data.classes[i];
+      const std::string id = IdText(record.ids[kMfClientSide]);
+      if (!known.insert({id, sides[i]}).second) refused = &record;
+      const bool moves = refused == nullptr && known.contains({id, 1 - sides[i]});
+      EXPECT_NE(MfHasSide(record, static_cast<MfSideT>(sides[i])), moves);
+    }
+    EXPECT_EQ(why.intfClass, refused);
+  }
 }
 
 }  // namespace
