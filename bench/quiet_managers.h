@@ -3,9 +3,8 @@
 #ifndef BENCH_QUIET_MANAGERS_H
 #define BENCH_QUIET_MANAGERS_H
 
-#include "platform/host/btkhost.h"
 #include "platform/host/embedded_dlm.h"
-#include "platform/host/embedded_services.h"
+#include "tests/support/installed_managers.h"
 
 namespace tarnmf::bench {
 
@@ -43,10 +42,6 @@ class QuietDlmManager : public btkDlmManager, public btkHostIntfRegistry {
 // The versions of a service follow from its id.
 class QuietServiceManager : public btkServiceManager {
  public:
-  static std::int16_t VersionOf(const UniIdT& id) {
-    return static_cast<std::int16_t>((id.bytes[11] * 7 + id.bytes[15]) % 30);
-  }
-
   BtkErrorT DefineService(const UniIdT*, const btkWChar*, const char*, const UniIdT*, std::uint32_t,
                           std::int32_t, std::int32_t, std::int32_t) override {
     return kBtkOk;
@@ -57,7 +52,7 @@ class QuietServiceManager : public btkServiceManager {
   }
   BtkErrorT QueryServiceVersions(std::int16_t* version, std::int16_t* minVersion, const UniIdT* id,
                                  const btkWChar*) override {
-    *version = VersionOf(*id);
+    *version = static_cast<std::int16_t>((id->bytes[11] * 7 + id->bytes[15]) % 30);
     *minVersion = static_cast<std::int16_t>(*version / 2);
     return kBtkOk;
   }
@@ -73,23 +68,9 @@ class QuietServiceManager : public btkServiceManager {
 
 // Installs both while it lives.
 class QuietManagers {
- public:
-  QuietManagers() {
-    btkHostSetDlmManager(&dlm_);
-    btkHostSetIntfRegistry(&dlm_);
-    btkHostSetServiceManager(&services_);
-  }
-  QuietManagers(const QuietManagers&) = delete;
-  QuietManagers& operator=(const QuietManagers&) = delete;
-  ~QuietManagers() {
-    btkHostSetDlmManager(&btkHostEmbeddedDlmManager());
-    btkHostSetIntfRegistry(nullptr);
-    btkHostSetServiceManager(&btkHostEmbeddedServiceManager());
-  }
-
- private:
   QuietDlmManager dlm_;
   QuietServiceManager services_;
+  const test::InstalledManagers installed_{&dlm_, &services_};
 };
 
 }  // namespace tarnmf::bench

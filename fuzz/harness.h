@@ -2,6 +2,7 @@
 #ifndef FUZZ_HARNESS_H
 #define FUZZ_HARNESS_H
 
+#include <cstdint>
 #include <string>
 #include <xercesc/dom/DOMException.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
@@ -9,6 +10,7 @@
 
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
+#include "tests/support/installed_managers.h"
 
 namespace tarnmf::fuzz {
 
@@ -35,21 +37,9 @@ BtkErrorT WithoutXmlExceptions(Work work) {
 
 // Managers in which nothing is registered, installed for the life of this object.
 struct FreshManagers {
-  FreshManagers() {
-    btkHostSetDlmManager(&dlm);
-    btkHostSetIntfRegistry(&dlm);
-    btkHostSetServiceManager(&services);
-  }
-  FreshManagers(const FreshManagers&) = delete;
-  FreshManagers& operator=(const FreshManagers&) = delete;
-  ~FreshManagers() {
-    btkHostSetDlmManager(nullptr);
-    btkHostSetIntfRegistry(nullptr);
-    btkHostSetServiceManager(nullptr);
-  }
-
   btkHostDlmManager dlm;
   btkHostServiceManager services;
+  const test::InstalledManagers installed{&dlm, &services};
 };
 
 }  // namespace tarnmf::fuzz

@@ -6,12 +6,11 @@
 #include <string>
 
 #include "tarnmf/dispose.h"
-#include "tarnmf/stream_parser.h"
 
 #include "publish/batch_checks.h"
 #include "publish/publisher_impl.h"
 #include "tests/support/documents.h"
-#include "tests/support/memory_stream.h"
+#include "tests/support/parse.h"
 #include "tests/support/recording_managers.h"
 
 namespace tarnmf::test {
@@ -22,14 +21,10 @@ inline PublisherPtr MakePublisher(IntfDispositionT view = kIntfAgentView) {
   return PublisherPtr(new liMfPublisherImpl(view));
 }
 
-// The records of a fragment of a mixed document, in which "$1" to "$9" stand for the ids #1 to #9.
+// The records of a fragment of a mixed document.
 struct Batch {
-  explicit Batch(std::string fragment) {
-    for (std::size_t at = 0; (at = fragment.find('$', at)) != std::string::npos;)
-      fragment.replace(at, 2, "00000000-0000-0000-0000-00000000000" + fragment.substr(at + 1, 1));
-    MemoryStream stream(InRoot(fragment));
-    const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
-    EXPECT_EQ(parser->Parse(&data, &stream), kBtkOk) << fragment;
+  explicit Batch(const std::string& fragment) {
+    EXPECT_EQ(Parse(InRoot(WithIds(fragment)), data), kBtkOk) << fragment;
   }
 
   BtkErrorT AddTo(liMfPublisher& publisher) const {

@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tarnmf/dispose.h"
-#include "tarnmf/stream_parser.h"
 
 #include "platform/memory.h"
 #include "tests/support/allocation_fault.h"
 #include "tests/support/everything.h"
-#include "tests/support/memory_stream.h"
+#include "tests/support/parse.h"
 #include "tests/support/record_dump.h"
 
 namespace tarnmf::test {
@@ -29,10 +27,8 @@ void ExpectSharedByAssignment(const Record& source) {
 }
 
 TEST(Records, ShareByAssignment) {
-  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
-  MemoryStream stream(kEverything);
   MfLdpDataT data;
-  ASSERT_EQ(parser->Parse(&data, &stream), kBtkOk);
+  ASSERT_EQ(Parse(kEverything, data), kBtkOk);
   ExpectSharedByAssignment(*data.modules[0]);
   ExpectSharedByAssignment(*data.classes[0]);
   ExpectSharedByAssignment(*data.runnables[0]);

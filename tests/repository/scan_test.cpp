@@ -33,14 +33,6 @@ constexpr char kEverything[] =
     "<runnable moduleref='m'><app nameid='a'/>"
     "<service id='$3' commonname='S' exposed='true'/></runnable>";
 
-// The id that documents write as $1 to $9.
-UniIdT IdOf(char digit) {
-  const std::string text = WithIds({'$', digit});
-  UniIdT id{};
-  EXPECT_EQ(btkUniIdParse(&id, text.c_str(), text.size(), nullptr, kBtkUniIdDashed), kBtkOk);
-  return id;
-}
-
 std::string OperationOf(const std::string& call) {
   return call.substr(0, call.find('('));
 }
@@ -50,7 +42,7 @@ std::string PreloadCall(const std::string& name) {
 }
 
 struct SessionFake : btkSvcSession {
-  UniIdT GetServiceId() override { return IdOf('5'); }
+  UniIdT GetServiceId() override { return Id(5); }
 };
 
 class ScanTest : public testing::Test {
@@ -58,7 +50,8 @@ class ScanTest : public testing::Test {
   ScanTest() {
     btkHostSetProcessLoadpoint(BTK_W("/lp"));
     btkHostSetExecutablePath(BTK_W("/bin/viewer"));
-    platform_.externalService = [](std::string_view) { return IdOf('3'); };
+    btkHostSetMachineTypes("x64", "x86");
+    platform_.externalService = [](std::string_view) { return Id(3); };
     platform_.serviceVersion = 4;
     root_.Write("i/.installed", "base = \"b\"\nlayout += 64 {\"a\" | | \"b\", \"c\"}\n");
     root_.Write("i/a.tmfx", DocumentOf(kEverything));
@@ -67,6 +60,7 @@ class ScanTest : public testing::Test {
     Discard();
     btkHostSetProcessLoadpoint(nullptr);
     btkHostSetExecutablePath(nullptr);
+    btkHostSetMachineTypes(nullptr, nullptr);
   }
 
   // Takes both repositories away, that of a test and that of the process.
@@ -108,7 +102,6 @@ class ScanTest : public testing::Test {
 
   TempDirectory root_;
   RecordingManagers platform_;
-  MachineTypes machines_{"x64", "x86"};
   RepositoryPtr repo_{new liMfRepoBaseImpl};
 };
 
@@ -154,7 +147,7 @@ TEST_F(ScanTest, AnnouncesAnInstallation) {
     EXPECT_EQ(ScanDirectory("i"), kBtkOk);
     const std::string calls = Calls(
         {"RegisterInstallation", "RegisterLayout", "QueryLoadpointId", "PreloadModule"}, "\n");
-    EXPECT_EQ(calls, WithIds(row.result)) << row.name;
+    EXPECT_EQ(calls, row.result) << row.name;
   }
 }
 
@@ -178,8 +171,8 @@ TEST_F(ScanTest, ReadsTheManifestsOfTheDirectoryItself) {
 }
 
 TEST_F(ScanTest, AnnouncesTheProcess) {
-  const UniIdT service = IdOf('3');
-  platform_.processScope = IdOf('8');
+  const UniIdT service = Id(3);
+  platform_.processScope = Id(8);
   for (const std::u16string& path : {std::u16string(u"/lp"), {}, std::u16string(261, u'x')}) {
     NewRepository();
     btkHostSetProcessLoadpoint(path.c_str());
@@ -293,7 +286,7 @@ TEST_F(ScanTest, StopsAtFaultsOfItsInput) {
 // ---- Passes ------------------------------------------------------------------------------------
 
 TEST_F(ScanTest, PreloadsWhatItsConditionsSay) {
-  const UniIdT options[] = {IdOf('1'), IdOf('2')};
+  const UniIdT options[] = {Id(1), Id(2)};
   btkConfEnableOption(&options[0], 3);
   btkConfEnableOption(&options[1], 0);
   // Only shared libraries that have been found are loaded, from the file for this machine.
@@ -330,10 +323,10 @@ TEST_F(ScanTest, PreloadsWhatItsConditionsSay) {
 
 TEST_F(ScanTest, FilesHostedClassesAndExposedServices) {
   platform_.externalService = [](std::string_view name) {
-    return IdOf(name == "GenLWSC" ? '4' : name[2]);
+    return Id(name == "GenLWSC" ? 4U : static_cast<std::uint32_t>(name[2] - '0'));
   };
   platform_.Refuse("ResolveExternalService(\"bad\"", kRefusal);
-  platform_.Refuse(WithIds("QueryServiceVersions($5"), kRefusal);
+  platform_.Refuse("QueryServiceVersions(#5", kRefusal);
   const auto dump = [&](const MfSvcResolveT& entry) {
     EXPECT_EQ(entry.kind == kMfClassEntry, btkUniIdIsNull(entry.ids[kMfCombinedId]));
     EXPECT_TRUE(btkUniIdIsEqual(&entry.ids[kMfLoadpointId], &repo_->loadpointsById[0]->id));
@@ -355,7 +348,7 @@ TEST_F(ScanTest, FilesHostedClassesAndExposedServices) {
       result += "service " + std::string(service->key) + " " + dump(*service);
     }
     if (result.empty()) result = "nothing filed; ";
-    EXPECT_EQ(result, WithIds(row.result) + "; ") << row.name;
+    EXPECT_EQ(result, row.result + "; ") << row.name;
   }
 }
 

@@ -5,10 +5,8 @@
 namespace tarnmf::test {
 
 std::string WithIds(std::string text) {
-  for (std::size_t at = 0; (at = text.find('$', at)) != std::string::npos;) {
-    const char digit = text[at + 1];
-    text.replace(at, 2, std::string(8, digit) + "-1111-2222-3333-444444444444");
-  }
+  for (std::size_t at = 0; (at = text.find('$', at)) != std::string::npos;)
+    text.replace(at, 2, "00000000-0000-0000-0000-00000000000" + text.substr(at + 1, 1));
   return text;
 }
 

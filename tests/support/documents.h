@@ -10,7 +10,7 @@
 
 namespace tarnmf::test {
 
-// "$0" to "$9" stand for ids.
+// "$1" to "$9" stand for the ids #1 to #9.
 std::string WithIds(std::string text);
 
 // The content below the root of a mixed document.

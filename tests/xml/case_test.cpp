@@ -3,7 +3,7 @@
 #include <sstream>
 
 #include "tests/support/documents.h"
-#include "tests/xml/parse.h"
+#include "tests/support/parse.h"
 
 namespace tarnmf::test {
 namespace {

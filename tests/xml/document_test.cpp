@@ -10,8 +10,8 @@
 #include "tests/support/documents.h"
 #include "tests/support/everything.h"
 #include "tests/support/memory_stream.h"
+#include "tests/support/parse.h"
 #include "tests/support/record_dump.h"
-#include "tests/xml/parse.h"
 #include "xml/xml_input_source.h"
 #include "xml/xml_platform.h"
 

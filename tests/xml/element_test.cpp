@@ -7,8 +7,8 @@
 #endif
 
 #include "tests/support/documents.h"
+#include "tests/support/parse.h"
 #include "tests/support/record_dump.h"
-#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {

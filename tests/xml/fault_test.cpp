@@ -13,8 +13,8 @@
 #include "tests/support/everything.h"
 #include "tests/support/ignored_leaks.h"
 #include "tests/support/memory_stream.h"
+#include "tests/support/parse.h"
 #include "tests/support/record_dump.h"
-#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "grammar/manifest.h"
 #include "tests/support/documents.h"
-#include "tests/xml/parse.h"
+#include "tests/support/parse.h"
 
 namespace tarnmf::test {
 namespace {

@@ -12,8 +12,8 @@
 #include "tests/support/documents.h"
 #include "tests/support/everything.h"
 #include "tests/support/memory_stream.h"
+#include "tests/support/parse.h"
 #include "tests/support/temp_directory.h"
-#include "tests/xml/parse.h"
 
 namespace tarnmf::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "tests/xml/parse.h"
+#include "tests/support/parse.h"
 
 #include <gtest/gtest.h>
 

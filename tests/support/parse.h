@@ -1,6 +1,6 @@
 // Parses documents of tests and shows what came of them.
-#ifndef TESTS_XML_PARSE_H
-#define TESTS_XML_PARSE_H
+#ifndef TESTS_SUPPORT_PARSE_H
+#define TESTS_SUPPORT_PARSE_H
 
 #include <string>
 
@@ -21,4 +21,4 @@ std::string ParseAndDump(const std::string& document);
 
 }  // namespace tarnmf::test
 
-#endif  // TESTS_XML_PARSE_H
+#endif  // TESTS_SUPPORT_PARSE_H
