@@ -118,6 +118,7 @@ bool FileServiceEntry(liMfRepoBaseImpl& repo, const char* name, const UniIdT* ld
   if (!repo.serviceEntries.ReserveMore(1)) return false;
   UniIdT combined{};
   if (btkUniIdCombine(&combined, ldpId, svcid) != kBtkOk) return false;
+  const BisectResult byId = FindByCombinedId(repo.serviceEntries, combined);
   auto* const entry = new (std::nothrow) MfSvcResolveT{.kind = kMfServiceEntry,
                                                        .key = bucket->key,
                                                        .ids = {combined, *svcid, *ldpId, *scope},
@@ -126,7 +127,7 @@ bool FileServiceEntry(liMfRepoBaseImpl& repo, const char* name, const UniIdT* ld
                                                        .record = cls};
   if (entry == nullptr) return false;
   InsertByVersion(*bucket, entry);
-  InsertOrReplace(repo.serviceEntries, FindByCombinedId(repo.serviceEntries, combined), entry);
+  InsertOrReplace(repo.serviceEntries, byId, entry);
   return true;
 }
 
@@ -138,12 +139,14 @@ bool ReserveLoadpoint(liMfRepoBaseImpl& repo) {
   return repo.loadpointsByPath.ReserveMore(1) && repo.loadpointsById.ReserveMore(1);
 }
 
-void FileLoadpoint(liMfRepoBaseImpl& repo, MfLdpEntryT* entry) {
-  InsertOrReplace(repo.loadpointsByPath, FindByPath(repo.loadpointsByPath, entry->data.loadpoint),
-                  entry);
-  InsertOrReplace(repo.loadpointsById, FindById(repo.loadpointsById, entry->id), entry);
+MfLdpEntryT& FileLoadpoint(liMfRepoBaseImpl& repo, std::unique_ptr<MfLdpEntryT> entry) {
+  const BisectResult byPath = FindByPath(repo.loadpointsByPath, entry->data.loadpoint);
+  const BisectResult byId = FindById(repo.loadpointsById, entry->id);
+  InsertOrReplace(repo.loadpointsByPath, byPath, entry.get());
+  InsertOrReplace(repo.loadpointsById, byId, entry.get());
   entry->filedBefore = repo.lastFiled;
-  repo.lastFiled = entry;
+  repo.lastFiled = entry.release();
+  return *repo.lastFiled;
 }
 
 // ---- Queries -----------------------------------------------------------------------------------

@@ -1,8 +1,8 @@
 // The repository's indexes: what files entries in them.
 //
 // Every index is a sorted array. A filing operation makes room in every array that will hold the
-// new entry before it makes the entry, so that once there is an entry nothing can fail. What was
-// filed before a failure stays.
+// new entry, and finds its places, before it makes the entry, so that once there is an entry nothing
+// can fail, comparisons of the platform included. What was filed before a failure stays.
 #ifndef REPOSITORY_INDEXES_H
 #define REPOSITORY_INDEXES_H
 
@@ -30,7 +30,7 @@ bool ReserveLoadpoint(liMfRepoBaseImpl& repo);
 // Files a load point under its path and its id. In each index it takes the place of a record with
 // the same key. From here on the record belongs to the repository.
 // REQUIRES: room was made before.
-void FileLoadpoint(liMfRepoBaseImpl& repo, MfLdpEntryT* entry);
+MfLdpEntryT& FileLoadpoint(liMfRepoBaseImpl& repo, std::unique_ptr<MfLdpEntryT> entry);
 
 }  // namespace tarnmf
 

@@ -22,7 +22,7 @@ struct MfLdpEntryT {
   // The publisher points into the data, so it goes first.
   ~MfLdpEntryT() { publisher.reset(); }
 
-  DisposePtr<liMfPublisher> publisher;  // null until the record is filed
+  DisposePtr<liMfPublisher> publisher;  // null until the manifests have been read
   UniIdT id;
   MfLdpDataT data;  // with the path of the load point, and everything its manifests declare
 

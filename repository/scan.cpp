@@ -121,13 +121,9 @@ BtkErrorT FileAndPublish(liMfRepoBaseImpl& repo, btkDlmManager& dlm, FoundLoadpo
   if (!loader || !entry) return kBtkNoMemory;
   if (BtkErrorT e = LoadManifests(*loader, found, entry->data)) return e;
 
-  // Declared after the entry: it points into the entry's records, so it has to go first.
-  DisposePtr<liMfPublisher> publisher;
-  if (BtkErrorT e = MakePublisher(entry->data, publisher)) return e;
+  if (BtkErrorT e = MakePublisher(entry->data, entry->publisher)) return e;
   if (!ReserveLoadpoint(repo)) return kBtkNoMemory;
-  filed = entry.release();
-  FileLoadpoint(repo, filed);
-  filed->publisher = std::move(publisher);
+  filed = &FileLoadpoint(repo, std::move(entry));
   return filed->publisher->Publish(true);
 }
 

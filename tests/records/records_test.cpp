@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "platform/memory.h"
 #include "tests/support/allocation_fault.h"
 #include "tests/support/everything.h"

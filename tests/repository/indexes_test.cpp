@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 #include <list>
 #include <map>
+#include <memory>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -14,6 +16,13 @@
 #include "platform/unique_id.h"
 #include "repository/name_index.h"
 #include "tests/support/allocation_fault.h"
+
+// This program compares ids in place of the host layer.
+static bool g_comparisonThrows = false;
+int btkUniIdCompare(const UniIdT* left, const UniIdT* right) {
+  if (g_comparisonThrows) throw std::runtime_error("the platform");
+  return std::memcmp(left->bytes, right->bytes, sizeof left->bytes);
+}
 
 namespace tarnmf {
 namespace {
@@ -190,8 +199,8 @@ TEST(NameIndex, ComparesOnceOrTwiceAmongNamesWithAPrefix) {
   }
 }
 
-MfLdpEntryT* NewLoadpoint(int id, const std::u16string& path) {
-  auto* const entry = new MfLdpEntryT(Id(id));
+std::unique_ptr<MfLdpEntryT> NewLoadpoint(int id, const std::u16string& path) {
+  auto entry = std::make_unique<MfLdpEntryT>(Id(id));
   entry->data.loadpoint = btk_wcsdup(path.c_str());
   return entry;
 }
@@ -206,9 +215,8 @@ TEST(Indexes, KeepTheLoadpointFiledLastUnderEachKey) {
     for (int i = 0; i < 500; ++i) {
       const int id = static_cast<int>(random() % 300);
       const std::u16string path = {u'/', static_cast<char16_t>(u'\u0100' + random() % 300)};
-      byId[id] = byPath[path] = NewLoadpoint(id, path);
       ASSERT_TRUE(ReserveLoadpoint(*repo));
-      FileLoadpoint(*repo, byId[id]);
+      byId[id] = byPath[path] = &FileLoadpoint(*repo, NewLoadpoint(id, path));
     }
     std::vector<UniIdT> ids(byId.size());
     const auto count = static_cast<std::int32_t>(ids.size());
@@ -246,6 +254,25 @@ TEST(Indexes, AnswerNothingWhenEmptyOrAskedForNull) {
   }
   EXPECT_EQ(repo->names.Count(), 1);  // one copy for both indexes
   EXPECT_NE(repo->FindClassImpl(nullptr, "x", 0, 0), nullptr);
+}
+
+TEST(Indexes, FileNothingByHalvesWhenAComparisonThrows) {
+  const RepositoryPtr repo(new liMfRepoBaseImpl);
+  const auto file = [&](int number, const char* name, const std::u16string& path) {
+    const UniIdT id = Id(number);
+    FileLoadpoint(*repo, NewLoadpoint(number, path));
+    return FileServiceEntry(*repo, name, &id, &kBtkNullUniId, &id, kMfPerLdp, 1, nullptr);
+  };
+  const UniIdT id = Id(2);
+  ASSERT_TRUE(ReserveLoadpoint(*repo) && file(1, "x", u"/p") && ReserveLoadpoint(*repo));
+  g_comparisonThrows = true;
+  EXPECT_ANY_THROW(file(2, "y", u"/q"));
+  EXPECT_ANY_THROW(FileServiceEntry(*repo, "y", &id, &kBtkNullUniId, &id, kMfPerLdp, 1, nullptr));
+  g_comparisonThrows = false;
+  EXPECT_EQ(repo->loadpointsByPath.Count(), 1);
+  EXPECT_EQ(repo->loadpointsById.Count(), 1);
+  EXPECT_EQ(repo->serviceEntries.Count(), 1);
+  EXPECT_TRUE(repo->serviceIndex[1].byVersion.Empty());
 }
 
 TEST(Indexes, FileAllOrNothingWhenOutOfMemory) {
