@@ -47,7 +47,7 @@ inline constexpr AttributeT kServiceSideAttributes[] = {
     {"xsname", ValueKind::kText, false, nullptr,
      "The service that hosts the class, by name; not together with \"xsid\"."},
     {"xsversion", ValueKind::kDecimal, false, nullptr,
-     "Least version of the hosting service; 0 for any, 1 by default."},
+     "Least version of the hosting service; without it, or with 0, any."},
     {"isolation", ValueKind::kKeyword, false, &kIsolationWords,
      "Whether the hosting service holds nothing else; relaxed by default."},
     {"exposed", ValueKind::kBoolean, false, nullptr,

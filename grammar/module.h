@@ -48,7 +48,7 @@ inline constexpr AttributeT kPlatformModuleAttributes[] = {
     {"apilevel", ValueKind::kDecimal, false, nullptr,
      "API level of the file; by default the module's."},
     {"version", ValueKind::kIgnored, false, nullptr,
-     "Admitted, but not read: the version is 0.0.0.0 with it and the module's own without it."},
+     "Admitted, but not read: the version is always 0.0.0.0."},
 };
 inline constexpr ConditionT kPlatformModuleConditions[] = {
     {ConditionT::kNeeds, "forcepath", "path", kBtkMissing},
@@ -87,7 +87,8 @@ inline constexpr AttributeT kModuleAttributes[] = {
     {"description", ValueKind::kIgnored, false, nullptr, "For readers."},
     {"apilevel", ValueKind::kDecimal, false, nullptr, "API level of the file."},
     {"version", ValueKind::kIgnored, false, nullptr,
-     "Admitted, but not read: a module is always version 1.0.0.0, one inside a side 0.0.0.0."},
+     "Admitted, but not read: the file is always version 1.0.0.0, that of a module inside a side "
+     "0.0.0.0."},
     {"private", ValueKind::kBoolean, false, nullptr, "For use inside the installation only."},
     {"abits", ValueKind::kAddressBits, false, nullptr, "Address bits of the file."},
 };

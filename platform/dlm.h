@@ -1,6 +1,10 @@
 /// @file
 /// The dynamic-library manager: load points, library layouts, modules, interface references and
 /// runnables. All texts and arrays handed to it are borrowed for the call; it copies what it keeps.
+///
+/// Codes: kBtkOk; any other number refuses what was asked for, and results are written with kBtkOk
+/// only. Exceptions of a manager pass through the library. The manager lives for as long as the
+/// library is used. The library calls it on the thread of its caller and takes no lock for it.
 #ifndef PLATFORM_DLM_H
 #define PLATFORM_DLM_H
 
@@ -40,6 +44,7 @@ static_assert(offsetof(IntfRefEntryT, intfId) == 0 && offsetof(IntfRefEntryT, mo
               offsetof(IntfRefEntryT, multiplicityOrigin) == 40);
 
 /// Registers `count` interface references in one call. `entries` may be null when `count` is 0.
+/// `publish` is true.
 BTK_API BtkErrorT btkIntfPublishRefList(const IntfRefEntryT* entries, std::uint64_t count,
                                         bool publish);
 
@@ -92,12 +97,13 @@ class BTK_API btkDlmManager {
                                   const btkWChar* loadpoint, const char* machine,
                                   std::int32_t abits, const btkModuleVersionT* version) = 0;
 
-  /// Loads the library at `path` now and keeps it loaded.
+  /// Loads the library at `path` now and keeps it loaded. `*handle` is the manager's own: nobody
+  /// closes it.
   virtual BtkErrorT PreloadModule(void** handle, const char* path, std::int32_t reserved1,
                                   std::int32_t reserved2, void* reserved3, void* reserved4) = 0;
 
   /// Registers something that can be started. `args` ends with a null pointer and may itself be
-  /// null, as may `launcher`.
+  /// null, as may `launcher`. What is written to `result` is not looked at.
   virtual BtkErrorT RegisterRunnable(btkZString* result, const char* name, const char* moduleref,
                                      const char* launcher, const btkWChar* loadpoint,
                                      std::int32_t reserved, const btkWChar* const* args,

@@ -1,6 +1,6 @@
 /// @file
 /// Runtime core: character and comparison helpers, atomic counters, clean-up registration and the
-/// queries about the running process.
+/// queries about the running process. Everything here may be called on any thread.
 #ifndef PLATFORM_RUNTIME_H
 #define PLATFORM_RUNTIME_H
 
@@ -21,10 +21,11 @@ BTK_API std::int32_t btkAoInc32(std::int32_t* counter);
 /// Takes 1 away atomically; returns the new value.
 BTK_API std::int32_t btkAoDec32(std::int32_t* counter);
 
-/// Compares strings of sorted arrays by their bytes. Takes the addresses of the two and returns
-/// negative, 0 or positive; a null string sorts first.
+/// Compares strings of sorted arrays. Takes the addresses of the two and returns negative, 0 exactly
+/// for equal ones, or positive; a null string sorts first. The order is the platform's own; the host
+/// layer's is that of the bytes.
 BTK_API int CmpCase_cStrings_Safe(const char* const* left, const char* const* right);
-/// The same for wide paths, by code unit; one trailing separator is ignored.
+/// The same for wide paths; one trailing separator is ignored.
 BTK_API int Cmp_cWPaths_Safe(const btkWChar* const* left, const btkWChar* const* right);
 
 /// A function whose address identifies the library that it belongs to.
@@ -42,10 +43,12 @@ BTK_API void btkDlmExitNotify(btkCleanupT anchor);
 /// length without the NUL; 0 or (size_t)-1 when the process has none or it does not fit.
 BTK_API std::size_t btkGetLoadpointW(btkWChar* buffer, std::size_t units);
 
-/// Writes the full path of the running executable into a buffer of `units` elements.
+/// Writes the full path of the running executable into a buffer of `units` elements. Codes: kBtkOk;
+/// kBtkTooLong when it does not fit with its NUL.
 BTK_API BtkErrorT btkDlmGetCurProcessImagePathW(btkWChar* buffer, std::size_t units);
 
-/// Writes the file name that an executable called `name` has on this platform.
+/// Writes the file name that an executable called `name` has on this platform. Codes: kBtkOk;
+/// kBtkTooLong when it does not fit with its NUL.
 BTK_API BtkErrorT btkGetExecutableNameW(btkWChar* buffer, std::size_t units, const void* reserved,
                                         const btkWChar* name);
 

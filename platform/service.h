@@ -1,5 +1,10 @@
 /// @file
 /// The service manager and the service session of the process. Arguments are borrowed for the call.
+///
+/// Codes: kBtkOk; any other number refuses what was asked for, and results are written with kBtkOk
+/// only. Exceptions of a manager pass through the library. The manager and the session live for as
+/// long as the library is used. The library calls them on the thread of its caller and takes no lock
+/// for it.
 #ifndef PLATFORM_SERVICE_H
 #define PLATFORM_SERVICE_H
 
@@ -18,8 +23,8 @@ class BTK_API btkServiceManager {
   /// The process's manager, or null when none is available.
   static btkServiceManager* Instance();
 
-  /// Makes a service of a load point known. `idText` is the dashed text form of `id`, `flags` are
-  /// btkServiceFlagT.
+  /// Makes a service of a load point known. `idText` is the plain text form of `id`, 32
+  /// digits; `flags` are btkServiceFlagT.
   virtual BtkErrorT DefineService(const UniIdT* id, const btkWChar* loadpoint, const char* idText,
                                   const UniIdT* model, std::uint32_t flags, std::int32_t reserved1,
                                   std::int32_t reserved2, std::int32_t reserved3) = 0;
@@ -33,7 +38,8 @@ class BTK_API btkServiceManager {
   virtual BtkErrorT QueryServiceVersions(std::int16_t* version, std::int16_t* minVersion,
                                          const UniIdT* id, const btkWChar* loadpoint) = 0;
 
-  /// Resolves a service given by name, and version unless 0, and writes its id.
+  /// Resolves a service given by name and writes its id. A negative `version` asks for at least
+  /// -version; with any other one the manager decides.
   virtual BtkErrorT ResolveExternalService(UniIdT* id, const char* name, std::int16_t version,
                                            std::int16_t reserved, const btkWChar* loadpoint) = 0;
 

@@ -1,7 +1,7 @@
 /// @file
 /// The platform's 16-byte unique ids. The platform also has a class btkUniId, a C++ wrapper of them
 /// with constructors and operators; this library uses the record and the functions only, so the
-/// class is not declared.
+/// class is not declared. Everything here may be called on any thread.
 #ifndef PLATFORM_UNIQUE_ID_H
 #define PLATFORM_UNIQUE_ID_H
 
@@ -28,7 +28,8 @@ inline constexpr std::size_t kBtkUniIdPlainLength = 32;
 /// The kind of id that btkUniIdGen14 makes from random bits.
 inline constexpr int kBtkUniIdRandom = 4;
 
-/// Orders ids by their bytes: negative, 0, positive.
+/// Compares ids of sorted arrays: negative, 0 exactly for equal ones, positive. The order is the
+/// platform's own; the host layer's is that of the bytes.
 BTK_API int btkUniIdCompare(const UniIdT* left, const UniIdT* right);
 /// True when both have the same bytes.
 BTK_API bool btkUniIdIsEqual(const UniIdT* left, const UniIdT* right);

@@ -36,7 +36,7 @@ struct TARNMF_API MfIntfClassT {
   MfAffinityT affinity = kMfGenericClass;  ///< what the class belongs to
   UniIdT xsid = {};                     ///< the hosting service; resolved from xsname when indexed
   char* xsname = nullptr;               ///< common name of the hosting service
-  std::int32_t xsversion = -1;          ///< version of the hosting service
+  std::int32_t xsversion = -1;          ///< least version of the hosting service; -1: not given
   MfIsolationT isolation = kMfRelaxed;  ///< asked of the hosting service
   MfManagedTypeT managedtype = kMfGeneric;  ///< who manages its life
   bool exposed = false;                     ///< the service side is found by its combined id

@@ -29,7 +29,9 @@
 /// implementation's `resolvedPath`, the class sides that it moves between records of one class, and
 /// the `moduleref` of a service side, which becomes the resolved path.
 ///
-/// Thread rules: one thread at a time per publisher. Publishers share only the platform's managers.
+/// Thread rules: one thread at a time per publisher. Publishers share only the platform's managers,
+/// which are called without a lock: Publish of two publishers may overlap only where the managers
+/// stand that.
 class TARNMF_API liMfPublisher {
  public:
   /// Makes a publisher and stores it in `*out` (not null). `disposition` chooses the view of the
@@ -52,8 +54,9 @@ class TARNMF_API liMfPublisher {
   /// - kBtkNullArgument: an array is null while its count is positive; nothing has been touched.
   /// - kBtkUnexpected: the batch is refused: a module id accepted before, a module without
   ///   implementations or with two for one machine type, a class id accepted before unless the
-  ///   record completes it, a missing side, a side that names no module of this batch, a module in
-  ///   two roles that exclude each other; or out of memory while checking.
+  ///   record completes it, a missing side, a side that names neither a module of this batch nor
+  ///   one that has the role from an earlier batch, a module in two roles that exclude each other;
+  ///   or out of memory while checking.
   /// - kBtkNoMemory: out of memory.
   ///
   /// An exception of a platform call passes through; nothing of the batch is kept.
@@ -70,6 +73,8 @@ class TARNMF_API liMfPublisher {
   /// - kBtkNotReady: no dynamic-library manager.
   /// - kBtkNoMemory: out of memory.
   /// - others: as the platform's managers returned them.
+  ///
+  /// An exception of a platform call passes through and leaves what a step that fails leaves.
   virtual BtkErrorT Publish(bool registerInterfaces) = 0;
 
   /// Destroys the publisher, not the records. Not on null: tarnmf::DisposePtr tests.

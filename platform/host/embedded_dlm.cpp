@@ -80,7 +80,7 @@ BtkErrorT btkHostDlmManager::QueryLoadpointId(UniIdT* id, const btkWChar* path) 
   std::string name = btkFSPath(path).NarrowText();
   if (name.empty()) return kBtkOk;
   // Paths that compare equal have one id.
-  if (name.size() > 1 && name.back() == '/') name.pop_back();
+  if (name.size() > 1 && IsPathSeparator(name.back())) name.pop_back();
   uuid_generate_sha1(id->bytes, kLoadpointNamespace.bytes, name.data(), name.size());
   return kBtkOk;
 }
