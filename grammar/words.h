@@ -21,12 +21,15 @@ struct Word {
 
 // The words of one kind of value; they are matched whatever the letter case.
 struct Words {
+  static constexpr std::size_t kLargestBuffer = 16;
+
   template <std::size_t Count>
   consteval Words(const Word (&words)[Count]) : list(words) {
     std::size_t longest = 0;
     for (const Word& word : words)
       longest = std::max(longest, std::string_view(word.text).size());
     bufferSize = longest + 1;
+    if (bufferSize > kLargestBuffer) throw "a word is longer than readers have room for";
   }
 
   std::span<const Word> list;

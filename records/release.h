@@ -44,6 +44,14 @@ MfListT<Record> Take(MfListT<Record>& list) {
   return std::exchange(list, {});
 }
 
+// The same for an array of commands, which are no blocks of their own.
+inline void ReleaseCommands(MfArrayT<EnvCmdT>& list) {
+  const MfArrayT<EnvCmdT> taken = std::exchange(list, {});
+  for (EnvCmdT& command : taken)
+    ReleaseCommand(command);
+  btkFree(taken.items);
+}
+
 // The same for an array of strings.
 template <class Char>
 void ReleaseStrings(MfListT<Char>& list) {

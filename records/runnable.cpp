@@ -2,7 +2,7 @@
 
 #include "records/release.h"
 
-using tarnmf::ReleaseCommand;
+using tarnmf::ReleaseCommands;
 using tarnmf::ReleaseRecords;
 using tarnmf::ReleaseStrings;
 using tarnmf::ReleaseText;
@@ -12,9 +12,7 @@ MfRunRoleBaseT::MfRunRoleBaseT() = default;
 MfRunRoleBaseT& MfRunRoleBaseT::operator=(const MfRunRoleBaseT& other) = default;
 MfRunRoleBaseT::~MfRunRoleBaseT() {
   ReleaseText(launcher);
-  for (EnvCmdT& command : env)
-    ReleaseCommand(command);
-  btkFree(std::exchange(env, {}).items);
+  ReleaseCommands(env);
   ReleaseStrings(args);
 }
 

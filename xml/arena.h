@@ -5,9 +5,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <new>
+#include <string>
 #include <utility>
 #include <xercesc/framework/MemoryManager.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
+
+#include "platform/types.h"
 
 namespace tarnmf {
 
@@ -33,6 +36,13 @@ class Arena {
   template <class T>
   T* AllocateArray(std::size_t count) {
     return static_cast<T*>(Allocate(count * sizeof(T)));
+  }
+
+  const btkWChar* CopyText(const btkWChar* text) {
+    const std::size_t units = std::char_traits<btkWChar>::length(text) + 1;
+    auto* const copy = AllocateArray<btkWChar>(units);
+    std::copy_n(text, units, copy);
+    return copy;
   }
 
  private:

@@ -17,8 +17,8 @@ const typename Rows::element_type* FindRow(const char* name, Rows rows) {
   return row != rows.end() ? &*row : nullptr;
 }
 
-// Calls `handle` with the row of the name. No table has a name that has not been folded already, but
-// its conversion may fail.
+// Calls `handle` with the row of the name. A name that has not been folded already is folded by the
+// platform, which may know more letters than those of ASCII, and may refuse the name.
 template <class Rows, class Handle>
 BtkErrorT Dispatch(const NodeName& name, Rows rows, Handle handle) {
   Utf8Text lower;

@@ -1,7 +1,6 @@
 #include "xml/document_parser.h"
 
 #include <algorithm>
-#include <string>
 #include <type_traits>
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLElementDecl.hpp>
@@ -34,10 +33,7 @@ DocumentParser::DocumentParser()
     : XercesDOMParser(nullptr, xercesc::XMLPlatformUtils::fgMemoryManager, nullptr) {}
 
 const Element* DocumentParser::Root() const {
-  for (const Node* node = document_.firstChild; node != nullptr; node = node->nextSibling) {
-    if (node->kind == NodeKind::kElement) return &AsElement(*node);
-  }
-  return nullptr;
+  return FirstElement(document_);
 }
 
 // ---- Making nodes ------------------------------------------------------------------------------
@@ -73,13 +69,6 @@ void DocumentParser::AppendText(const XMLCh* text, XMLSize_t length) {
   node->length = whole;
 }
 
-const btkWChar* DocumentParser::Copy(const XMLCh* text) {
-  const std::size_t units = std::char_traits<XMLCh>::length(text) + 1;
-  auto* const copy = arena_.AllocateArray<btkWChar>(units);
-  std::copy_n(text, units, copy);
-  return copy;
-}
-
 // Attributes that a declaration has given by default are among them.
 std::span<const Attribute> DocumentParser::CopyAttributes(
     const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count) {
@@ -92,7 +81,7 @@ std::span<const Attribute> DocumentParser::CopyAttributes(
 
   auto* const copies = arena_.AllocateArray<Attribute>(count);
   for (XMLSize_t i = 0; i < count; ++i)
-    copies[i] = {names_.Get(given[i].name), Copy(given[i].value)};
+    copies[i] = {names_.Get(given[i].name), arena_.CopyText(given[i].value)};
   return {copies, count};
 }
 

@@ -46,7 +46,6 @@ class DocumentParser final : public xercesc::XercesDOMParser {
   template <class NodeType>
   NodeType* Append(NodeKind kind);
   void AppendText(const XMLCh* text, XMLSize_t length);
-  const btkWChar* Copy(const XMLCh* text);
   std::span<const Attribute> CopyAttributes(
       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t count);
   void CloseParent();

@@ -124,13 +124,6 @@ BtkErrorT CheckPreload(const ModuleReader& reader, MfPreloadByT by) {
   return kBtkOk;
 }
 
-bool HasChildElement(const Element& element) {
-  for (const Node* child = element.firstChild; child != nullptr; child = child->nextSibling) {
-    if (child->kind == NodeKind::kElement) return true;
-  }
-  return false;
-}
-
 BtkErrorT ReadPreload(ModuleReader& reader, const Element& element) {
   std::unique_ptr<MfPreloadInfoT> preload(new (std::nothrow) MfPreloadInfoT);
   if (!preload) return kBtkNoMemory;
@@ -140,7 +133,7 @@ BtkErrorT ReadPreload(ModuleReader& reader, const Element& element) {
   if (BtkErrorT e = DispatchAttributes(element, reader, kPreloadAttributes)) return e;
   if (preload->by == kMfByNone) preload->by = ImpliedBy(reader);
   if (BtkErrorT e = CheckPreload(reader, preload->by)) return e;
-  if (HasChildElement(element)) return kBtkUnexpected;
+  if (FirstElement(element) != nullptr) return kBtkUnexpected;
 
   if (!reader.preloads[reader.inPlatformModule ? 1 : 0].Append(preload.get())) return kBtkNoMemory;
   preload.release();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string>
 
 #include "platform/text.h"
 
@@ -17,10 +16,7 @@ NodeName NameCache::Get(const btkWChar* written) {
     all = static_cast<btkWChar>(all | written[length]);
   }
   if (length > kLongest || all >= 0x80) {
-    const std::size_t units = std::char_traits<btkWChar>::length(written) + 1;
-    auto* const copy = arena_.AllocateArray<btkWChar>(units);
-    std::copy_n(written, units, copy);
-    return {nullptr, copy};
+    return {nullptr, arena_.CopyText(written)};
   }
   Entry*& entry = slots_[hash % kSlots];
   const bool known = entry != nullptr && entry->length == length &&

@@ -75,8 +75,6 @@ class liMfReader {
   virtual MfReader* CreateMfReader(std::int32_t version, ClassList* classes,
                                    RunnableList* runnables, ModuleList* modules);
 
-  liMfReader& Target(RecordTag<liMfReader>) { return *this; }
-
   enum Seen : std::uint32_t { kSeenDocumentVersion = 0x1 };
 
   ClassList* classes;

@@ -14,13 +14,10 @@ namespace {
 
 using ArgsReader = liMfReader::ArgsReader;
 
-std::uint32_t& ArgFlags(ArgsReader& reader) {
-  return reader.flags;
-}
-
-constexpr auto kArgAttributes = kAttributesOf<
-    ArgsReader, grammar::kArg,
-    FlagRow<"precomposed", &ArgFlags, ArgsReader::kPrecomposed, ArgsReader::kSeenPrecomposed>>;
+constexpr auto kArgAttributes =
+    kAttributesOf<ArgsReader, grammar::kArg,
+                  FlagRow<"precomposed", &ArgsReader::flags, ArgsReader::kPrecomposed,
+                          ArgsReader::kSeenPrecomposed>>;
 
 BtkErrorT ReadArg(ArgsReader& reader, const Element& element) {
   reader.flags &= ~ArgsReader::kOfArgument;
@@ -147,8 +144,7 @@ BtkErrorT ReadEnv(liMfReader::RunnableReader& reader, const Element& element) {
   EnvReader envReader(reader.role);
   if (BtkErrorT e = DispatchOptionalAttributes(element, envReader, kEnvAttributes)) return e;
   if (BtkErrorT e = DispatchChildren(element, envReader, kEnvChildren)) return e;
-  EnvList replaced;
-  replaced.Adopt(reader.role->env);
+  ReleaseCommands(reader.role->env);
   envReader.env.HandOver(reader.role->env);
   return kBtkOk;
 }

@@ -11,11 +11,6 @@ namespace {
 
 using Reader = liMfReader::RunnableReader;
 
-// A launcher's own name stands where other roles name theirs.
-char*& LauncherNameId(MfLauncherRoleT& role) {
-  return role.launcher;
-}
-
 // A second "types" adds its words instead of being refused.
 struct LauncherTypes {
   static BtkErrorT Read(Reader& reader, const btkWChar* text) {
@@ -46,7 +41,8 @@ constexpr auto kAppAttributes =
                   LauncherRow>;
 
 constexpr auto kLauncherAttributes =
-    kAttributesOf<Reader, grammar::kLauncher, Row<"nameid", &LauncherNameId, Reader::kSeenNameId>,
+    kAttributesOf<Reader, grammar::kLauncher,
+                  Row<"nameid", &MfRunRoleBaseT::launcher, Reader::kSeenNameId>,
                   RepeatableRow<"types", LauncherTypes>>;
 
 static_assert(grammar::kApp.children.data() == grammar::kService.children.data() &&

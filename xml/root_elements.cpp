@@ -36,26 +36,29 @@ BtkErrorT ReadVersion(liMfReader& reader, const Element& root) {
 }
 
 // The document-level readers, made by the root's reader or, in mixed documents, by that of the
-// root's child elements.
+// root's child elements. Null: out of memory.
 struct ClassDocument {
   static constexpr const auto& kTable = kDocumentClasses;
   template <class Parent>
-  static auto* CreateReader(Parent& parent) {
-    return parent.CreateClassMfReader(parent.version, parent.classes, parent.modules);
+  static auto CreateReader(Parent& parent) {
+    return std::unique_ptr<liMfReader::ClassMfReader>(
+        parent.CreateClassMfReader(parent.version, parent.classes, parent.modules));
   }
 };
 struct ModuleDocument {
   static constexpr const auto& kTable = kDocumentModules;
   template <class Parent>
-  static auto* CreateReader(Parent& parent) {
-    return parent.CreateModuleMfReader(parent.version, parent.modules);
+  static auto CreateReader(Parent& parent) {
+    return std::unique_ptr<liMfReader::ModuleMfReader>(
+        parent.CreateModuleMfReader(parent.version, parent.modules));
   }
 };
 struct RunnableDocument {
   static constexpr const auto& kTable = kDocumentRunnables;
   template <class Parent>
-  static auto* CreateReader(Parent& parent) {
-    return parent.CreateRunnableMfReader(parent.version, parent.runnables, parent.modules);
+  static auto CreateReader(Parent& parent) {
+    return std::unique_ptr<liMfReader::RunnableMfReader>(
+        parent.CreateRunnableMfReader(parent.version, parent.runnables, parent.modules));
   }
 };
 
@@ -63,9 +66,7 @@ struct RunnableDocument {
 template <class Document>
 BtkErrorT ReadDocument(liMfReader& reader, const Element& root) {
   if (BtkErrorT e = ReadVersion(reader, root)) return e;
-  const auto documentReader =
-      std::unique_ptr<std::remove_pointer_t<decltype(Document::CreateReader(reader))>>(
-          Document::CreateReader(reader));
+  const auto documentReader = Document::CreateReader(reader);
   if (!documentReader) return kBtkNoMemory;
   return DispatchChildren(root, *documentReader, Document::kTable);
 }
@@ -73,9 +74,7 @@ BtkErrorT ReadDocument(liMfReader& reader, const Element& root) {
 // A reader for one child of a mixed document.
 template <class Document>
 BtkErrorT ReadMixedChild(MfReader& reader, const Element& child) {
-  const auto documentReader =
-      std::unique_ptr<std::remove_pointer_t<decltype(Document::CreateReader(reader))>>(
-          Document::CreateReader(reader));
+  const auto documentReader = Document::CreateReader(reader);
   if (!documentReader) return kBtkNoMemory;
   return DispatchElement(child, *documentReader, Document::kTable);
 }

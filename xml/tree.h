@@ -62,6 +62,14 @@ inline const Element& AsElement(const Node& node) {
   assert(node.kind == NodeKind::kElement);
   return static_cast<const Element&>(node);
 }
+// The first element among the children, or null.
+inline const Element* FirstElement(const ParentNode& parent) {
+  for (const Node* child = parent.firstChild; child != nullptr; child = child->nextSibling) {
+    if (child->kind == NodeKind::kElement) return &AsElement(*child);
+  }
+  return nullptr;
+}
+// REQUIRES: the node is a text.
 inline const btkWChar* TextOf(const Node& node) {
   assert(node.kind == NodeKind::kText);
   return static_cast<const TextNode&>(node).text;

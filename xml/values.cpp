@@ -1,7 +1,5 @@
 #include "xml/values.h"
 
-#include <algorithm>
-#include <cassert>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -15,14 +13,6 @@ namespace tarnmf {
 namespace {
 
 constexpr std::size_t kDecimalSize = 16;
-
-// Room for a value of every kind of keyword.
-constexpr std::size_t kKeywordSize =
-    std::max({grammar::kBooleanWords.bufferSize, grammar::kAffinityWords.bufferSize,
-              grammar::kPreloadByWords.bufferSize, grammar::kInitStateWords.bufferSize,
-              grammar::kCsimWords.bufferSize, grammar::kModelWords.bufferSize,
-              grammar::kIsolationWords.bufferSize, grammar::kManagedTypeWords.bufferSize,
-              grammar::kMultiplicityWords.bufferSize});
 
 // Converts a value that is short by its nature; one that does not fit cannot be right.
 BtkErrorT ToShortText(const btkWChar* text, char* buffer, std::size_t size,
@@ -42,8 +32,7 @@ const std::int32_t* FindWord(const char* text, const grammar::Words& words) {
 }
 
 BtkErrorT ReadKeyword(const btkWChar* text, const grammar::Words& words, std::int32_t& number) {
-  assert(words.bufferSize <= kKeywordSize);
-  char value[kKeywordSize];
+  char value[grammar::Words::kLargestBuffer];
   if (BtkErrorT e = ToShortText(text, value, words.bufferSize)) return e;
   const std::int32_t* const found = FindWord(value, words);
   if (found == nullptr) return kBtkMalformed;
