@@ -5,6 +5,7 @@
 
 #include "platform/runtime.h"
 #include "publish/ascending_search.h"
+#include "publish/fetch_ahead.h"
 #include "publish/key_order.h"
 #include "publish/module_roles.h"
 
@@ -51,21 +52,16 @@ Refusal SameMachineType(const MfModuleT& module, const char* type) {
   return {.cause = RefusalCause::kSameMachineType, .module = &module, .machineType = type};
 }
 
-Refusal CompareEachWithEach(const MfModuleT& module) {
-  for (std::int32_t i = 2; i < module.impls.count; ++i) {
-    const char* const type = module.impls[i]->machinetype;
-    for (std::int32_t earlier = 1; earlier < i; ++earlier) {
-      if (CompareTexts(module.impls[earlier]->machinetype, type) == 0) {
-        return SameMachineType(module, type);
-      }
-    }
-  }
-  return {};
-}
+using MachineTypes = GrowableArray<const char*, 2>;
 
-Refusal CompareSorted(const MfModuleT& module) {
-  GrowableArray<const char*, 2> machines;
+// No two of the implementations after the first may be for the same machine type. `machines` is
+// room to sort in.
+Refusal CheckImplementations(const MfModuleT& module, MachineTypes& machines) {
+  if (module.impls.count <= 0) {
+    return {.cause = RefusalCause::kNoImplementation, .module = &module};
+  }
   if (!machines.Reserve(module.impls.count)) return {.cause = RefusalCause::kOutOfMemory};
+  machines.Forget();
   for (std::int32_t i = 1; i < module.impls.count; ++i) {
     const char* const type = module.impls[i]->machinetype;
     const BisectResult at =
@@ -74,15 +70,6 @@ Refusal CompareSorted(const MfModuleT& module) {
     machines.InsertReserved(at.place, type);
   }
   return {};
-}
-
-// No two of the implementations after the first may be for the same machine type.
-Refusal CheckImplementations(const MfModuleT& module) {
-  constexpr std::int32_t kFew = 8;
-  if (module.impls.count <= 0) {
-    return {.cause = RefusalCause::kNoImplementation, .module = &module};
-  }
-  return module.impls.count <= kFew ? CompareEachWithEach(module) : CompareSorted(module);
 }
 
 void FetchImplementations(const MfModuleT& module) {
@@ -98,11 +85,12 @@ Refusal CheckModules(const MfListT<MfModuleT>& modules, ModuleOrder& order, Publ
   if (!order.Build(modules) || !FileByKey(order, merged.modules, batch.modules, repeats)) {
     return {.cause = RefusalCause::kOutOfMemory};
   }
+  MachineTypes machines;
   const std::int32_t unique = repeats.Empty() ? modules.count : repeats[0].position;
   for (std::int32_t i = 0; i < unique; ++i) {
     FetchAhead(modules, modules.count, i, FetchImplementations);
     MfModuleT& module = *modules[i];
-    if (Refusal refusal = CheckImplementations(module)) return refusal;
+    if (Refusal refusal = CheckImplementations(module, machines)) return refusal;
     MfModuleImplT* const native = FindImplementation(module, machine);
     module.selectedImpl = native != nullptr ? native : module.impls[0];
   }

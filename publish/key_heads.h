@@ -9,7 +9,7 @@
 #include "tarnmf/list.h"
 #include "tarnmf/module.h"
 
-#include "publish/fetch_ahead.h"
+#include "support/prefetch.h"
 
 namespace tarnmf {
 

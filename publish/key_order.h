@@ -51,7 +51,7 @@ class KeyOrder {
   }
 
   // The rank of the record with this id.
-  BisectResult Find(const char* id) const {
+  BisectResult Find(const char* id) const requires(Heads::kDecide) {
     std::uint64_t head = 0;
     if (entries_.Empty() || !heads_.CouldHold(id, head)) return {0, false};
     const std::int32_t first = FirstNotBefore(

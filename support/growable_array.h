@@ -67,7 +67,6 @@ class GrowableArray {
   ~GrowableArray() { Clear(); }
 
   std::int32_t Count() const { return count_; }
-  std::int32_t Capacity() const { return capacity_; }
   bool Empty() const { return count_ == 0; }
   T* begin() const { return items_; }
   T* end() const { return items_ + count_; }

@@ -8,19 +8,6 @@
 #include "tools/tarnmf/text.h"
 
 namespace tool {
-namespace {
-
-bool IsService(const MfLdpDataT& data, const UniIdT& id) {
-  for (const MfRunnableT* runnable : data.runnables) {
-    for (const MfServiceRoleT* role : runnable->services) {
-      if (IsEqual(role->id, id)) return true;
-    }
-  }
-  return false;
-}
-
-}  // namespace
-
 std::string ResolvedFile(const MfModuleT& module) {
   const MfModuleImplT* const impl = module.selectedImpl;
   return impl != nullptr && impl->resolvedPath != nullptr ? impl->resolvedPath : "";
@@ -50,7 +37,7 @@ std::string WhyUnanswered(liMfRepository& repository, const ScanStep& step,
   const MfSvcResolveT* const entry = repository.FindClassImpl(
       &step.scope, record.commonname, record.svcVersion, std::numeric_limits<std::int16_t>::max());
   if (entry != nullptr && entry->record == &record) return "";
-  if (IsService(*step.data, record.xsid)) {
+  if (repository.FindService(&record.xsid, step.data->loadpoint) != nullptr) {
     return entry != nullptr ? "another entry comes first"
                             : "no query asks for a negative service version";
   }
