@@ -33,8 +33,6 @@ int btkUniIdCompare(const UniIdT* left, const UniIdT* right) {
 namespace tarnmf::test {
 namespace {
 
-constexpr auto kRefusal = static_cast<BtkErrorT>(77);
-
 constexpr char kAll[] = R"(<module id='a' name='a' loadpoint='/lp'>
 <platformmodule machinetype='x' name='b'/><platformmodule machinetype='y' name='c'/></module>
 <module id='b' name='b' loadpoint='/lp'/><class id='$1' affinity='service'><clientside moduleref='a'

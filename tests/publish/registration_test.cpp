@@ -10,8 +10,6 @@ namespace {
 
 using CallList = std::vector<std::string>;
 
-constexpr auto kRefusal = static_cast<BtkErrorT>(77);
-
 class RegistrationTest : public testing::Test {
  protected:
   RegistrationTest() {

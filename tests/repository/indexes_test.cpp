@@ -206,32 +206,29 @@ std::unique_ptr<MfLdpEntryT> NewLoadpoint(int id, const std::u16string& path) {
 }
 
 TEST(Indexes, KeepTheLoadpointFiledLastUnderEachKey) {
-  const std::int64_t live = test::LiveAllocations();
-  {
-    std::mt19937 random(4);
-    const RepositoryPtr repo(new liMfRepoBaseImpl);
-    std::map<int, MfLdpEntryT*> byId;
-    std::map<std::u16string, MfLdpEntryT*> byPath;
-    for (int i = 0; i < 500; ++i) {
-      const int id = static_cast<int>(random() % 300);
-      const std::u16string path = {u'/', static_cast<char16_t>(u'\u0100' + random() % 300)};
-      ASSERT_TRUE(ReserveLoadpoint(*repo));
-      byId[id] = byPath[path] = &FileLoadpoint(*repo, NewLoadpoint(id, path));
-    }
-    std::vector<UniIdT> ids(byId.size());
-    const auto count = static_cast<std::int32_t>(ids.size());
-    EXPECT_EQ(repo->GetLoadpointIds(ids.data(), count), count);
-    EXPECT_TRUE(std::is_sorted(ids.begin(), ids.end(), IsBelow));
-    for (int id = 0; id < 300; ++id) {
-      const UniIdT key = Id(id);
-      EXPECT_EQ(repo->FindLoadpoint(&key), byId.contains(id) ? &byId[id]->data : nullptr);
-    }
-    EXPECT_EQ(repo->FindLoadpoint(nullptr), &byId[0]->data);
-    EXPECT_TRUE(std::equal(repo->loadpointsByPath.begin(), repo->loadpointsByPath.end(),
-                           byPath.begin(), byPath.end(),
-                           [](auto* filed, auto& expected) { return filed == expected.second; }));
+  const test::LeakCheck check;  // displaced records included
+  std::mt19937 random(4);
+  const RepositoryPtr repo(new liMfRepoBaseImpl);
+  std::map<int, MfLdpEntryT*> byId;
+  std::map<std::u16string, MfLdpEntryT*> byPath;
+  for (int i = 0; i < 500; ++i) {
+    const int id = static_cast<int>(random() % 300);
+    const std::u16string path = {u'/', static_cast<char16_t>(u'\u0100' + random() % 300)};
+    ASSERT_TRUE(ReserveLoadpoint(*repo));
+    byId[id] = byPath[path] = &FileLoadpoint(*repo, NewLoadpoint(id, path));
   }
-  EXPECT_EQ(test::LiveAllocations(), live);  // displaced records included
+  std::vector<UniIdT> ids(byId.size());
+  const auto count = static_cast<std::int32_t>(ids.size());
+  EXPECT_EQ(repo->GetLoadpointIds(ids.data(), count), count);
+  EXPECT_TRUE(std::is_sorted(ids.begin(), ids.end(), IsBelow));
+  for (int id = 0; id < 300; ++id) {
+    const UniIdT key = Id(id);
+    EXPECT_EQ(repo->FindLoadpoint(&key), byId.contains(id) ? &byId[id]->data : nullptr);
+  }
+  EXPECT_EQ(repo->FindLoadpoint(nullptr), &byId[0]->data);
+  EXPECT_TRUE(std::equal(repo->loadpointsByPath.begin(), repo->loadpointsByPath.end(),
+                         byPath.begin(), byPath.end(),
+                         [](auto* filed, auto& expected) { return filed == expected.second; }));
 }
 
 TEST(Indexes, AnswerNothingWhenEmptyOrAskedForNull) {

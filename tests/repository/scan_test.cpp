@@ -24,8 +24,6 @@ namespace {
 
 using CallList = std::vector<std::string>;
 
-constexpr auto kRefusal = static_cast<BtkErrorT>(77);
-
 constexpr char kEverything[] =
     "<module id='m' name='lib'><preload by='anyone'/></module>"
     "<class id='$1' affinity='service' commonname='C'>"

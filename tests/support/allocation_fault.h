@@ -41,6 +41,18 @@ inline constexpr AllocationFault::Source kReportedSources[] = {AllocationFault::
 // Blocks that are allocated now, by the platform's allocators and by every operator new.
 std::int64_t LiveAllocations();
 
+// What is allocated while this lives must not outlive it.
+class LeakCheck {
+ public:
+  LeakCheck() = default;
+  LeakCheck(const LeakCheck&) = delete;
+  LeakCheck& operator=(const LeakCheck&) = delete;
+  ~LeakCheck() { EXPECT_EQ(LiveAllocations(), before_); }
+
+ private:
+  const std::int64_t before_ = LiveAllocations();
+};
+
 // Calls work(fault) with a fault of the first allocation, the second, ..., until one is not asked
 // for any more; work sets the stage, arms the fault, and does and checks what is to be tested.
 // Nothing that a call of work allocates may outlive it. Returns how many allocations have failed.

@@ -34,12 +34,9 @@ std::string ParseAndDump(const std::string& document) {
     const BtkErrorT code = Parse(document, data);
     result = code == kBtkOk ? Dump(data) : std::to_string(code);
   }
-  const std::int64_t before = LiveAllocations();
-  {
-    MfLdpDataT data;
-    IgnoreRefusal(Parse(document, data));
-  }
-  EXPECT_EQ(LiveAllocations(), before);
+  const LeakCheck check;
+  MfLdpDataT data;
+  IgnoreRefusal(Parse(document, data));
   return result;
 }
 

@@ -16,6 +16,9 @@
 
 namespace tarnmf::test {
 
+// A code that only a test gives.
+constexpr auto kRefusal = static_cast<BtkErrorT>(77);
+
 struct PlatformException : std::runtime_error {
   using std::runtime_error::runtime_error;
 };

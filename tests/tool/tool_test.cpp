@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <vector>
 
+#include "tests/support/documents.h"
 #include "tests/support/everything.h"
 #include "tests/support/temp_directory.h"
 
@@ -44,21 +45,17 @@ Outcome RunTool(const std::string& arguments) {
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, ReadFile(errors)};
 }
 
-std::string Manifest(const std::string& content) {
-  return "<tarnmanifest version=\"1\">" + content + "</tarnmanifest>";
-}
-
 constexpr char kClassId[] = "00000000-0000-0000-0000-0000000000c1";
 constexpr char kServiceId[] = "00000000-0000-0000-0000-0000000000e1";
 
 // A service class that is hosted by a service of the same load point.
 std::string HostedClass(const std::string& module, int version) {
-  return Manifest("<module id=\"" + module + "\" name=\"" + module + "\"/><class id=\"" + kClassId +
-                  "\" affinity=\"service\" commonname=\"Render\"><serviceside moduleref=\"" +
-                  module + "\" svcid=\"" + kServiceId + "\" xsid=\"" + kServiceId +
-                  "\" exposed=\"yes\"/></class><runnable moduleref=\"" + module +
-                  "\"><service id=\"" + kServiceId + "\" commonname=\"Host\" version=\"" +
-                  std::to_string(version) + "\" exposed=\"yes\"/></runnable>");
+  return InRoot("<module id=\"" + module + "\" name=\"" + module + "\"/><class id=\"" + kClassId +
+                "\" affinity=\"service\" commonname=\"Render\"><serviceside moduleref=\"" + module +
+                "\" svcid=\"" + kServiceId + "\" xsid=\"" + kServiceId +
+                "\" exposed=\"yes\"/></class><runnable moduleref=\"" + module +
+                "\"><service id=\"" + kServiceId + "\" commonname=\"Host\" version=\"" +
+                std::to_string(version) + "\" exposed=\"yes\"/></runnable>");
 }
 
 TEST(Read, PrintsTheWholeRecords) {
@@ -78,8 +75,8 @@ TEST(Read, PrintsTheWholeRecords) {
 
 TEST(Read, NamesTheFileThatFails) {
   const TempDirectory directory;
-  const std::string good = directory.Write("good.tmfx", Manifest("<module id=\"m\" name=\"n\"/>"));
-  const std::string bad = directory.Write("bad.tmfx", Manifest("<module id=\"m\"/>"));
+  const std::string good = directory.Write("good.tmfx", InRoot("<module id=\"m\" name=\"n\"/>"));
+  const std::string bad = directory.Write("bad.tmfx", InRoot("<module id=\"m\"/>"));
   const struct {
     std::string files;
     Json code;
@@ -87,9 +84,9 @@ TEST(Read, NamesTheFileThatFails) {
   } rows[] = {
       {good + " " + bad, 1, "bad.tmfx: code 1"},
       {good + " " + directory.Path().string() + "/none.tmfx", 1, "none.tmfx: no such file; code 1"},
-      {directory.Write("v.tmfx", "<?xml version=\"1.  \"?>" + Manifest("")) + " " + bad, nullptr,
+      {directory.Write("v.tmfx", "<?xml version=\"1.  \"?>" + InRoot("")) + " " + bad, nullptr,
        "v.tmfx: the XML library"},
-      {directory.Write("r.tmfx", Manifest("<module resolvepath=\"\"/>")), 34, "resolvepath"},
+      {directory.Write("r.tmfx", InRoot("<module resolvepath=\"\"/>")), 34, "resolvepath"},
   };
   for (const auto& row : rows) {
     const Outcome outcome = RunTool("read " + row.files);
@@ -184,40 +181,36 @@ TEST(Scan, SaysWhyAStepFailed) {
     std::string installed;
     std::string reason;
   } rows[] = {
-      {Manifest(module + "<module id=\"m\" name=\"o\"/>"), "",
+      {InRoot(module + "<module id=\"m\" name=\"o\"/>"), "",
        "a.tmfx: module \"m\" is refused: a module with"},
-      {Manifest("<module id=\"m\" name=\"n\"><platformmodule machinetype=\"a\" name=\"x\"/>"
-                "<platformmodule machinetype=\"a\" name=\"y\"/></module>"),
+      {InRoot("<module id=\"m\" name=\"n\"><platformmodule machinetype=\"a\" name=\"x\"/>"
+              "<platformmodule machinetype=\"a\" name=\"y\"/></module>"),
        "", "same machine type"},
-      {Manifest(open + "><clientside moduleref=\"gone\"/></class>"), "", "names module \"gone\""},
-      {Manifest(open + "/>"), "",
+      {InRoot(open + "><clientside moduleref=\"gone\"/></class>"), "", "names module \"gone\""},
+      {InRoot(open + "/>"), "",
        "a.tmfx: class \"Render\" (00000000-0000-0000-0000-0000000000c1) is refused: "
        "it needs a clientside"},
-      {Manifest(module + open + "><clientside moduleref=\"m\"/></class>" + open +
-                "><clientside moduleref=\"m\"/></class>"),
-       "", "has the same id"},
-      {Manifest(module + open + "><clientside moduleref=\"m\"/></class>" +
-                "<class id=\"00000000000000000000000000000002\" affinity=\"app\"><clientside "
-                "moduleref=\"m\"/></class>"),
+      {InRoot(module + open + client + open + client), "", "has the same id"},
+      {InRoot(module + open + client +
+              "<class id=\"00000000000000000000000000000002\" affinity=\"app\"><clientside "
+              "moduleref=\"m\"/></class>"),
        "", "in a role that excludes this one"},
       // The first class shares the module without harm; the second one does not.
-      {Manifest(module + open + "><clientside moduleref=\"m\"/></class>" + service + "2\"" +
-                client + service + "3\"" + server),
-       "",
+      {InRoot(module + open + client + service + "2\"" + client + service + "3\"" + server), "",
        "its serviceside is module \"m\", which class 00000000-0000-0000-0000-000000000002 has as "
        "its "
        "clientside"},
       // Two parts of one class complete each other, but not with one module for both sides.
-      {Manifest(module + service + "2\"" + client + service + "2\"" + server), "",
+      {InRoot(module + service + "2\"" + client + service + "2\"" + server), "",
        "which class 00000000-0000-0000-0000-000000000002 has as its clientside"},
-      {Manifest(module), "bits = 99999999999\n", ".installed cannot be used; code 432"},
+      {InRoot(module), "bits = 99999999999\n", ".installed cannot be used; code 432"},
       {"<other/>", "", "a.tmfx: code 42"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.reason);
     const TempDirectory root;
-    root.Write("good/sub/a.tmfx", Manifest(module));
-    root.Write("pack/sub/0.tmfx", Manifest("<module id=\"first\" name=\"n\"/>"));
+    root.Write("good/sub/a.tmfx", InRoot(module));
+    root.Write("pack/sub/0.tmfx", InRoot("<module id=\"first\" name=\"n\"/>"));
     root.Write("pack/sub/a.tmfx", row.manifest);
     root.Write("pack/sub/.installed", row.installed);
     const Outcome outcome = RunTool("scan --add " + (root.Path() / "pack/sub").string() +

@@ -110,17 +110,15 @@ TEST_F(FaultTest, DocumentsThatTheXmlLibraryThrowsFor) {
 
 TEST_F(FaultTest, ExceptionsOfTheStreamPassThrough) {
   for (std::size_t offset = 0; offset < sizeof kEverything; offset += 97) {
-    const std::int64_t before = LiveAllocations();
-    {
-      MfLdpDataT data;
-      MemoryStream stream(kEverything);
-      stream.LimitReads(64);
-      stream.ThrowFrom(offset);
-      EXPECT_THROW(IgnoreRefusal(ParseOnTop(data, stream)), std::runtime_error);
-      EXPECT_TRUE(IsEmpty(data));
-      EXPECT_EQ(stream.References(), 1);
-    }
-    EXPECT_EQ(LiveAllocations(), before) << "offset " << offset;
+    SCOPED_TRACE(offset);
+    const LeakCheck check;
+    MfLdpDataT data;
+    MemoryStream stream(kEverything);
+    stream.LimitReads(64);
+    stream.ThrowFrom(offset);
+    EXPECT_THROW(IgnoreRefusal(ParseOnTop(data, stream)), std::runtime_error);
+    EXPECT_TRUE(IsEmpty(data));
+    EXPECT_EQ(stream.References(), 1);
   }
 }
 
