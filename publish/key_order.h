@@ -55,7 +55,7 @@ class KeyOrder {
     std::uint64_t head = 0;
     if (entries_.Empty() || !heads_.CouldHold(id, head)) return {0, false};
     const std::int32_t first = FirstNotBefore(
-        entries_.begin(), Count(), [&](std::int32_t i) { return entries_[i].head < head; });
+        entries_.begin(), Count(), [head](const KeyHead& entry) { return entry.head < head; });
     if (entries_[first].head != head) return {first, false};
     if (Heads::IsWhole(head)) return {first, true};
     const BisectResult at = Bisect(Count() - first, [&](std::int32_t i) {

@@ -75,9 +75,10 @@ bool NameHeads::TellNamesApart() const {
   return distinct >= std::min(kMany, heads_.Count() / 2);
 }
 
+// The one before the first that is above.
 std::int32_t NameHeads::LastNotAbove(Head sought) const {
-  return FirstNotBefore(heads_.begin(), heads_.Count(),
-                        [&](std::int32_t i) { return heads_[i + 1] <= sought; });
+  return FirstNotBefore(heads_.begin() + 1, heads_.Count(),
+                        [sought](Head head) { return head <= sought; });
 }
 
 // Most runs are short: looks back in growing steps.
