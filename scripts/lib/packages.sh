@@ -2,7 +2,7 @@
 
 build_packages=(
   g++ cmake ninja-build pkg-config git
-  libxerces-c-dev libutfcpp-dev uuid-dev
+  libxerces-c-dev libexpat1-dev libutfcpp-dev uuid-dev
   libcli11-dev nlohmann-json3-dev libfmt-dev
   libgtest-dev libgmock-dev
 )

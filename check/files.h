@@ -1,0 +1,43 @@
+// Where files are read from.
+#ifndef CHECK_FILES_H
+#define CHECK_FILES_H
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "check/manifest.h"
+
+namespace tarnmf::check {
+
+class Files {
+ public:
+  virtual ~Files() = default;
+
+  // Nothing when the file cannot be read.
+  virtual std::optional<std::string> Read(const std::string& path) = 0;
+  // The file read and checked by itself; null when it cannot be read.
+  virtual std::shared_ptr<const Manifest> ReadManifest(const std::string& path) = 0;
+  // The names of the "*.tmfx" files of a directory, sorted.
+  virtual std::vector<std::string> ManifestsIn(const std::string& directory) = 0;
+  virtual bool IsFile(const std::string& path) = 0;
+  virtual bool IsDirectory(const std::string& path) = 0;
+  // The names in a directory, for suggestions.
+  virtual std::vector<std::string> NamesIn(const std::string& directory) = 0;
+};
+
+// Those of the file system.
+class DiskFiles final : public Files {
+ public:
+  std::optional<std::string> Read(const std::string& path) override;
+  std::shared_ptr<const Manifest> ReadManifest(const std::string& path) override;
+  std::vector<std::string> ManifestsIn(const std::string& directory) override;
+  bool IsFile(const std::string& path) override;
+  bool IsDirectory(const std::string& path) override;
+  std::vector<std::string> NamesIn(const std::string& directory) override;
+};
+
+}  // namespace tarnmf::check
+
+#endif  // CHECK_FILES_H

@@ -1,0 +1,77 @@
+// The text of one file as it is checked: decoded to UTF-8, with the places of its lines.
+#ifndef CHECK_SOURCE_H
+#define CHECK_SOURCE_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnmf::check {
+
+// Bytes of a source's text, the end not included. Every place that is remembered is such a span;
+// lines and columns are made of them only to be shown.
+struct Span {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+
+  std::size_t Size() const { return end - begin; }
+  bool operator==(const Span&) const = default;
+};
+
+// Both start at 1; columns count code points.
+struct Position {
+  std::size_t line = 1;
+  std::size_t column = 1;
+
+  bool operator==(const Position&) const = default;
+};
+
+class Source {
+ public:
+  // A manifest: its encoding is found as the XML library finds it.
+  static Source OfManifest(std::string path, std::string bytes);
+  // A plain text of bytes, such as a layout file.
+  static Source OfText(std::string path, std::string bytes);
+  // A directory, about which something is to be said.
+  static Source OfDirectory(std::string path);
+
+  const std::string& Path() const { return path_; }
+  // As they stand in the file.
+  const std::string& Bytes() const { return bytes_; }
+  // In UTF-8, without the byte order mark. Empty when the encoding is not known.
+  const std::string& Text() const { return text_; }
+  std::string_view Text(Span span) const {
+    return std::string_view(text_).substr(span.begin, span.Size());
+  }
+
+  // The encoding's name as it is told to people, such as "UTF-16LE".
+  const std::string& Encoding() const { return encoding_; }
+  // False: nobody here can decode it, and there is no text.
+  bool IsDecoded() const { return isDecoded_; }
+  // Text and bytes are the same, but for a byte order mark of MarkSize() bytes before them.
+  bool IsUtf8() const { return isUtf8_; }
+  std::size_t MarkSize() const { return markSize_; }
+
+  // A line feed, a carriage return or both together end a line. An offset past the end is the end.
+  Position At(std::size_t offset) const;
+  std::size_t LineCount() const { return lines_.size(); }
+  // Without its end.
+  Span Line(std::size_t line) const;
+
+ private:
+  Source() = default;
+
+  std::string path_;
+  std::string bytes_;
+  std::string text_;
+  std::string encoding_;
+  std::vector<std::size_t> lines_;  // where each begins
+  std::size_t markSize_ = 0;
+  bool isDecoded_ = true;
+  bool isUtf8_ = true;
+};
+
+}  // namespace tarnmf::check
+
+#endif  // CHECK_SOURCE_H
