@@ -7,7 +7,8 @@ namespace tarnmf::bench {
 
 ContestPtr MakeContest(std::string_view name, std::int64_t size) {
   if (name == "parse") return ParseContest(size);
-  if (name == "publish") return PublishContest(size);
+  if (name == "publish") return PublishContest(size, false);
+  if (name == "publish-scattered") return PublishContest(size, true);
   for (const std::string_view style : {"plain", "prefix", "prefixes"}) {
     if (name == "hits-" + std::string(style)) return LookupContest(style, true, size);
     if (name == "misses-" + std::string(style)) return LookupContest(style, false, size);

@@ -21,8 +21,9 @@ using ContestPtr = std::unique_ptr<Contest>;
 
 // Parse with the destruction of the records / a bare DOM parse, on a document of `size` records.
 ContestPtr ParseContest(std::int64_t size);
-// Add and Publish of `size` records in random order / in sorted order.
-ContestPtr PublishContest(std::int64_t size);
+// Add and Publish of `size` records of a document in random order / in sorted order; `scattered`: those
+// in random order lie anywhere in memory.
+ContestPtr PublishContest(std::int64_t size, bool scattered);
 // FindClassImpl / a std::map on `size` names; `names` is "plain", "prefix" or "prefixes".
 ContestPtr LookupContest(std::string_view names, bool filed, std::int64_t size);
 

@@ -1,6 +1,10 @@
 #include "bench/documents.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <numeric>
+#include <random>
+#include <vector>
 
 namespace tarnmf::bench {
 namespace {
@@ -47,11 +51,20 @@ constexpr Items kFullItems = {R"(
       <app nameid="app#" launcher="std"><args><arg>--verbose</arg></args></app>
     </runnable>)"};
 
-void AppendList(std::string& text, const std::string& list, const char* item, std::int64_t count,
-                std::int64_t first) {
-  if (count == 0) return;
+// The numbers of `count` records from `first` on.
+std::vector<std::int64_t> Numbers(std::int64_t count, std::int64_t first, Order order) {
+  std::vector<std::int64_t> numbers(static_cast<std::size_t>(count));
+  std::iota(numbers.begin(), numbers.end(), first);
+  std::mt19937 random(static_cast<unsigned>(count));
+  if (order == Order::kRandom) std::shuffle(numbers.begin(), numbers.end(), random);
+  return numbers;
+}
+
+void AppendList(std::string& text, const std::string& list, const char* item,
+                const std::vector<std::int64_t>& numbers) {
+  if (numbers.empty()) return;
   text += "\n  <" + list + ">";
-  for (std::int64_t number = first; number < first + count; ++number) {
+  for (std::int64_t number : numbers) {
     char digits[9];
     std::snprintf(digits, sizeof digits, "%08u", static_cast<unsigned>(number));
     for (const char* unit = item; *unit != '\0'; ++unit) {
@@ -71,12 +84,14 @@ RecordCounts Mixture(std::int64_t records) {
   return {(records + 2) / 3, (records + 1) / 3, records / 3};
 }
 
-std::string ManifestDocument(const RecordCounts& counts, std::int64_t first, Detail detail) {
+std::string ManifestDocument(const RecordCounts& counts, std::int64_t first, Detail detail,
+                             Order order) {
+  const auto numbers = [&](std::int64_t count) { return Numbers(count, first, order); };
   const Items& items = detail == Detail::kFull ? kFullItems : kShortItems;
   std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<tarnmanifest version=\"1\">";
-  AppendList(text, "modules", items.module, counts.modules, first);
-  AppendList(text, "classes", items.cls, counts.classes, first);
-  AppendList(text, "runnables", items.runnable, counts.runnables, first);
+  AppendList(text, "modules", items.module, numbers(counts.modules));
+  AppendList(text, "classes", items.cls, numbers(counts.classes));
+  AppendList(text, "runnables", items.runnable, numbers(counts.runnables));
   return text + "\n</tarnmanifest>\n";
 }
 

@@ -3,7 +3,7 @@
 #include <random>
 #include <stdexcept>
 #include <string>
-#include <vector>
+#include <utility>
 
 #include "tarnmf/dispose.h"
 #include "tarnmf/publisher.h"
@@ -18,60 +18,75 @@
 namespace tarnmf::bench {
 namespace {
 
-struct Batch {
-  std::vector<MfModuleT*> modules;
-  std::vector<MfIntfClassT*> classes;
-};
-
-BtkErrorT AddAndPublish(Batch& batch) {
+BtkErrorT AddAndPublish(const MfLdpDataT& data) {
   DisposePtr<liMfPublisher> publisher;
   if (BtkErrorT e = liMfPublisher::CreateNew(Out(publisher), kIntfAgentView)) return e;
-  if (BtkErrorT e = publisher->Add(
-          batch.classes.data(), static_cast<std::int32_t>(batch.classes.size()),
-          batch.modules.data(), static_cast<std::int32_t>(batch.modules.size()), nullptr, 0)) {
+  if (BtkErrorT e = publisher->Add(data.classes.items, data.classes.count, data.modules.items,
+                                   data.modules.count, nullptr, 0)) {
     return e;
   }
   return publisher->Publish(true);
 }
 
-// As many modules as classes. Publishing changes records, so every run gets new ones.
-class Publishing final : public Contest {
+// The records of one document. Publishing changes them, so every run gets new ones.
+class Records {
  public:
-  explicit Publishing(std::int64_t size)
-      : document_(ManifestDocument({(size + 1) / 2, size / 2, 0})) {}
+  explicit Records(std::string document) : document_(std::move(document)) {}
 
-  void Prepare() override {
+  void Read() {
     data_.emplace();
     test::MemoryStream stream(document_);
     if (parser_->Parse(&*data_, &stream) != kBtkOk)
       throw std::runtime_error("the document was not read");
-    sorted_ = {{data_->modules.begin(), data_->modules.end()},
-               {data_->classes.begin(), data_->classes.end()}};
-    shuffled_ = sorted_;
-    std::mt19937 random(1);
-    std::shuffle(shuffled_.modules.begin(), shuffled_.modules.end(), random);
-    std::shuffle(shuffled_.classes.begin(), shuffled_.classes.end(), random);
   }
-  void Ours() override { Publish(shuffled_); }
-  void Other() override { Publish(sorted_); }
+  // Hands them over in an order that has nothing to do with their places in memory.
+  void Scatter() {
+    std::mt19937 random(1);
+    std::shuffle(data_->modules.begin(), data_->modules.end(), random);
+    std::shuffle(data_->classes.begin(), data_->classes.end(), random);
+  }
+  void Publish() const {
+    if (AddAndPublish(*data_) != kBtkOk) throw std::runtime_error("the records were refused");
+  }
 
  private:
-  static void Publish(Batch& batch) {
-    if (AddAndPublish(batch) != kBtkOk) throw std::runtime_error("the records were refused");
-  }
-
-  const QuietManagers managers_;
   const std::string document_;
   const DisposePtr<liMfStmParser> parser_{liMfStmParser::CreateNew(nullptr)};
   std::optional<MfLdpDataT> data_;
-  Batch sorted_;
-  Batch shuffled_;
+};
+
+// As many modules as classes. From a load point they come to the publisher in the order of its
+// documents, in which they lie in memory, too.
+class Publishing final : public Contest {
+ public:
+  Publishing(std::int64_t size, bool scattered)
+      : random_(Document(size, Order::kRandom)),
+        sorted_(Document(size, Order::kSorted)),
+        scattered_(scattered) {}
+
+  void Prepare() override {
+    random_.Read();
+    if (scattered_) random_.Scatter();
+    sorted_.Read();
+  }
+  void Ours() override { random_.Publish(); }
+  void Other() override { sorted_.Publish(); }
+
+ private:
+  static std::string Document(std::int64_t size, Order order) {
+    return ManifestDocument({(size + 1) / 2, size / 2, 0}, 0, Detail::kFull, order);
+  }
+
+  const QuietManagers managers_;
+  Records random_;
+  Records sorted_;
+  const bool scattered_;
 };
 
 }  // namespace
 
-ContestPtr PublishContest(std::int64_t size) {
-  return std::make_unique<Publishing>(size);
+ContestPtr PublishContest(std::int64_t size, bool scattered) {
+  return std::make_unique<Publishing>(size, scattered);
 }
 
 }  // namespace tarnmf::bench
