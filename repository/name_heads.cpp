@@ -1,7 +1,7 @@
 #include "repository/name_heads.h"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
 
 #include "support/number_search.h"
 
@@ -41,26 +41,30 @@ IndexRange NameHeads::Guess(const char* name) const {
 void NameHeads::InsertReserved(std::int32_t place, const char* name) {
   const Head head = HeadOf(name);
   heads_.InsertReserved(place, head);
-  staleness_ += head == kBelowPrefix || head == kAbovePrefix ? kStrangerWeight : 1;
+  staleness_ += HasPrefix(head) ? 1 : kStrangerWeight;
 }
 
-// What two names in the order of their bytes share, all names between them share too.
-void NameHeads::SetPrefix(const char* left, const char* right) {
-  prefix_ = left;
-  prefixLength_ = 0;
-  while (left[prefixLength_] != '\0' && left[prefixLength_] == right[prefixLength_])
-    ++prefixLength_;
+void NameHeads::Renew(const SortedNames& names) {
+  prefixes_.Choose(names);
+  placeBits_ = std::bit_width(static_cast<unsigned>(2 * prefixes_.Count()));
+  for (std::int32_t i = 0; i < names.count; ++i)
+    heads_[i] = HeadOf(names[i]);
+  areUseful_ = TellNamesApart();
+  staleness_ = 0;
 }
 
 // Short names are filled up with zeros.
 NameHeads::Head NameHeads::HeadOf(const char* name) const {
-  const int order = std::strncmp(name, prefix_, prefixLength_);
-  if (order != 0) return order < 0 ? kBelowPrefix : kAbovePrefix;
-  name += prefixLength_;
-  Head head = 0;
-  for (int shift = 64 - kBitsOfPlace; shift >= 0 && *name != '\0'; shift -= kBitsOfPlace)
-    head |= Head{kPlaces.of[static_cast<unsigned char>(*name++)]} << shift;
+  const int headBits = 64 - placeBits_;
+  const char* rest = "";
+  Head head = static_cast<Head>(prefixes_.PlaceOf(name, rest)) << headBits;
+  for (int shift = headBits - kBitsOfPlace; shift >= 0 && *rest != '\0'; shift -= kBitsOfPlace)
+    head |= Head{kPlaces.of[static_cast<unsigned char>(*rest++)]} << shift;
   return head;
+}
+
+bool NameHeads::HasPrefix(Head head) const {
+  return (head >> (64 - placeBits_) & 1) != 0;
 }
 
 // Heads that do not ascend belong to another order than that of the bytes. Of equal ones a few are

@@ -5,8 +5,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 
+#include "repository/name_prefixes.h"
 #include "support/growable_array.h"
 
 namespace tarnmf {
@@ -17,10 +17,9 @@ struct IndexRange {
   std::int32_t last;
 };
 
-// A head is made of the characters after a prefix that most of the names share. A name that does not
-// begin with the prefix has the least or the greatest head, as it sorts before or after the prefix.
-// So names in the order of their bytes have ascending heads, whatever the prefix is, and a few
-// strange names do not spoil the heads of all others.
+// A head is made of a name's place among the prefixes and the characters after its prefix. So names
+// in the order of their bytes have ascending heads, whatever the prefixes are, and a few strange names
+// do not spoil the heads of all others.
 class NameHeads {
  public:
   // Where to look for `name`, which may be null: the names with the same head, when there are none
@@ -34,40 +33,28 @@ class NameHeads {
   // REQUIRES: room was made before.
   void InsertReserved(std::int32_t place, const char* name);
 
-  // Whether the prefix ought to be chosen anew: the number of names has doubled since the last time,
-  // or many of the new names do not share it. Spread over the names that were inserted, a renewal
+  // Whether the prefixes ought to be chosen anew: the number of names has doubled since the last time,
+  // or many of the new names have none of them. Spread over the names that were inserted, a renewal
   // makes a few heads for each.
   bool IsStale() const { return staleness_ > heads_.Count() / 2; }
 
-  // Chooses the prefix anew. `nameAt(index)` returns a name, which must stay where it is.
-  // REQUIRES: there are names.
-  template <class NameAt>
-  void Renew(NameAt nameAt) {
-    const std::int32_t count = heads_.Count();
-    const std::int32_t strangers = count / kStrangersAtEachEnd;
-    SetPrefix(nameAt(strangers), nameAt(count - 1 - strangers));
-    for (std::int32_t i = 0; i < count; ++i)
-      heads_[i] = HeadOf(nameAt(i));
-    areUseful_ = TellNamesApart();
-    staleness_ = 0;
-  }
+  // Chooses the prefixes anew.
+  // REQUIRES: there are as many names as heads, and at least one.
+  void Renew(const SortedNames& names);
 
  private:
   using Head = std::uint64_t;
-  static constexpr Head kBelowPrefix = 0;
-  static constexpr Head kAbovePrefix = std::numeric_limits<Head>::max();
   static constexpr std::int32_t kStrangerWeight = 4;
-  static constexpr std::int32_t kStrangersAtEachEnd = 16;  // one in so many may lack the prefix
 
-  void SetPrefix(const char* left, const char* right);
   Head HeadOf(const char* name) const;
+  bool HasPrefix(Head head) const;
   bool TellNamesApart() const;
   std::int32_t LastNotAbove(Head sought) const;
   std::int32_t StartOfRun(std::int32_t last) const;
 
   GrowableArray<Head, 32> heads_;
-  const char* prefix_ = "";  // not terminated
-  std::size_t prefixLength_ = 0;
+  NamePrefixes prefixes_;
+  int placeBits_ = 2;  // that a place takes
   std::int32_t staleness_ = 0;
   bool areUseful_ = false;
 };

@@ -47,11 +47,15 @@ class NameIndex {
     Element& element = elements_.EmplaceReserved(place);
     element.key = key;
     heads_.InsertReserved(place, key);
-    if (heads_.IsStale()) heads_.Renew([&](std::int32_t i) { return elements_[i].key; });
+    if (heads_.IsStale()) heads_.Renew({this, KeyAt, Count()});
     return element;
   }
 
  private:
+  static const char* KeyAt(const void* index, std::int32_t i) {
+    return static_cast<const NameIndex*>(index)->elements_[i].key;
+  }
+
   int Compare(std::int32_t index, const char* name) const {
     return Order{}(elements_[index].key, name);
   }

@@ -184,10 +184,12 @@ TEST(NameIndex, FindsLikeALinearSearchInAnyOrder) {
 }
 
 // A wrong guess shows in nothing but the number of comparisons.
-TEST(NameIndex, ComparesOnceOrTwiceAmongNamesWithAPrefix) {
+TEST(NameIndex, ComparesOnceOrTwiceAmongNamesWithPrefixes) {
   const auto isStrange = [](int i) { return i % 35 == 0; };
   const auto name = [&](int i) {
-    return (isStrange(i) ? "a." : "com.example.component") + std::to_string(100000 + i);
+    constexpr const char* kPrefixes[] = {"com.example.image", "com.example.storage", "org.",
+                                         "org.sample.component"};
+    return (isStrange(i) ? "d." : kPrefixes[i / 2 % 4]) + std::to_string(100000 + i);
   };
   FiledNames<ByBytes> filed;
   for (int i = 1; i < 5000; i += 2)
