@@ -193,9 +193,18 @@ void AppendConverted(std::string_view bytes, std::string_view upperName, Convert
   }
 }
 
+// The XML library goes by letters and digits alone where it does not know a name.
+std::string KnownName(std::string upperName) {
+  if (!Converter(upperName).IsKnown())
+    upperName.erase(std::remove_if(upperName.begin(), upperName.end(),
+                                   [](char c) { return !IsDigit(c) && !BeginsName(c); }),
+                    upperName.end());
+  return upperName == "UTF8" ? "UTF-8" : upperName;
+}
+
 // False: nobody knows the encoding.
 bool AppendDecoded(std::string_view bytes, const std::string& upperName, Decoding& out) {
-  if (upperName == "UTF-8" || upperName == "UTF8") {
+  if (upperName == "UTF-8") {
     AppendUtf8(bytes, out);
   } else if (upperName == "UTF-16LE" || upperName == "UTF-16BE") {
     AppendUtf16({bytes, upperName.ends_with("BE")}, out);
@@ -286,6 +295,7 @@ DecodedText Decode(std::string_view bytes) {
   const std::string declared = begin.text.substr(place.begin, place.Size());
   std::string upperName = declared;
   std::transform(upperName.begin(), upperName.end(), upperName.begin(), ToUpper);
+  if (!IsGeneric(upperName)) upperName = KnownName(upperName);
 
   result.encoding = sensed.name;
   if (upperName.empty() || IsGeneric(upperName)) {
@@ -301,8 +311,7 @@ DecodedText Decode(std::string_view bytes) {
         DecodingFault{place, fmt::format(R"("{}" is declared, but the file is written in {})",
                                          declared, IsEbcdic(sensed) ? "EBCDIC" : sensed.name)};
   } else {
-    result.encoding = upperName == "UTF8" ? "UTF-8" : declared;
-    if (upperName == "UTF-8") result.encoding = upperName;
+    result.encoding = upperName == "UTF-8" ? upperName : declared;
     DecodeAs(upperName, bytes, result);
   }
   CheckBegin(bytes, result);
