@@ -2,6 +2,8 @@
 #ifndef CHECK_MANIFEST_H
 #define CHECK_MANIFEST_H
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,6 +22,8 @@ struct Manifest {
   // Those that need no other file, in the order of their places, before any allowance.
   std::vector<Finding> findings;
   bool isWellFormed = false;
+  // Where the well-formed part ends: what stands after it is not judged.
+  std::size_t trustedEnd = SIZE_MAX;
   // Whether what is read depends on files or addresses outside the document.
   bool isExternal = false;
 };
