@@ -57,7 +57,8 @@ void CheckUnknown(Inspection& inspection, const ElementAtHand& element,
   if (attribute.isDefault) return;
   for (const std::string_view meant : unknown.meant.Best()) {
     finding.suggestions.push_back(Replace(attribute.name, name, std::string(meant)));
-    finding.suggestions.back().safe = unknown.meant.IsCertain();
+    finding.suggestions.back().safe =
+        unknown.meant.IsCertain() && element.given.TimesMeant(meant) == 1;
   }
   if (!finding.suggestions.empty()) return;
   finding.suggestions.push_back(RemoveAttribute(inspection, attribute));

@@ -55,9 +55,18 @@ void ReportTwice(Inspection& inspection, NodeId first, NodeId second, std::strin
 
 // ---- What a side needs -------------------------------------------------------------------------
 
-void ReportIncomplete(Inspection& inspection, NodeId side, std::string_view needed) {
-  inspection.Report(Rule::kSideIncomplete, kBtkMissing, inspection[side].name,
-                    fmt::format("{} needs {}", inspection.Tag(side), needed));
+Finding& ReportIncomplete(Inspection& inspection, NodeId side, std::string_view needed) {
+  return inspection.Report(Rule::kSideIncomplete, kBtkMissing, inspection[side].name,
+                           fmt::format("{} needs {}", inspection.Tag(side), needed));
+}
+
+void ReportUnserved(Inspection& inspection, const ClassAtHand& owner, NodeId side,
+                    std::string_view needed) {
+  const Attribute* const type = owner.element.given.Find("managedtype");
+  ReportIncomplete(inspection, side, needed)
+      .related.push_back(
+          inspection.RelatedTo(type != nullptr ? type->value : inspection[owner.element.node].name,
+                               "the side needs it because the class is no worker"));
 }
 
 // Whether the class is offered as a service of its own.
