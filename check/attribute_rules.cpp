@@ -117,7 +117,7 @@ bool IsRequired(const AttributeT& attribute, const ElementAtHand& element) {
   if (&element.described != &grammar::kModule || std::string_view(attribute.name) != "id") {
     return true;
   }
-  const grammar::ElementT* const parent = element.around.parent;
+  const grammar::ElementT* const parent = element.place.parent;
   return parent != nullptr && parent->content != grammar::Content::kSide;
 }
 

@@ -90,12 +90,12 @@ bool IsIncomplete(Inspection& inspection, const ClassAtHand& owner, const Elemen
   const State served = Served(owner, side.given);
   const bool hasHost = !side.given.IsAbsent("xsid");
   if (served == State::kAbsent && !hasHost) {
-    ReportIncomplete(inspection, side.node, "\"svcid\" or \"xsid\", for the class is no worker");
+    ReportUnserved(inspection, owner, side.node, "\"svcid\" or \"xsid\"");
     return true;
   }
   const bool hasModule = holdsSomething || (isEmpty && moduleref == State::kGiven);
   if (served == State::kAbsent && hasModule) {
-    ReportIncomplete(inspection, side.node, "\"svcid\" for its module, for the class is no worker");
+    ReportUnserved(inspection, owner, side.node, "\"svcid\" for its module");
     return true;
   }
   if (isEmpty && moduleref == State::kAbsent && !hasHost) {
