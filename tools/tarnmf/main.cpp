@@ -33,6 +33,8 @@ void AddScanOptions(CLI::App& command, tool::ScanOptions& options) {
       ->allow_extra_args(false);
   command.add_option("--service", options.service, "pose as a process inside this service")
       ->type_name("ID");
+  command.add_flag("--preload", options.preload,
+                   "load the libraries whose preload conditions hold, which runs their code");
   command.add_flag("--json", options.json, "print JSON");
   command.add_option("FILE", options.files,
                      "manifest files of the process; by default all *.tmfx of its load point");
@@ -47,10 +49,11 @@ void AddRead(CLI::App& app, tool::ReadOptions& options, ActionT& action) {
   read->callback([&] { action = [&] { return tool::RunRead(options); }; });
 }
 
-void AddScan(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
+void AddScan(CLI::App& app, tool::ScanReportOptions& options, ActionT& action) {
   CLI::App* const scan = app.add_subcommand(
       "scan", "Scan a process's load points and show what is read, registered and filed");
-  AddScanOptions(*scan, options);
+  AddScanOptions(*scan, options.scan);
+  scan->add_flag("--all", options.all, "list everything, not the problems alone");
   scan->callback([&] { action = [&] { return tool::RunScan(options); }; });
 }
 
@@ -102,7 +105,7 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", TARNMF_VERSION);
   app.require_subcommand(1);
   tool::ReadOptions read;
-  tool::ScanOptions scan;
+  tool::ScanReportOptions scan;
   tool::ScanOptions list;
   tool::FindClassOptions findClass;
   tool::FindServiceOptions findService;
