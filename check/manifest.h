@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "check/declarations.h"
@@ -22,10 +23,16 @@ struct Manifest {
   // Those that need no other file, in the order of their places, before any allowance.
   std::vector<Finding> findings;
   bool isWellFormed = false;
-  // Where the well-formed part ends: what stands after it is not judged.
-  std::size_t trustedEnd = SIZE_MAX;
-  // Whether what is read depends on files or addresses outside the document.
+  // Where the document stops being trusted: of one that is not well-formed only nodes that begin
+  // before it, elements with all of their start tag, are judged.
+  std::size_t trustedEnd = 0;
+  // Whether what is read depends on files or addresses outside the document, or grows so much that
+  // it is not to be loaded just to compare.
   bool isExternal = false;
+
+  explicit Manifest(Source text) : source(std::move(text)) {}
+  Manifest(const Manifest&) = delete;
+  Manifest& operator=(const Manifest&) = delete;
 };
 
 // Findings and the document point to the source inside, so that the manifest stays where it is.
