@@ -2,8 +2,6 @@
 #ifndef CHECK_MANIFEST_H
 #define CHECK_MANIFEST_H
 
-#include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
