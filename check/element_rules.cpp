@@ -1,5 +1,4 @@
 // The walk over the elements of a manifest, and the rules on which of them may stand where.
-#include <algorithm>
 #include <fmt/format.h>
 #include <vector>
 
@@ -200,10 +199,6 @@ void CheckElements(Manifest& manifest) {
     const ElementT* const described = ChildNamed(grammar::kDocument, manifest.document.Name(root));
     if (described != nullptr) CheckBareElements(inspection, root, *described);
   }
-  std::stable_sort(manifest.findings.begin(), manifest.findings.end(),
-                   [](const Finding& left, const Finding& right) {
-                     return left.place.span.begin < right.place.span.begin;
-                   });
 }
 
 }  // namespace tarnmf::check
