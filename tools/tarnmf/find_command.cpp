@@ -32,13 +32,16 @@ std::string ScopeText(const UniIdT& scope) {
 void ExplainMissingClass(const ScanSession& session, const std::string& name) {
   std::map<std::string, std::string> names;
   std::vector<std::string> places;
-  for (const ScanStep& step : session.Steps()) {
+  const ScanView view(session);
+  for (const StepView& stepView : view.Steps()) {
+    const ScanStep& step = stepView.Step();
     if (step.data == nullptr) continue;
+    auto answer = stepView.Answers().begin();
     for (const MfIntfClassT* record : step.data->classes) {
+      const std::string& why = (answer++)->why;
       if (record->commonname == nullptr) continue;
       names.emplace(record->commonname, record->commonname);
       if (record->commonname != name) continue;
-      const std::string why = WhyUnanswered(*session.Repository(), step, *record);
       places.push_back(fmt::format("  in {}, scope {}, service version {}{}", step.path,
                                    ScopeText(step.scope), record->svcVersion,
                                    why.empty() ? "" : " (" + why + ")"));
@@ -59,16 +62,16 @@ std::string PathOf(liMfRepository& repository, const UniIdT& loadpoint) {
   return data != nullptr ? Narrow(data->loadpoint) : "";
 }
 
-void PrintClass(liMfRepository& repository, const MfSvcResolveT& entry) {
+void PrintClass(const ScanSession& session, const MfSvcResolveT& entry) {
   const MfIntfClassT& record = *entry.record;
   fmt::print("{} {} service version {}\n", entry.key, IdText(record.ids[kMfClientSide]),
              entry.versionKey / 2);
-  fmt::print("  load point {}\n", PathOf(repository, entry.ids[kMfLoadpointId]));
+  fmt::print("  load point {}\n", PathOf(*session.Repository(), entry.ids[kMfLoadpointId]));
   fmt::print("  scope {}\n", ScopeText(entry.ids[kMfScopeId]));
   constexpr const char* kSides[] = {"client side", "service side", "agent side"};
   for (std::int32_t side = 0; side < kMfSideCount; ++side) {
     const char* const module = record.sides[side].moduleref;
-    if (module != nullptr) fmt::print("  {} {}\n", kSides[side], module);
+    if (module != nullptr) fmt::print("  {} {}\n", kSides[side], session.Names().Shown(module));
   }
 }
 
@@ -127,10 +130,12 @@ int RunFindClass(const FindClassOptions& options) {
           ? repository->FindClassImpl(&scope, options.name.c_str(), options.version, options.limit)
           : nullptr;
   if (options.scan.json) {
-    fmt::print("{}", JsonText({{"found", entry != nullptr},
-                               {"entry", entry != nullptr ? ToJson(*entry) : Json()}}));
+    Json output = {{"found", entry != nullptr},
+                   {"entry", entry != nullptr ? ToJson(*entry) : Json()}};
+    session.Names().Show(output);
+    fmt::print("{}", JsonText(output));
   } else if (entry != nullptr) {
-    PrintClass(*repository, *entry);
+    PrintClass(session, *entry);
   }
   if (entry == nullptr) ExplainMissingClass(session, options.name);
   return ExitStatus(session, entry != nullptr);

@@ -1,7 +1,6 @@
 #include "tools/tarnmf/scan_session.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fmt/format.h>
 #include <stdexcept>
 
@@ -10,6 +9,7 @@
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
 #include "tools/tarnmf/diagnosis.h"
+#include "tools/tarnmf/directory.h"
 
 namespace tool {
 namespace {
@@ -93,23 +93,13 @@ LoadResult Try(Scan scan) {
   return result;
 }
 
-// An empty text, or a warning.
-std::string DirectoryWarning(const std::string& path) {
-  std::error_code ignored;
-  return std::filesystem::is_directory(path, ignored) ? "" : "there is no such directory";
-}
-
-// Load points are directories that keep their place whatever the working directory is.
-std::string Absolute(const std::string& path) {
-  return path.empty() ? path : std::filesystem::absolute(path).lexically_normal().string();
-}
-
 }  // namespace
 
 ScanSession::ScanSession(const ScanOptions& options) {
   for (const std::string& setting : options.options)
     SetOption(setting);
   if (!options.service.empty()) PoseInService(options.service);
+  btkHostEmbeddedDlmManager().SetPreloadMode(options.preload ? kBtkHostLoads : kBtkHostRecordsOnly);
   ScanProcess(options);
   if (Repository() == nullptr) {
     skipped_ = options.add;
@@ -121,7 +111,7 @@ ScanSession::ScanSession(const ScanOptions& options) {
 
 bool ScanSession::Failed() const {
   return std::any_of(steps_.begin(), steps_.end(),
-                     [](const ScanStep& step) { return step.result.Failed(); });
+                     [](const ScanStep& step) { return step.Failed(); });
 }
 
 void ScanSession::ScanProcess(const ScanOptions& options) {
@@ -129,7 +119,7 @@ void ScanSession::ScanProcess(const ScanOptions& options) {
   step.isProcess = true;
   step.directory = options.loadpoint;
   step.path = Absolute(options.loadpoint);
-  if (!step.path.empty()) step.warning = DirectoryWarning(step.path);
+  if (!step.path.empty()) step.problem = DirectoryProblem(step.path);
   btkHostSetProcessLoadpoint(Widen(step.path).c_str());
   step.manifests = options.files.empty() && !options.loadpoint.empty()
                        ? ManifestsIn(options.loadpoint)
@@ -146,7 +136,7 @@ void ScanSession::ScanInstallation(const std::string& directory) {
   step.directory = directory;
   const std::string absolute = Absolute(directory);
   step.manifests = ManifestsIn(absolute);
-  step.warning = DirectoryWarning(absolute);
+  step.problem = DirectoryProblem(absolute);
   const RegistrationWatch watch;
   step.result = Try([&] { return Repository()->AddLoadpoint(Widen(absolute).c_str()); });
   step.registered = watch.Added();
@@ -159,10 +149,11 @@ void ScanSession::ScanInstallation(const std::string& directory) {
   if (step.result.Failed()) step.reason = ExplainFailure(step);
 }
 
-void ScanSession::FindData(ScanStep& step) const {
+void ScanSession::FindData(ScanStep& step) {
   const std::string& path = step.path;
   if (btkHostEmbeddedDlmManager().QueryLoadpointId(&step.id, Widen(path).c_str()) != kBtkOk) return;
   if (Repository() != nullptr) step.data = Repository()->FindLoadpoint(&step.id);
+  if (step.data != nullptr) names_.Collect(*step.data, step.manifests);
 }
 
 }  // namespace tool

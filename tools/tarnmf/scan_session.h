@@ -10,6 +10,7 @@
 #include "tarnmf/repository.h"
 
 #include "tools/tarnmf/manifest_files.h"
+#include "tools/tarnmf/nested_names.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -20,6 +21,7 @@ struct ScanOptions {
   std::vector<std::string> add;      // installation directories
   std::vector<std::string> options;  // "ID=VALUE"
   std::string service;               // id of the service to pose in; empty: none
+  bool preload = false;              // whether libraries are loaded, not only told
   bool json = false;
 };
 
@@ -47,12 +49,14 @@ struct ScanStep {
   std::vector<std::string> manifests;
   LoadResult result;
   std::string reason;   // in words, after a failure
-  std::string warning;  // what was odd about a step that went well
+  std::string problem;  // of the directory itself; the library takes such a one for empty
   Registered registered;
   UniIdT id = {};
   UniIdT scope = {};
   std::string path;            // of the load point
   MfLdpDataT* data = nullptr;  // null: not filed
+
+  bool Failed() const { return result.Failed() || !problem.empty(); }
 };
 
 class ScanSession {
@@ -66,14 +70,16 @@ class ScanSession {
   // Installations that could not be scanned because the process's own load point failed.
   const std::vector<std::string>& Skipped() const { return skipped_; }
   bool Failed() const;
+  const NestedNames& Names() const { return names_; }
 
  private:
   void ScanProcess(const ScanOptions& options);
   void ScanInstallation(const std::string& directory);
-  void FindData(ScanStep& step) const;
+  void FindData(ScanStep& step);
 
   std::vector<ScanStep> steps_;
   std::vector<std::string> skipped_;
+  NestedNames names_;
 };
 
 }  // namespace tool

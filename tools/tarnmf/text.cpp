@@ -38,8 +38,4 @@ UniIdT ParseId(const std::string& text) {
   return id;
 }
 
-bool IsEqual(const UniIdT& left, const UniIdT& right) {
-  return btkUniIdIsEqual(&left, &right);
-}
-
 }  // namespace tool

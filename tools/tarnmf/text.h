@@ -2,6 +2,7 @@
 #ifndef TOOLS_TARNMF_TEXT_H
 #define TOOLS_TARNMF_TEXT_H
 
+#include <set>
 #include <string>
 
 #include "platform/errors.h"
@@ -28,7 +29,12 @@ std::string IdText(const UniIdT& id);
 // Reads either text form; throws std::invalid_argument with a sentence for people.
 UniIdT ParseId(const std::string& text);
 
-bool IsEqual(const UniIdT& left, const UniIdT& right);
+struct IdOrder {
+  bool operator()(const UniIdT& left, const UniIdT& right) const {
+    return btkUniIdCompare(&left, &right) < 0;
+  }
+};
+using IdSet = std::set<UniIdT, IdOrder>;
 
 }  // namespace tool
 
