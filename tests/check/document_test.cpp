@@ -107,6 +107,7 @@ TEST(Document, PartsAreFound) {
        "<a f='&e;y'><b g='h'/><c/><b d=' 2 '/></a>",
        "<a f=x&y><b g=h d=1 e=x&></><c></><b d=2 e=x&></></>"},
       {"<a/>\n\0<b>", "<a></>'\n'"},
+      {"<!DOCTYPE a [%p;<!ENTITY e 'x'>]><a b='&e;'/>", "<a b=?></>"},
       // Half-typed ones.
       {"<a><b c='1' <d e=2 f/>x</a", "<a><b c=1><d e=2 f=></>'x'</></>"},
       {"<a><b><c></b>y</x></a>z", "<a><b><c></></>'y'</>'z'"},
