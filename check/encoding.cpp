@@ -247,24 +247,6 @@ void DecodeAs(const std::string& encoding, std::string_view bytes, DecodedText& 
   result.isUtf8 = !result.fault && result.text == bytes;
 }
 
-}  // namespace
-
-Span DeclaredValue(std::string_view text, std::string_view name) {
-  if (!text.starts_with("<?xml") || text.find_first_of(kBlanks, 5) != 5) return {};
-  text = text.substr(0, text.find("?>"));
-  std::size_t at = text.find(name);
-  if (at == std::string_view::npos) return {};
-  at = SkipBlanks(text, at + name.size());
-  if (at == text.size() || text[at] != '=') return {};
-  at = SkipBlanks(text, at + 1);
-  if (at == text.size() || (text[at] != '"' && text[at] != '\'')) return {};
-  const std::size_t end = text.find(text[at], at + 1);
-  if (end == std::string_view::npos) return {};
-  return {at + 1, end};
-}
-
-namespace {
-
 constexpr std::string_view kMark = "\xEF\xBB\xBF"sv;
 
 // What the XML library does not take for the beginning of a document, though others do.
@@ -282,6 +264,20 @@ void CheckBegin(std::string_view bytes, DecodedText& result) {
 }
 
 }  // namespace
+
+Span DeclaredValue(std::string_view text, std::string_view name) {
+  if (!text.starts_with("<?xml") || text.find_first_of(kBlanks, 5) != 5) return {};
+  text = text.substr(0, text.find("?>"));
+  std::size_t at = text.find(name);
+  if (at == std::string_view::npos) return {};
+  at = SkipBlanks(text, at + name.size());
+  if (at == text.size() || text[at] != '=') return {};
+  at = SkipBlanks(text, at + 1);
+  if (at == text.size() || (text[at] != '"' && text[at] != '\'')) return {};
+  const std::size_t end = text.find(text[at], at + 1);
+  if (end == std::string_view::npos) return {};
+  return {at + 1, end};
+}
 
 DecodedText Decode(std::string_view bytes) {
   DecodedText result;
