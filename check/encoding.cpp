@@ -172,23 +172,25 @@ class Converter {
   iconv_t handle_;
 };
 
-// Bytes without a meaning: of windows-1252 they are control characters to the XML library, of other
-// encodings of single bytes U+FFFD, and of all others a fault.
+// What becomes of a byte without a meaning. The XML library passes over most of them, as U+FFFD.
+void AppendMeaningless(unsigned char byte, std::string_view upperName, Decoding& out) {
+  const bool isStrict = upperName == "US-ASCII" || upperName == "ASCII" || upperName == "EUC-JP" ||
+                        upperName == "EUC-KR";
+  if (isStrict) {
+    out.Refuse(fmt::format("byte 0x{:02X} is no {}", byte, upperName));
+  } else if (upperName.starts_with("WINDOWS-125") && byte < 0xA0U) {
+    out.Append(byte);
+  } else {
+    out.text += kReplacement;
+  }
+}
+
 void AppendConverted(std::string_view bytes, std::string_view upperName, Converter& converter,
                      Decoding& out) {
-  const bool isSingleByte = upperName.starts_with("ISO-8859") || upperName.starts_with("KOI8") ||
-                            upperName.starts_with("WINDOWS-125");
   for (;;) {
     converter.Convert(bytes, out.text);
     if (bytes.empty()) return;
-    const auto byte = static_cast<unsigned char>(bytes[0]);
-    if (upperName == "WINDOWS-1252") {
-      out.Append(byte);
-    } else if (isSingleByte) {
-      out.text += kReplacement;
-    } else {
-      out.Refuse(fmt::format("byte 0x{:02X} is no {}", byte, upperName));
-    }
+    AppendMeaningless(static_cast<unsigned char>(bytes[0]), upperName, out);
     bytes.remove_prefix(1);
   }
 }

@@ -128,6 +128,9 @@ TEST(Document, PartsAreFound) {
        "<a f=x&y><b g=h d=1 e=x&></><c></><b d=2 e=x&></></>"},
       {"<a/>\n\0<b>", "<a></>'\n'"},
       {"<!DOCTYPE a [%p;<!ENTITY e 'x'>]><a b='&e;'/>", "<a b=?></>"},
+      {"<?xml version='1.0' encoding='windows-1252'?><a>\x80\x81</a>",
+       "<a>'\xE2\x82\xAC\xC2\x81'</>"},
+      {"<?xml version='1.0' encoding='KOI8-R'?><a>\xC1</a>", "<a>'\xD0\xB0'</>"},
       // Half-typed ones.
       {"<a><b c='1' <d e=2 f/>x</a", "<a><b c=1><d e=2 f=></>'x'</></>"},
       {"<a><b><c></b>y</x></a>z", "<a><b><c></></>'y'</>'z'"},
