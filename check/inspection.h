@@ -60,16 +60,16 @@ class Inspection {
   Manifest& manifest_;
 };
 
-struct Surroundings {
-  const grammar::ElementT* parent;  // null where the element itself has no place
-  bool areInPlace;                  // the element and all those around it
+struct ElementPlace {
+  const grammar::ElementT* parent;  // null where the element has no place
+  bool isInPlace;                   // the element has its place, and so have all those around it
 };
 
 // An element with its description.
 struct ElementAtHand {
   NodeId node;
   const grammar::ElementT& described;
-  Surroundings around;
+  ElementPlace place;
   GivenAttributes given;
 };
 

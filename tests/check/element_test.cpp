@@ -20,6 +20,10 @@ std::unique_ptr<const Manifest> Read(const std::string& document) {
   return ReadManifest("test.tmfx", document);
 }
 
+std::string DocumentOf(const std::string& text) {
+  return test::DocumentOf(test::WithIds(text));
+}
+
 std::vector<FileCase> Cases(const char* file) {
   return test::ReadCaseFile(std::string(TARNMF_CASES) + "/" + file);
 }
@@ -44,7 +48,7 @@ std::string Marked(const Manifest& manifest, const std::vector<Finding>& finding
 
 TEST(ElementRules, FindWhatTheCasesSay) {
   for (const FileCase& one : Cases("elements.cases")) {
-    const std::string document = test::DocumentOf(one.input);
+    const std::string document = DocumentOf(one.input);
     std::string bare = document;
     std::erase(bare, '^');
     const auto manifest = Read(bare);
@@ -78,14 +82,15 @@ std::string Mended(const Manifest& manifest) {
 
 TEST(ElementRules, SuggestWhatTheCasesSay) {
   for (const FileCase& one : Cases("mended.cases")) {
-    EXPECT_EQ(Mended(*Read(test::DocumentOf(one.input))), test::DocumentOf(one.result)) << one.name;
+    EXPECT_EQ(Mended(*Read(DocumentOf(one.input))), DocumentOf(one.result)) << one.name;
   }
 }
 
 TEST(ElementRules, SayWhatTheCasesSay) {
   for (const FileCase& one : Cases("messages.cases")) {
+    const auto manifest = Read(DocumentOf(one.input));
     std::string messages;
-    for (const Finding& finding : Read(test::DocumentOf(one.input))->findings)
+    for (const Finding& finding : manifest->findings)
       messages += (messages.empty() ? "" : " / ") + finding.message;
     EXPECT_EQ(messages, test::WithIds(one.result)) << one.name;
   }
