@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "tools/tarnmf/diff_command.h"
 #include "tools/tarnmf/find_command.h"
 #include "tools/tarnmf/list_command.h"
 #include "tools/tarnmf/read_command.h"
@@ -96,6 +97,14 @@ void AddList(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
   }
 }
 
+void AddDiff(CLI::App& app, tool::DiffOptions& options, ActionT& action) {
+  CLI::App* const diff = app.add_subcommand("diff", "Show what has changed between two scans");
+  diff->add_option("OLD", options.before, "output of \"scan --json\" from before")->required();
+  diff->add_option("NEW", options.after, "output of \"scan --json\" from after")->required();
+  diff->add_flag("--json", options.json, "print JSON");
+  diff->callback([&] { action = [&] { return tool::RunDiff(options); }; });
+}
+
 }  // namespace
 
 // Out of memory while the options are declared, or no way to print a message: nothing is left to do.
@@ -109,11 +118,13 @@ int main(int argc, char** argv) {
   tool::ScanOptions list;
   tool::FindClassOptions findClass;
   tool::FindServiceOptions findService;
+  tool::DiffOptions diff;
   ActionT action;
   AddRead(app, read, action);
   AddScan(app, scan, action);
   AddFind(app, findClass, findService, action);
   AddList(app, list, action);
+  AddDiff(app, diff, action);
   try {
     app.parse(argc, argv);
     const int status = action();
