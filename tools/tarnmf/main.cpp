@@ -4,6 +4,7 @@
 #include <exception>
 #include <fmt/format.h>
 #include <functional>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -12,6 +13,7 @@
 #include "tools/tarnmf/list_command.h"
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
+#include "tools/tarnmf/schema_command.h"
 
 namespace {
 
@@ -105,6 +107,21 @@ void AddDiff(CLI::App& app, tool::DiffOptions& options, ActionT& action) {
   diff->callback([&] { action = [&] { return tool::RunDiff(options); }; });
 }
 
+void AddSchema(CLI::App& app, tool::SchemaForm& form, ActionT& action) {
+  CLI::App* const schema = app.add_subcommand("schema", "Print the grammar of manifests");
+  const std::pair<const char*, const char*> forms[] = {
+      {"--rng", "as RELAX NG (the default)"},
+      {"--xsd", "as XML Schema, with the help of trang"},
+      {"--markdown", "as tables for readers"}};
+  CLI::Option_group* const group = schema->add_option_group("form");
+  group->require_option(0, 1);
+  for (std::size_t i = 0; i < std::size(forms); ++i) {
+    group->add_flag_callback(
+        forms[i].first, [&form, i] { form = static_cast<tool::SchemaForm>(i); }, forms[i].second);
+  }
+  schema->callback([&] { action = [&] { return tool::RunSchema(form); }; });
+}
+
 }  // namespace
 
 // Out of memory while the options are declared, or no way to print a message: nothing is left to do.
@@ -119,12 +136,14 @@ int main(int argc, char** argv) {
   tool::FindClassOptions findClass;
   tool::FindServiceOptions findService;
   tool::DiffOptions diff;
+  tool::SchemaForm schemaForm = tool::SchemaForm::kRng;
   ActionT action;
   AddRead(app, read, action);
   AddScan(app, scan, action);
   AddFind(app, findClass, findService, action);
   AddList(app, list, action);
   AddDiff(app, diff, action);
+  AddSchema(app, schemaForm, action);
   try {
     app.parse(argc, argv);
     const int status = action();
