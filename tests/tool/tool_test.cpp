@@ -17,6 +17,7 @@ using Json = nlohmann::ordered_json;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 constexpr char kClassId[] = "00000000-0000-0000-0000-0000000000c1";
 constexpr char kServiceId[] = "00000000-0000-0000-0000-0000000000e1";
@@ -78,6 +79,21 @@ TEST(Usage, IsChecked) {
                                 "find class x --version 99999"}) {
     EXPECT_EQ(RunTool(arguments).status, 2) << arguments;
   }
+  const struct {
+    const char* arguments;
+    const char* sentence;
+  } rows[] = {
+      {"scna", "\"scna\" is no command of \"tarnmf\"; did you mean \"scan\"?"},
+      {"find clas x", "\"clas\" is no command of \"tarnmf find\"; did you mean \"class\"?"},
+      {"list all", "\"all\" is no command of \"tarnmf list\"; there are: loadpoints, classes, "},
+      {"find class x --scoep=1",
+       "\"--scoep\" is no option of \"tarnmf find class\"; did you mean "
+       "\"--scope\"?"},
+      {"diff a b c", "\"c\" is one argument too many for \"tarnmf diff\""},
+      {"read", "\"tarnmf read\": FILE is required"},
+  };
+  for (const auto& row : rows)
+    EXPECT_THAT(RunTool(row.arguments).errors, StartsWith(std::string("tarnmf: ") + row.sentence));
   EXPECT_EQ(RunTool("--help").status, 0);
   EXPECT_EQ(RunTool("find class --help").status, 0);
   EXPECT_THAT(RunTool("--version").out, HasSubstr("1."));
@@ -126,7 +142,7 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
               HasSubstr("libover.so"));
   const Outcome missing = RunTool("find class render" + scanned);
   EXPECT_EQ(missing.status, 1);
-  EXPECT_THAT(missing.errors, HasSubstr("declared are: Render"));
+  EXPECT_THAT(missing.errors, HasSubstr("no class is called \"render\"; did you mean \"Render\"?"));
   const Outcome tooNew = RunTool("find class Render --version 3" + scanned);
   EXPECT_EQ(tooNew.status, 1);
   EXPECT_THAT(tooNew.errors,
@@ -136,7 +152,9 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   EXPECT_EQ(Json::parse(RunTool(find + " --json --in " + (root.Path() / "pack/files").string())
                             .out)["service"]["version"],
             2);
-  EXPECT_EQ(RunTool("find service 00000000000000000000000000000000" + scanned).status, 1);
+  const Outcome noService = RunTool("find service 00000000-0000-0000-0000-0000000000e7" + scanned);
+  EXPECT_EQ(noService.status, 1);
+  EXPECT_THAT(noService.errors, HasSubstr(std::string("did you mean \"") + kServiceId));
   EXPECT_EQ(Json::parse(RunTool("list loadpoints --json" + scanned).out)["loadpoints"].size(), 2U);
   EXPECT_EQ(Json::parse(RunTool("list classes --json" + scanned).out)["classes"].size(), 2U);
   EXPECT_EQ(Json::parse(RunTool("list services --json" + scanned).out)["services"].size(), 2U);

@@ -14,6 +14,7 @@
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
 #include "tools/tarnmf/schema_command.h"
+#include "tools/tarnmf/usage_error.h"
 
 namespace {
 
@@ -151,7 +152,9 @@ int main(int argc, char** argv) {
     fmt::print(stderr, "tarnmf: the output cannot be written\n");
     return kFailure;
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kWrongUsage;
+    if (error.get_exit_code() == 0) return app.exit(error);  // help, or the version
+    fmt::print(stderr, "tarnmf: {}\n", tool::UsageSentence(app, error));
+    return kWrongUsage;
   } catch (const std::invalid_argument& error) {
     fmt::print(stderr, "tarnmf: {}\n", error.what());
     return kWrongUsage;
