@@ -11,6 +11,7 @@ namespace tarnmf::check {
 namespace {
 
 constexpr std::size_t kLongest = 64;
+constexpr std::size_t kFew = 3;
 constexpr std::size_t kCertainLength = 5;
 
 std::string Lower(std::string_view text) {
@@ -63,6 +64,10 @@ void CloseNames::Offer(std::string_view name) {
   if (steps < distance_) best_.clear();
   distance_ = steps;
   if (std::find(best_.begin(), best_.end(), name) == best_.end()) best_.push_back(name);
+}
+
+std::vector<std::string_view> CloseNames::FewBest() const {
+  return best_.size() <= kFew ? best_ : std::vector<std::string_view>();
 }
 
 bool CloseNames::IsCertain() const {

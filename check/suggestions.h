@@ -25,6 +25,8 @@ class CloseNames {
 
   // The closest of those offered, in their order; several when they are equally far away.
   const std::vector<std::string_view>& Best() const { return best_; }
+  // The same, but none when they are so many that no single one can have been meant.
+  std::vector<std::string_view> FewBest() const;
   // Whether there is a single one, a step away or only written in another case.
   bool IsOneStepAway() const { return best_.size() == 1 && distance_ <= 1; }
   // The same for texts that are long enough to differ in more than that: it must have been meant.

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <iterator>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,12 @@
 
 namespace tool {
 namespace {
+
+struct DiffOptions {
+  std::string before;  // files with what "scan --json" has printed
+  std::string after;
+  bool json = false;
+};
 
 // By ItemKind.
 constexpr const char* kKinds[] = {"load point", "module", "class", "service", "runnable"};
@@ -148,8 +155,6 @@ class Comparison {
   std::vector<Difference> differences_;
 };
 
-}  // namespace
-
 int RunDiff(const DiffOptions& options) {
   const ScanOutline before = ReadOutline(options.before);
   const ScanOutline after = ReadOutline(options.after);
@@ -165,6 +170,17 @@ int RunDiff(const DiffOptions& options) {
       fmt::print("{}\n", difference.text);
   }
   return differences.empty() ? 0 : 1;
+}
+
+}  // namespace
+
+void AddDiff(CLI::App& app, Action& action) {
+  const auto options = std::make_shared<DiffOptions>();
+  CLI::App* const diff = app.add_subcommand("diff", "Show what has changed between two scans");
+  diff->add_option("OLD", options->before, "output of \"scan --json\" from before")->required();
+  diff->add_option("NEW", options->after, "output of \"scan --json\" from after")->required();
+  diff->add_flag("--json", options->json, "print JSON");
+  diff->callback([&action, options] { action = [options] { return RunDiff(*options); }; });
 }
 
 }  // namespace tool

@@ -2,19 +2,12 @@
 #ifndef TOOLS_TARNMF_DIFF_COMMAND_H
 #define TOOLS_TARNMF_DIFF_COMMAND_H
 
-#include <string>
+#include "tools/tarnmf/action.h"
 
 namespace tool {
 
-struct DiffOptions {
-  std::string before;  // files with what "scan --json" has printed
-  std::string after;
-  bool json = false;
-};
-
-// Returns the exit status: 0 for no difference, 1 for some. Throws std::invalid_argument for a file
-// that cannot be read.
-int RunDiff(const DiffOptions& options);
+// The exit status is 0 for no difference and 1 for some; a file that cannot be read is wrong usage.
+void AddDiff(CLI::App& app, Action& action);
 
 }  // namespace tool
 

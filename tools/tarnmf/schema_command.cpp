@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -33,21 +34,33 @@ std::string XsdSchema() {
   return ReadText(xsd);
 }
 
+struct Form {
+  const char* option;
+  const char* description;
+  std::string (*text)();
+};
+constexpr Form kForms[] = {
+    {"--rng", "as RELAX NG (the default)", RngSchema},
+    {"--xsd", "as XML Schema, with the help of trang", XsdSchema},
+    {"--markdown", "as tables for readers", MarkdownSchema},
+};
+
 }  // namespace
 
-int RunSchema(SchemaForm form) {
-  switch (form) {
-    case SchemaForm::kRng:
-      fmt::print("{}", RngSchema());
-      break;
-    case SchemaForm::kXsd:
-      fmt::print("{}", XsdSchema());
-      break;
-    case SchemaForm::kMarkdown:
-      fmt::print("{}", MarkdownSchema());
-      break;
-  }
-  return 0;
+void AddSchema(CLI::App& app, Action& action) {
+  CLI::App* const schema = app.add_subcommand("schema", "Print the grammar of manifests");
+  const auto chosen = std::make_shared<const Form*>(&kForms[0]);
+  CLI::Option_group* const group = schema->add_option_group("form");
+  group->require_option(0, 1);
+  for (const Form& form : kForms)
+    group->add_flag_callback(
+        form.option, [chosen, &form] { *chosen = &form; }, form.description);
+  schema->callback([&action, chosen] {
+    action = [chosen] {
+      fmt::print("{}", (*chosen)->text());
+      return 0;
+    };
+  });
 }
 
 }  // namespace tool

@@ -2,12 +2,11 @@
 #ifndef TOOLS_TARNMF_SCHEMA_COMMAND_H
 #define TOOLS_TARNMF_SCHEMA_COMMAND_H
 
+#include "tools/tarnmf/action.h"
+
 namespace tool {
 
-enum class SchemaForm { kRng, kXsd, kMarkdown };
-
-// Returns the exit status.
-int RunSchema(SchemaForm form);
+void AddSchema(CLI::App& app, Action& action);
 
 }  // namespace tool
 
