@@ -117,8 +117,8 @@ class RepositoryAnswers {
     }
     std::string answers;
     for (const auto& [record, scope] : classes) {
-      const MfSvcResolveT* const found = repo->FindClassImpl(
-          &scope, record->commonname, record->svcVersion, INT16_MAX);
+      const MfSvcResolveT* const found =
+          repo->FindClassImpl(&scope, record->commonname, record->svcVersion, INT16_MAX);
       answers += found != nullptr ? names[found->record] : "none";
       answers += fmt::format(" {};", record->svcVersion);
     }
