@@ -301,8 +301,11 @@ void CheckFiles(const LoadPoint& loadpoint, Files& files, std::vector<Finding>& 
   if (!files.IsDirectory(loadpoint.path)) return;
   FileCheck check(loadpoint, files, findings);
   for (const auto& manifest : loadpoint.manifests) {
-    for (const ModuleDeclaration& module : manifest->declarations.modules)
-      check.Check(*manifest, module);
+    for (const ModuleDeclaration& module : manifest->declarations.modules) {
+      // What reaches up to the fault of a document is not all there.
+      const bool isWhole = manifest->document[module.node].span.end < manifest->trustedEnd;
+      if (manifest->isWellFormed || isWhole) check.Check(*manifest, module);
+    }
   }
 }
 
