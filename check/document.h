@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "check/references.h"
 #include "check/source.h"
 
 namespace tarnmf::check {
@@ -28,7 +29,7 @@ struct Attribute {
   Span value;           // between the quotes
   std::string text;     // the value as readers receive it: references resolved, blanks normalised
   bool isKnown = true;  // false: an entity in it has no known text
-  bool isDefault = false;  // the document type gives it; its places are the element's name
+  bool isDefault = false;  // the document type gives it; its places are in there
 };
 
 using NodeId = std::uint32_t;
@@ -52,6 +53,10 @@ class Document {
  public:
   std::vector<Node> nodes;            // in the order in which they begin
   std::vector<Attribute> attributes;  // of one element after the other
+
+  Span declaration;  // of XML itself, at the very beginning; empty: there is none
+  Span doctype;      // the document type declaration; empty: there is none
+  XmlVersion version = XmlVersion::k10;
 
   const Node& operator[](NodeId node) const { return nodes[node]; }
   // Kept by the one who owns both.

@@ -2,6 +2,7 @@
 #ifndef CHECK_FILES_H
 #define CHECK_FILES_H
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,15 +20,17 @@ class Files {
   virtual std::optional<std::string> Read(const std::string& path) = 0;
   // The file read and checked by itself; null when it cannot be read.
   virtual std::shared_ptr<const Manifest> ReadManifest(const std::string& path) = 0;
-  // The names of the "*.tmfx" files of a directory, sorted.
+  // The names, not the paths, of the "*.tmfx" files of a directory, sorted.
   virtual std::vector<std::string> ManifestsIn(const std::string& directory) = 0;
   virtual bool IsFile(const std::string& path) = 0;
   virtual bool IsDirectory(const std::string& path) = 0;
   // The names in a directory, for suggestions.
   virtual std::vector<std::string> NamesIn(const std::string& directory) = 0;
+  // Whether the library, which opens files by itself, would read the same.
+  virtual bool AreOnDisk() const { return false; }
 };
 
-// Those of the file system.
+// Those of the file system. A manifest is read once: after files have changed, make a new object.
 class DiskFiles final : public Files {
  public:
   std::optional<std::string> Read(const std::string& path) override;
@@ -36,7 +39,14 @@ class DiskFiles final : public Files {
   bool IsFile(const std::string& path) override;
   bool IsDirectory(const std::string& path) override;
   std::vector<std::string> NamesIn(const std::string& directory) override;
+  bool AreOnDisk() const override { return true; }
+
+ private:
+  std::map<std::string, std::shared_ptr<const Manifest>> manifests_;  // by path, null: unreadable
 };
+
+// The path of a file in a directory, as people would write it.
+std::string PathIn(const std::string& directory, const std::string& name);
 
 }  // namespace tarnmf::check
 

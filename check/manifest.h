@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "check/declarations.h"
@@ -20,8 +21,16 @@ struct Manifest {
   // Those that need no other file, in the order of their places, before any allowance.
   std::vector<Finding> findings;
   bool isWellFormed = false;
-  // Whether what is read depends on files or addresses outside the document.
+  // Where the document stops being trusted: of one that is not well-formed only nodes that begin
+  // before it, elements with all of their start tag, are judged.
+  std::size_t trustedEnd = 0;
+  // Whether what is read depends on files or addresses outside the document, or grows so much that
+  // it is not to be loaded just to compare.
   bool isExternal = false;
+
+  explicit Manifest(Source text) : source(std::move(text)) {}
+  Manifest(const Manifest&) = delete;
+  Manifest& operator=(const Manifest&) = delete;
 };
 
 // Findings and the document point to the source inside, so that the manifest stays where it is.

@@ -11,6 +11,7 @@
 #include "check/catalogue/element_rules.h"
 #include "check/catalogue/file_rules.h"
 #include "check/catalogue/layout_rules.h"
+#include "check/catalogue/value_rules.h"
 
 namespace tarnmf::check {
 namespace {
@@ -24,6 +25,7 @@ constexpr std::array<RuleT, kRuleCount> Joined() {
   };
   append(kDocumentRules);
   append(kElementRules);
+  append(kValueRules);
   append(kContentRules);
   append(kBatchRules);
   append(kFileRules);

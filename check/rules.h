@@ -108,7 +108,7 @@ struct RuleT {
   Fix fix;
   const char* summary;  // what is found, in one sentence
   const char* advice;   // why it matters and what to do
-  const char* wrong;    // an example in which this rule alone is broken
+  const char* wrong;    // an example in which this rule alone is broken; null: no text can show it
   const char* right;    // the same without the mistake
 };
 

@@ -3,6 +3,7 @@
 #define CHECK_SOURCE_H
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,12 @@ struct Position {
   std::size_t column = 1;
 
   bool operator==(const Position&) const = default;
+};
+
+// The first thing in a file that its encoding does not admit.
+struct DecodingFault {
+  Span span;  // in the text, where a U+FFFD stands for each byte that is none
+  std::string message;
 };
 
 class Source {
@@ -52,6 +59,7 @@ class Source {
   // Text and bytes are the same, but for a byte order mark of MarkSize() bytes before them.
   bool IsUtf8() const { return isUtf8_; }
   std::size_t MarkSize() const { return markSize_; }
+  const std::optional<DecodingFault>& Fault() const { return fault_; }
 
   // A line feed, a carriage return or both together end a line. An offset past the end is the end.
   Position At(std::size_t offset) const;
@@ -60,13 +68,20 @@ class Source {
   Span Line(std::size_t line) const;
 
  private:
-  Source() = default;
+  Source(std::string path, std::string bytes);
+
+  void IndexText();
+  std::size_t CodePointsBefore(std::size_t offset) const;
 
   std::string path_;
   std::string bytes_;
   std::string text_;
   std::string encoding_;
+  std::optional<DecodingFault> fault_;
   std::vector<std::size_t> lines_;  // where each begins
+  // The code points before every stretch of the text, so that a place in a line of megabytes costs
+  // no more than one in a short line.
+  std::vector<std::size_t> codePoints_;
   std::size_t markSize_ = 0;
   bool isDecoded_ = true;
   bool isUtf8_ = true;

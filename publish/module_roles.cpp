@@ -5,62 +5,13 @@
 
 namespace tarnmf {
 
-struct RoleRule {
-  MfSideT side;      // of the class that asks for the role
-  RoleSet excluded;  // none of these may the module have
-  RoleSet added;     // the role itself, and what comes with it
-  ModuleListMember list;
-};
-
 namespace {
-
-constexpr RoleSet kApp = 1U << kAppRole;
-constexpr RoleSet kAgent = 1U << kAgentRole;
-constexpr RoleSet kClient = 1U << kServiceClientRole;
-constexpr RoleSet kServer = 1U << kServiceServerRole;
-constexpr RoleSet kGeneric = 1U << kGenericRole;
-
-// One row per ModuleRole. A class claims its modules in the order of the rows, a module is filed in
-// the lists in that order, and the first excluded role is the one that is reported.
-constexpr RoleRule kRoleRules[] = {
-    {kMfClientSide, kAgent | kClient | kServer | kGeneric, kApp, &PublishIndexT::appModules},
-    {kMfAgentSide, kApp | kClient | kServer | kGeneric, kAgent, &PublishIndexT::agentModules},
-    {kMfClientSide, kApp | kAgent | kServer, kClient | kGeneric,
-     &PublishIndexT::serviceClientModules},
-    {kMfServiceSide, kApp | kAgent | kClient, kServer | kGeneric,
-     &PublishIndexT::serviceServerModules},
-    {kMfClientSide, kApp | kAgent, kGeneric, &PublishIndexT::genericModules},
-};
-static_assert(kRoleRules[kAppRole].list == &PublishIndexT::appModules &&
-              kRoleRules[kAgentRole].list == &PublishIndexT::agentModules &&
-              kRoleRules[kServiceClientRole].list == &PublishIndexT::serviceClientModules &&
-              kRoleRules[kServiceServerRole].list == &PublishIndexT::serviceServerModules &&
-              kRoleRules[kGenericRole].list == &PublishIndexT::genericModules);
 
 ModuleRole RoleOf(const RoleRule& rule) {
   return static_cast<ModuleRole>(&rule - kRoleRules);
 }
 RoleSet BitOf(const RoleRule& rule) {
-  return RoleSet{1} << RoleOf(rule);
-}
-
-// What classes of one affinity must have, and the roles that their sides ask for.
-struct AffinityRule {
-  SideSet neededSides;  // one of these
-  RoleSet claimed;
-};
-
-AffinityRule RuleOf(MfAffinityT affinity) {
-  switch (affinity) {
-    case kMfAppClass:
-      return {SideBit(kMfClientSide), kApp};
-    case kMfAgentClass:
-      return {SideBit(kMfAgentSide), kAgent};
-    case kMfGenericClass:
-      return {SideBit(kMfClientSide), kAgent | kGeneric};
-    default:
-      return {SideBit(kMfClientSide) | SideBit(kMfServiceSide), kAgent | kClient | kServer};
-  }
+  return RoleBit(RoleOf(rule));
 }
 
 SideSet SidesOf(const MfIntfClassT& record) {

@@ -5,14 +5,9 @@
 #include "publish/key_order.h"
 #include "publish/publish_index.h"
 #include "publish/refusal.h"
+#include "publish/role_rules.h"
 
 namespace tarnmf {
-
-// Roles, one bit each.
-using RoleSet = std::uint32_t;
-
-// What one role asks of a module and gives it.
-struct RoleRule;
 
 // Gives modules of a batch their roles. Modules of earlier batches serve further classes in the roles
 // that they have and get no new ones.

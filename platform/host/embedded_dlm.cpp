@@ -136,6 +136,10 @@ BtkErrorT btkHostDlmManager::ResolveModule(btkZString* result, const char* id, c
 BtkErrorT btkHostDlmManager::PreloadModule(void** handle, const char* path,
                                            std::int32_t /*reserved1*/, std::int32_t /*reserved2*/,
                                            void* /*reserved3*/, void* /*reserved4*/) {
+  if (preloadMode_ == kBtkHostRecordsOnly) {
+    preloads_.push_back({path, false, {}});
+    return kBtkOk;
+  }
 #if defined(_WIN32)
   void* const loaded = LoadLibraryW(btkFSPath(path).WideText());
   std::string failure = loaded != nullptr ? "" : "the library cannot be loaded";
@@ -144,7 +148,7 @@ BtkErrorT btkHostDlmManager::PreloadModule(void** handle, const char* path,
   std::string failure = loaded != nullptr ? "" : TextOf(dlerror());
 #endif
   if (loaded != nullptr) *handle = loaded;
-  preloads_.push_back({path, std::move(failure)});
+  preloads_.push_back({path, loaded != nullptr, std::move(failure)});
   return loaded != nullptr ? kBtkOk : kBtkNotFound;
 }
 

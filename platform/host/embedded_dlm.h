@@ -68,10 +68,17 @@ struct btkHostRunnableT {
   std::int32_t initstate;               ///< an MfInitStateT of the library
 };
 
+/// What PreloadModule does.
+enum btkHostPreloadModeT {
+  kBtkHostLoads,        ///< loads the library with the dynamic loader
+  kBtkHostRecordsOnly,  ///< notes the call in Preloads; no code of the library runs
+};
+
 /// One call of PreloadModule.
 struct btkHostPreloadT {
   std::string path;     ///< of the library
-  std::string failure;  ///< empty: the library is loaded; else what the dynamic loader said
+  bool isLoaded;        ///< false also when it was only recorded
+  std::string failure;  ///< what the dynamic loader said; empty when it had nothing to refuse
 };
 
 /// Registrations are kept in the order in which they were made; a runnable or layout registered
@@ -99,6 +106,10 @@ class BTK_API btkHostDlmManager : public btkDlmManager, public btkHostIntfRegist
   /// All libraries that were to be preloaded.
   const std::vector<btkHostPreloadT>& Preloads() const { return preloads_; }
 
+  /// What PreloadModule does from now on; at start it loads. For programs that inspect load points
+  /// without running anything of theirs.
+  void SetPreloadMode(btkHostPreloadModeT mode) { preloadMode_ = mode; }
+
   /// The id that follows from the path: the same in every run; the null id for no path. Codes:
   /// kBtkOk.
   BtkErrorT QueryLoadpointId(UniIdT* id, const btkWChar* path) override;
@@ -118,7 +129,8 @@ class BTK_API btkHostDlmManager : public btkDlmManager, public btkHostIntfRegist
                           const btkWChar* name, const btkWChar* path, std::uint32_t flags,
                           const btkWChar* loadpoint, const char* machine, std::int32_t abits,
                           const btkModuleVersionT* version) override;
-  /// Codes: kBtkOk; kBtkNotFound when the dynamic loader refuses the file.
+  /// With kBtkHostRecordsOnly `*handle` stays as it is. Codes: kBtkOk; kBtkNotFound when the dynamic
+  /// loader refuses the file.
   BtkErrorT PreloadModule(void** handle, const char* path, std::int32_t reserved1,
                           std::int32_t reserved2, void* reserved3, void* reserved4) override;
   /// Codes: kBtkOk.
@@ -138,6 +150,7 @@ class BTK_API btkHostDlmManager : public btkDlmManager, public btkHostIntfRegist
   std::vector<btkHostIntfRefT> interfaceRefs_;
   std::vector<btkHostRunnableT> runnables_;
   std::vector<btkHostPreloadT> preloads_;
+  btkHostPreloadModeT preloadMode_ = kBtkHostLoads;
 };
 
 /// The process's embedded manager; installed at start.

@@ -59,6 +59,23 @@ TEST(EmbeddedDlm, ResolvesToFilesThatExist) {
   EXPECT_FALSE(manager.HasMachineVariant(nullptr, "."));  // the current folder is no load point
 }
 
+TEST(EmbeddedDlm, LoadsOrOnlyRecordsWhatIsPreloaded) {
+  const TempDirectory root;
+  const std::string broken = root.Write("libbroken.so", "no library");
+  btkHostDlmManager manager;
+  void* const untouched = &manager;
+  void* handle = untouched;
+  EXPECT_EQ(manager.PreloadModule(&handle, broken.c_str(), 0, 0, nullptr, nullptr), kBtkNotFound);
+  manager.SetPreloadMode(kBtkHostRecordsOnly);
+  EXPECT_EQ(manager.PreloadModule(&handle, broken.c_str(), 0, 0, nullptr, nullptr), kBtkOk);
+  EXPECT_EQ(handle, untouched);
+  ASSERT_EQ(manager.Preloads().size(), 2U);
+  EXPECT_NE(manager.Preloads()[0].failure, "");
+  EXPECT_EQ(manager.Preloads()[1].failure, "");
+  EXPECT_EQ(manager.Preloads()[1].path, broken);
+  EXPECT_FALSE(manager.Preloads()[1].isLoaded);
+}
+
 TEST(EmbeddedDlm, DerivesLoadpointIdsFromPaths) {
   btkHostDlmManager manager;
   const auto id = [&](const char16_t* path) {

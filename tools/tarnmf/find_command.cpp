@@ -3,14 +3,14 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <map>
+#include <set>
 #include <vector>
 
+#include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/record_json.h"
 #include "tools/tarnmf/scan_json.h"
 #include "tools/tarnmf/scan_report.h"
 #include "tools/tarnmf/scan_view.h"
-#include "tools/tarnmf/similar_names.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -30,15 +30,18 @@ std::string ScopeText(const UniIdT& scope) {
 
 // What was declared, for people whose class was not found.
 void ExplainMissingClass(const ScanSession& session, const std::string& name) {
-  std::map<std::string, std::string> names;
+  std::set<std::string> names;
   std::vector<std::string> places;
-  for (const ScanStep& step : session.Steps()) {
+  const ScanView view(session);
+  for (const StepView& stepView : view.Steps()) {
+    const ScanStep& step = stepView.Step();
     if (step.data == nullptr) continue;
+    auto answer = stepView.Answers().begin();
     for (const MfIntfClassT* record : step.data->classes) {
+      const std::string& why = (answer++)->why;
       if (record->commonname == nullptr) continue;
-      names.emplace(record->commonname, record->commonname);
+      names.insert(record->commonname);
       if (record->commonname != name) continue;
-      const std::string why = WhyUnanswered(*session.Repository(), step, *record);
       places.push_back(fmt::format("  in {}, scope {}, service version {}{}", step.path,
                                    ScopeText(step.scope), record->svcVersion,
                                    why.empty() ? "" : " (" + why + ")"));
@@ -49,8 +52,8 @@ void ExplainMissingClass(const ScanSession& session, const std::string& name) {
                "tarnmf: no class \"{}\" for this scope, version and limit; declared are:\n{}\n",
                name, fmt::join(places, "\n"));
   } else {
-    fmt::print(stderr, "tarnmf: class \"{}\" not found; declared are: {}\n", name,
-               ClosestNames(name, names));
+    fmt::print(stderr, "tarnmf: no class is called \"{}\"{}\n", name,
+               NameHint(name, {names.begin(), names.end()}, "declared are"));
   }
 }
 
@@ -59,16 +62,16 @@ std::string PathOf(liMfRepository& repository, const UniIdT& loadpoint) {
   return data != nullptr ? Narrow(data->loadpoint) : "";
 }
 
-void PrintClass(liMfRepository& repository, const MfSvcResolveT& entry) {
+void PrintClass(const ScanSession& session, const MfSvcResolveT& entry) {
   const MfIntfClassT& record = *entry.record;
   fmt::print("{} {} service version {}\n", entry.key, IdText(record.ids[kMfClientSide]),
              entry.versionKey / 2);
-  fmt::print("  load point {}\n", PathOf(repository, entry.ids[kMfLoadpointId]));
+  fmt::print("  load point {}\n", PathOf(*session.Repository(), entry.ids[kMfLoadpointId]));
   fmt::print("  scope {}\n", ScopeText(entry.ids[kMfScopeId]));
   constexpr const char* kSides[] = {"client side", "service side", "agent side"};
   for (std::int32_t side = 0; side < kMfSideCount; ++side) {
     const char* const module = record.sides[side].moduleref;
-    if (module != nullptr) fmt::print("  {} {}\n", kSides[side], module);
+    if (module != nullptr) fmt::print("  {} {}\n", kSides[side], session.Names().Shown(module));
   }
 }
 
@@ -97,23 +100,30 @@ FoundService FindService(const ScanSession& session, const UniIdT& id, const std
 }
 
 void ExplainMissingService(const ScanSession& session, const FindServiceOptions& options) {
-  std::map<std::string, std::string> declared;
-  std::map<std::string, std::string> paths;
+  std::set<std::string> ids;
+  std::set<std::string> paths;
   for (const ScanStep& step : session.Steps()) {
     if (step.data == nullptr) continue;
-    if (!step.path.empty()) paths.emplace(LoadpointPath(step.path), LoadpointPath(step.path));
+    if (!step.path.empty()) paths.insert(LoadpointPath(step.path));
     for (const MfRunnableT* runnable : step.data->runnables) {
-      for (const MfServiceRoleT* role : runnable->services) {
-        const std::string id = IdText(role->id);
-        declared.emplace(fmt::format("{} in {}", id, step.path), id);
-      }
+      for (const MfServiceRoleT* role : runnable->services)
+        ids.insert(IdText(role->id));
     }
   }
-  fmt::print(stderr, "tarnmf: service {} not found{}; declared are: {}\n", options.id,
-             options.in.empty() ? "" : " in " + options.in, ClosestNames(options.id, declared));
-  if (options.in.empty() || paths.count(LoadpointPath(options.in)) > 0) return;
-  fmt::print(stderr, "tarnmf: no load point has the path {}; there are: {}\n", options.in,
-             ClosestNames(LoadpointPath(options.in), paths));
+  const bool isPlaceKnown = options.in.empty() || paths.count(LoadpointPath(options.in)) > 0;
+  if (!isPlaceKnown) {
+    fmt::print(stderr, "tarnmf: no load point has the path {}{}\n", options.in,
+               NameHint(LoadpointPath(options.in), {paths.begin(), paths.end()}, "there are"));
+    return;
+  }
+  const std::string id = IdText(ParseId(options.id));
+  if (ids.count(id) > 0) {
+    fmt::print(stderr, "tarnmf: service {} is not in {}, but in another load point\n", id,
+               options.in);
+  } else {
+    fmt::print(stderr, "tarnmf: no service has the id {}{}\n", id,
+               NameHint(id, {ids.begin(), ids.end()}, "declared are"));
+  }
 }
 
 }  // namespace
@@ -127,10 +137,12 @@ int RunFindClass(const FindClassOptions& options) {
           ? repository->FindClassImpl(&scope, options.name.c_str(), options.version, options.limit)
           : nullptr;
   if (options.scan.json) {
-    fmt::print("{}", JsonText({{"found", entry != nullptr},
-                               {"entry", entry != nullptr ? ToJson(*entry) : Json()}}));
+    Json output = {{"found", entry != nullptr},
+                   {"entry", entry != nullptr ? ToJson(*entry) : Json()}};
+    session.Names().Show(output);
+    fmt::print("{}", JsonText(output));
   } else if (entry != nullptr) {
-    PrintClass(*repository, *entry);
+    PrintClass(session, *entry);
   }
   if (entry == nullptr) ExplainMissingClass(session, options.name);
   return ExitStatus(session, entry != nullptr);

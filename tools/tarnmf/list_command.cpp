@@ -38,12 +38,15 @@ std::vector<Row> Loadpoints(const ScanSession& session) {
 
 std::vector<Row> Classes(const ScanSession& session) {
   std::vector<Row> rows;
-  for (const ScanStep& step : session.Steps()) {
+  const ScanView view(session);
+  for (const StepView& stepView : view.Steps()) {
+    const ScanStep& step = stepView.Step();
     if (step.data == nullptr) continue;
+    auto answer = stepView.Answers().begin();
     for (const MfIntfClassT* record : step.data->classes) {
       const std::string id = IdText(record->ids[kMfClientSide]);
       const char* const name = record->commonname;
-      const std::string why = WhyUnanswered(*session.Repository(), step, *record);
+      const std::string& why = (answer++)->why;
       rows.push_back(
           {fmt::format("{} {} service version {} in {}{}", name != nullptr ? name : "-", id,
                        record->svcVersion, step.path, why.empty() ? "" : fmt::format(" ({})", why)),
@@ -85,7 +88,9 @@ int RunList(const ScanOptions& options, const std::string& what) {
     Json array = Json::array();
     for (const Row& row : rows)
       array.push_back(row.json);
-    fmt::print("{}", JsonText({{what, array}}));
+    Json output = {{what, array}};
+    session.Names().Show(output);
+    fmt::print("{}", JsonText(output));
   } else {
     for (const Row& row : rows)
       fmt::print("{}\n", row.text);

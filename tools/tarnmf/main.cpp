@@ -3,22 +3,27 @@
 #include <cstdio>
 #include <exception>
 #include <fmt/format.h>
-#include <functional>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
+#include "tools/tarnmf/action.h"
+#include "tools/tarnmf/check_command.h"
+#include "tools/tarnmf/diff_command.h"
+#include "tools/tarnmf/explain_command.h"
 #include "tools/tarnmf/find_command.h"
 #include "tools/tarnmf/list_command.h"
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
+#include "tools/tarnmf/schema_command.h"
+#include "tools/tarnmf/usage_error.h"
 
 namespace {
 
 constexpr int kFailure = 1;
 constexpr int kWrongUsage = 2;
 
-// What to do once the command line has been read.
-using ActionT = std::function<int()>;
+using tool::Action;
 
 void AddScanOptions(CLI::App& command, tool::ScanOptions& options) {
   command.add_option("--loadpoint", options.loadpoint, "load point of the process")
@@ -33,12 +38,14 @@ void AddScanOptions(CLI::App& command, tool::ScanOptions& options) {
       ->allow_extra_args(false);
   command.add_option("--service", options.service, "pose as a process inside this service")
       ->type_name("ID");
+  command.add_flag("--preload", options.preload,
+                   "load the libraries whose preload conditions hold, which runs their code");
   command.add_flag("--json", options.json, "print JSON");
   command.add_option("FILE", options.files,
                      "manifest files of the process; by default all *.tmfx of its load point");
 }
 
-void AddRead(CLI::App& app, tool::ReadOptions& options, ActionT& action) {
+void AddRead(CLI::App& app, tool::ReadOptions& options, Action& action) {
   CLI::App* const read =
       app.add_subcommand("read", "Read manifest files as one load point and print them as JSON");
   read->add_option("--loadpoint", options.loadpoint, "load point to lend to the records")
@@ -47,15 +54,16 @@ void AddRead(CLI::App& app, tool::ReadOptions& options, ActionT& action) {
   read->callback([&] { action = [&] { return tool::RunRead(options); }; });
 }
 
-void AddScan(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
+void AddScan(CLI::App& app, tool::ScanReportOptions& options, Action& action) {
   CLI::App* const scan = app.add_subcommand(
       "scan", "Scan a process's load points and show what is read, registered and filed");
-  AddScanOptions(*scan, options);
+  AddScanOptions(*scan, options.scan);
+  scan->add_flag("--all", options.all, "list everything, not the problems alone");
   scan->callback([&] { action = [&] { return tool::RunScan(options); }; });
 }
 
 void AddFind(CLI::App& app, tool::FindClassOptions& classOptions,
-             tool::FindServiceOptions& serviceOptions, ActionT& action) {
+             tool::FindServiceOptions& serviceOptions, Action& action) {
   CLI::App* const find = app.add_subcommand("find", "Ask the repository of a scan one question");
   find->require_subcommand(1);
 
@@ -77,7 +85,7 @@ void AddFind(CLI::App& app, tool::FindClassOptions& classOptions,
   byService->callback([&] { action = [&] { return tool::RunFindService(serviceOptions); }; });
 }
 
-void AddList(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
+void AddList(CLI::App& app, tool::ScanOptions& options, Action& action) {
   CLI::App* const list = app.add_subcommand("list", "Show what the repository of a scan holds");
   list->require_subcommand(1);
   const std::pair<const char*, const char*> kinds[] = {
@@ -93,6 +101,51 @@ void AddList(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
   }
 }
 
+void AddCheck(CLI::App& app, tool::CheckOptions& options, Action& action) {
+  CLI::App* const check = app.add_subcommand(
+      "check", "Find the mistakes in manifests and layout files, all in one run");
+  check->add_option("--loadpoint", options.loadpoint, "load point of the process")
+      ->type_name("DIR");
+  check->add_flag("--strict", options.strict, "fail for warnings, too");
+  CLI::Option* const forms[] = {
+      check->add_flag("--json", options.json, "print JSON"),
+      check->add_flag("--sarif", options.sarif, "print SARIF 2.1.0"),
+      check->add_flag("--github", options.github, "print workflow commands for annotations"),
+  };
+  check->add_option("--rule", options.rules, "how grave the findings of a rule are (repeatable)")
+      ->type_name("NAME=off|info|warning|error")
+      ->allow_extra_args(false);
+  check->add_option("--max", options.most, "findings of one rule to print as text")
+      ->type_name("N")
+      ->capture_default_str();
+  CLI::Option* const fix =
+      check->add_flag("--fix", options.fix, "apply the corrections that are certain");
+  CLI::Option* const diff =
+      check->add_flag("--diff", options.diff, "print what --fix would change");
+  diff->excludes(fix);
+  for (std::size_t i = 0; i < std::size(forms); ++i) {
+    diff->excludes(forms[i]);
+    for (std::size_t j = 0; j < i; ++j)
+      forms[i]->excludes(forms[j]);
+  }
+  check->add_option("DIR|FILE", options.paths,
+                    "installations, or single manifests or layout files");
+  check->callback([&] { action = [&] { return tool::RunCheck(options); }; });
+}
+
+void AddExplain(CLI::App& app, tool::ExplainOptions& options, Action& action) {
+  CLI::App* const explain = app.add_subcommand(
+      "explain", "Explain a rule of check, a code of the library, an element or an attribute");
+  CLI::Option* const subject =
+      explain->add_option("SUBJECT", options.subject, "RULE, CODE, ELEMENT or ELEMENT/ATTRIBUTE");
+  // For docs/rules.md.
+  explain->add_flag("--page", options.page)->group("")->excludes(subject);
+  explain->callback([&] {
+    if (options.subject.empty() && !options.page) throw CLI::RequiredError("SUBJECT");
+    action = [&] { return tool::RunExplain(options); };
+  });
+}
+
 }  // namespace
 
 // Out of memory while the options are declared, or no way to print a message: nothing is left to do.
@@ -101,16 +154,22 @@ int main(int argc, char** argv) {
   CLI::App app("Reads, checks and scans the manifests of a platform installation", "tarnmf");
   app.set_version_flag("--version", TARNMF_VERSION);
   app.require_subcommand(1);
+  tool::CheckOptions check;
+  tool::ExplainOptions explain;
   tool::ReadOptions read;
-  tool::ScanOptions scan;
+  tool::ScanReportOptions scan;
   tool::ScanOptions list;
   tool::FindClassOptions findClass;
   tool::FindServiceOptions findService;
-  ActionT action;
+  Action action;
+  AddCheck(app, check, action);
+  AddExplain(app, explain, action);
   AddRead(app, read, action);
   AddScan(app, scan, action);
   AddFind(app, findClass, findService, action);
   AddList(app, list, action);
+  tool::AddDiff(app, action);
+  tool::AddSchema(app, action);
   try {
     app.parse(argc, argv);
     const int status = action();
@@ -118,7 +177,9 @@ int main(int argc, char** argv) {
     fmt::print(stderr, "tarnmf: the output cannot be written\n");
     return kFailure;
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kWrongUsage;
+    if (error.get_exit_code() == 0) return app.exit(error);  // help, or the version
+    fmt::print(stderr, "tarnmf: {}\n", tool::UsageSentence(app, error));
+    return kWrongUsage;
   } catch (const std::invalid_argument& error) {
     fmt::print(stderr, "tarnmf: {}\n", error.what());
     return kWrongUsage;

@@ -3,16 +3,20 @@
 #include <fmt/format.h>
 
 #include "tools/tarnmf/scan_json.h"
+#include "tools/tarnmf/scan_listing.h"
 #include "tools/tarnmf/scan_report.h"
 
 namespace tool {
 
-int RunScan(const ScanOptions& options) {
-  const ScanSession session(options);
-  if (options.json) {
-    fmt::print("{}", JsonText(ToJson(session)));
+int RunScan(const ScanReportOptions& options) {
+  const ScanSession session(options.scan);
+  const ScanView view(session);
+  if (options.scan.json) {
+    fmt::print("{}", JsonText(ToJson(view)));
   } else {
-    PrintReport(session);
+    PrintProblems(view);
+    if (options.all) PrintListing(view);
+    PrintSummary(view);
   }
   PrintFailures(session);
   return session.Failed() ? 1 : 0;

@@ -6,8 +6,13 @@
 
 namespace tool {
 
+struct ScanReportOptions {
+  ScanOptions scan;
+  bool all = false;  // not the problems alone
+};
+
 // Returns the exit status.
-int RunScan(const ScanOptions& options);
+int RunScan(const ScanReportOptions& options);
 
 }  // namespace tool
 

@@ -4,7 +4,8 @@
 
 #include "tarnmf/error_text.h"
 
-#include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/report_json.h"
+#include "tools/tarnmf/scan_summary.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -90,57 +91,77 @@ Json RegisteredJson(const Registered& registered) {
       {"services", Array(Part(services, registered.services), ServiceJson)}};
 }
 
-Json ModulesJson(const ScanStep& step) {
-  return Array(step.data->modules, [&](const MfModuleT* module) {
+Json ModulesJson(const StepView& view) {
+  return Array(view.Step().data->modules, [&](const MfModuleT* module) {
     const std::string file = ResolvedFile(*module);
     const MfModuleImplT* const impl = module->selectedImpl;
     return Json{{"id", ToJson(module->id)},
                 {"machinetype", impl != nullptr ? ToJson(impl->machinetype) : Json()},
                 {"fallback", IsFallback(*module)},
                 {"file", file.empty() ? Json() : Json(file)},
-                {"tried", TriedFiles(step, *module)}};
+                {"tried", view.TriedFiles(*module)}};
   });
 }
 
-Json FiledJson(liMfRepository& repository, const ScanStep& step) {
+Json FiledJson(const StepView& view) {
   Json classes = Json::array();
-  for (const MfIntfClassT* record : step.data->classes) {
-    if (record->commonname == nullptr) continue;
-    const std::string why = WhyUnanswered(repository, step, *record);
-    classes.push_back({{"commonname", record->commonname},
-                       {"id", IdText(record->ids[kMfClientSide])},
-                       {"svcVersion", record->svcVersion},
+  const MfListT<MfIntfClassT>& records = view.Step().data->classes;
+  for (std::int32_t i = 0; i < records.count; ++i) {
+    const MfIntfClassT& record = *records[i];
+    if (record.commonname == nullptr) continue;
+    const std::string& why = view.Answers()[static_cast<std::size_t>(i)].why;
+    classes.push_back({{"commonname", record.commonname},
+                       {"id", IdText(record.ids[kMfClientSide])},
+                       {"svcVersion", record.svcVersion},
                        {"answers", why.empty()},
                        {"why", why.empty() ? Json() : Json(why)}});
   }
-  const auto entry = [](const MfSvcResolveT& filed) { return ToJson(filed); };
-  return {{"classes", std::move(classes)},
-          {"services", Array(ServiceEntries(repository, step.id), entry)}};
+  const auto entry = [](const MfSvcResolveT* filed) { return ToJson(*filed); };
+  return {{"classes", std::move(classes)}, {"services", Array(view.Services(), entry)}};
 }
 
 Json PreloadJson(const btkHostPreloadT& preload) {
   return {{"path", preload.path},
+          {"loaded", preload.isLoaded},
           {"failure", preload.failure.empty() ? Json() : Json(preload.failure)}};
 }
 
-Json StepJson(const ScanSession& session, const ScanStep& step) {
+Json StepJson(const StepView& view) {
+  const ScanStep& step = view.Step();
   Json json = {{"kind", step.isProcess ? "process" : "installation"},
                {"directory", step.directory},
                {"loadpoint", step.path},
                {"id", IdText(step.id)},
                {"scope", IdText(step.scope)}};
   json.update(ToJson(step.result));
-  json["reason"] = step.reason.empty() ? Json() : Json(step.reason);
-  json["warning"] = step.warning.empty() ? Json() : Json(step.warning);
+  json["problem"] = step.problem.empty() ? Json() : Json(step.problem);
+  json["errors"] = JsonReport(step.errors);
   json["manifests"] = step.manifests;
   json["registered"] = RegisteredJson(step.registered);
   json["preloads"] =
       Array(Part(btkHostEmbeddedDlmManager().Preloads(), step.registered.preloads), PreloadJson);
   json["data"] = step.data != nullptr ? ToJson(*step.data) : Json();
   if (step.data == nullptr) return json;
-  json["modules"] = ModulesJson(step);
-  json["filed"] = FiledJson(*session.Repository(), step);
+  json["modules"] = ModulesJson(view);
+  json["filed"] = FiledJson(view);
   return json;
+}
+
+Json SummaryJson(const ScanSummary& sum, const tarnmf::check::Verdict& findings) {
+  using tarnmf::check::Severity;
+  return {{"loadpoints", sum.loadpoints},
+          {"failed", sum.failed},
+          {"manifests", sum.manifests},
+          {"modules", sum.modules},
+          {"unresolved", sum.unresolved},
+          {"classes", sum.classes},
+          {"hidden", sum.hidden},
+          {"unhosted", sum.unhosted},
+          {"runnables", sum.runnables},
+          {"preloads", sum.preloads},
+          {"errors", findings.Count(Severity::kError)},
+          {"warnings", findings.Count(Severity::kWarning)},
+          {"infos", findings.Count(Severity::kInfo)}};
 }
 
 }  // namespace
@@ -151,13 +172,15 @@ Json ToJson(const LoadResult& result) {
           {"meaning", tarnmf::DescribeError(result.code).sentence}};
 }
 
-Json ToJson(const ScanSession& session) {
-  const auto& steps = session.Steps();
+Json ToJson(const ScanView& view) {
+  const auto& steps = view.Session().Steps();
   const auto failed = std::find_if(steps.begin(), steps.end(),
                                    [](const ScanStep& step) { return step.result.Failed(); });
   Json json = {{"code", failed != steps.end() ? ToJson(failed->result)["code"] : Json(0)}};
-  json["steps"] = Array(steps, [&](const ScanStep& step) { return StepJson(session, step); });
-  json["skipped"] = session.Skipped();
+  json["steps"] = Array(view.Steps(), StepJson);
+  json["skipped"] = view.Session().Skipped();
+  json["summary"] = SummaryJson(Summarize(view), view.Session().Findings().All());
+  view.Session().Names().Show(json);
   return json;
 }
 

@@ -3,13 +3,14 @@
 #define TOOLS_TARNMF_SCAN_JSON_H
 
 #include "tools/tarnmf/record_json.h"
-#include "tools/tarnmf/scan_session.h"
+#include "tools/tarnmf/scan_view.h"
 
 namespace tool {
 
 // {"code", "steps": [...]}: one step for the process's own load point and one per installation.
 // "code" is that of the first step that failed, 0 when none did, null for an exception.
-Json ToJson(const ScanSession& session);
+// The same for every scan of the same load points.
+Json ToJson(const ScanView& view);
 
 Json ToJson(const LoadResult& result);
 

@@ -3,15 +3,102 @@
 #include <cstdio>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <vector>
 
-#include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/report_text.h"
+#include "tools/tarnmf/scan_summary.h"
 
 namespace tool {
 namespace {
 
-const char* OrDash(const char* text) {
-  return text != nullptr ? text : "-";
+// Lines of one kind that are shown of a load point.
+constexpr std::size_t kShown = 10;
+
+std::string Things(std::size_t count, const char* one, const char* many) {
+  return fmt::format("{} {}", count, count == 1 ? one : many);
 }
+
+// " (2 unresolved)", or nothing.
+std::string Odd(std::size_t count, const char* what) {
+  return count == 0 ? "" : fmt::format(" ({} {})", count, what);
+}
+
+void PrintLines(const char* heading, const std::vector<std::string>& lines) {
+  if (lines.empty()) return;
+  fmt::print("  {}\n", heading);
+  for (std::size_t i = 0; i < lines.size() && i < kShown; ++i)
+    fmt::print("    {}\n", lines[i]);
+  if (lines.size() > kShown)
+    fmt::print("    and {} more; --all shows them\n", lines.size() - kShown);
+}
+
+void PrintUnresolved(const StepView& view, const NestedNames& names) {
+  const std::vector<const MfModuleT*> modules = view.UnresolvedModules();
+  std::vector<std::string> lines(modules.size());
+  for (std::size_t i = 0; i < modules.size() && i < kShown; ++i) {
+    const std::vector<std::string> tried = view.TriedFiles(*modules[i]);
+    lines[i] =
+        fmt::format("{}: {}{}", names.Shown(modules[i]->id),
+                    tried.empty() ? "nowhere to look" : "looked for ", fmt::join(tried, ", "));
+  }
+  PrintLines("not resolved", lines);
+}
+
+void PrintUnanswered(const StepView& view, ClassAnswer::Kind kind, const char* heading) {
+  const MfListT<MfIntfClassT>& classes = view.Step().data->classes;
+  std::vector<std::string> lines;
+  for (std::int32_t i = 0; i < classes.count; ++i) {
+    const ClassAnswer& answer = view.Answers()[static_cast<std::size_t>(i)];
+    if (answer.kind != kind) continue;
+    lines.push_back(fmt::format("{} service version {}: {}", classes[i]->commonname,
+                                classes[i]->svcVersion, answer.why));
+  }
+  PrintLines(heading, lines);
+}
+
+void PrintPreloads(const ScanStep& step) {
+  std::vector<std::string> loaded;
+  std::vector<std::string> failed;
+  std::vector<std::string> told;
+  for (const btkHostPreloadT& preload :
+       Part(btkHostEmbeddedDlmManager().Preloads(), step.registered.preloads)) {
+    if (preload.isLoaded) {
+      loaded.push_back(preload.path);
+    } else if (preload.failure.empty()) {
+      told.push_back(preload.path);
+    } else {
+      failed.push_back(fmt::format("{}: {}", preload.path, preload.failure));
+    }
+  }
+  PrintLines("could not be preloaded", failed);
+  PrintLines("preloaded", loaded);
+  PrintLines("would be preloaded", told);
+}
+
+void PrintStep(const StepView& view, const NestedNames& names) {
+  const ScanStep& step = view.Step();
+  fmt::print("{}\n", StepName(step));
+  if (!step.path.empty() && step.path != step.directory) fmt::print("  path {}\n", step.path);
+  if (!btkUniIdIsNull(step.scope)) fmt::print("  scope {}\n", IdText(step.scope));
+  if (!step.problem.empty()) fmt::print("  FAILED: {}\n", step.problem);
+  if (step.result.Failed()) fmt::print("  FAILED: {}\n", FailureText(step));
+  const ScanSummary count = Summarize(view);
+  fmt::print("  {}", Things(count.manifests, "manifest", "manifests"));
+  if (step.data == nullptr) {
+    fmt::print(", nothing filed\n");
+    return;
+  }
+  fmt::print(": {}{}, {}{}, {}\n", Things(count.modules, "module", "modules"),
+             Odd(count.unresolved, "not resolved"), Things(count.classes, "class", "classes"),
+             Odd(count.hidden + count.unhosted, "hidden or without their host"),
+             Things(count.runnables, "runnable", "runnables"));
+  PrintUnresolved(view, names);
+  PrintUnanswered(view, ClassAnswer::Kind::kAnother, "hidden");
+  PrintUnanswered(view, ClassAnswer::Kind::kUnknownHost, "without their host");
+  PrintPreloads(step);
+}
+
+}  // namespace
 
 std::string StepName(const ScanStep& step) {
   if (!step.isProcess) return fmt::format("installation {}", step.directory);
@@ -19,130 +106,41 @@ std::string StepName(const ScanStep& step) {
                                 : fmt::format("process load point {}", step.directory);
 }
 
-std::string Joined(const std::vector<btkHostWideT>& texts) {
-  std::string joined;
-  for (const btkHostWideT& text : texts)
-    joined += (joined.empty() ? "" : ", ") + Narrow(text);
-  return joined;
+void PrintProblems(const ScanView& view) {
+  for (const StepView& step : view.Steps())
+    PrintStep(step, view.Session().Names());
 }
 
-void PrintModules(const ScanStep& step) {
-  if (step.data->modules.count > 0) fmt::print("  modules\n");
-  for (const MfModuleT* module : step.data->modules) {
-    const char* machine =
-        module->selectedImpl != nullptr ? module->selectedImpl->machinetype : nullptr;
-    fmt::print("    {} ({}, {}{})\n", OrDash(module->id),
-               module->type != nullptr ? module->type : kBtkSharedLibType,
-               machine != nullptr ? machine : "any machine",
-               IsFallback(*module) ? ", in place of one for this machine that is not there" : "");
-    const std::string file = ResolvedFile(*module);
-    if (!file.empty()) {
-      fmt::print("      -> {}\n", file);
-    } else {
-      fmt::print("      not resolved; looked for: {}\n",
-                 fmt::join(TriedFiles(step, *module), ", "));
-    }
-  }
+void PrintSummary(const ScanView& view) {
+  const ScanSummary sum = Summarize(view);
+  fmt::print("summary\n");
+  fmt::print("  load points   {}{}\n", sum.loadpoints, Odd(sum.failed, "failed"));
+  fmt::print("  manifests     {}\n", sum.manifests);
+  fmt::print("  modules       {}{}\n", sum.modules, Odd(sum.unresolved, "not resolved"));
+  fmt::print("  classes       {}{}{}\n", sum.classes, Odd(sum.hidden, "hidden"),
+             Odd(sum.unhosted, "without their host"));
+  fmt::print("  runnables     {}\n", sum.runnables);
+  fmt::print("  preloads      {}\n", sum.preloads);
+  const std::string findings = CountText(view.Session().Findings().All());
+  fmt::print("  findings      {}\n",
+             findings.empty() ? "none" : findings + "; tarnmf check shows them");
 }
 
-void PrintInterfaces(const Registered& registered) {
-  const auto refs = Part(btkHostEmbeddedDlmManager().InterfaceRefs(), registered.interfaces);
-  if (!refs.empty()) fmt::print("  interface references\n");
-  for (const btkHostIntfRefT& ref : refs) {
-    fmt::print("    {} {} version {}{}\n      -> {}\n", IdText(ref.intfId),
-               ref.commonname.value_or("(service side)"), ref.version,
-               ref.shared != 0 ? ", shared" : "", ref.module);
-  }
-}
-
-void PrintRunnables(const Registered& registered) {
-  const auto runnables = Part(btkHostEmbeddedDlmManager().Runnables(), registered.runnables);
-  if (!runnables.empty()) fmt::print("  launchers, apps and services that can be started\n");
-  for (const btkHostRunnableT& runnable : runnables) {
-    fmt::print("    {} in module {}", runnable.name, runnable.moduleref);
-    if (runnable.launcher) fmt::print(", by launcher {}", *runnable.launcher);
-    if (!runnable.args.empty()) fmt::print(", arguments: {}", Joined(runnable.args));
-    fmt::print("\n");
-  }
-}
-
-void PrintServices(const Registered& registered) {
-  const auto services = Part(btkHostEmbeddedServiceManager().Services(), registered.services);
-  if (!services.empty()) fmt::print("  services\n");
-  for (const btkHostServiceT& service : services) {
-    fmt::print("    {} {} version {}{}{}\n", IdText(service.id), service.commonname.value_or("-"),
-               service.version, (service.flags & kBtkServiceSingle) != 0 ? ", single instance" : "",
-               (service.flags & kBtkServiceRecover) != 0 ? ", recovered" : "");
-  }
-}
-
-void PrintLayouts(const Registered& registered) {
-  const auto layouts = Part(btkHostEmbeddedDlmManager().Layouts(), registered.layouts);
-  if (!layouts.empty()) fmt::print("  library layouts\n");
-  for (const btkHostLayoutT& layout : layouts) {
-    fmt::print("    {}: {} | {} | {} | {} | {}\n", layout.machine,
-               Narrow(layout.text1.value_or(btkHostWideT())),
-               Narrow(layout.text2.value_or(btkHostWideT())), Joined(layout.lists[0]),
-               Joined(layout.lists[1]), Joined(layout.lists[2]));
-  }
-}
-
-void PrintPreloads(const Registered& registered) {
-  const auto preloads = Part(btkHostEmbeddedDlmManager().Preloads(), registered.preloads);
-  if (!preloads.empty()) fmt::print("  preloaded\n");
-  for (const btkHostPreloadT& preload : preloads) {
-    fmt::print("    {}{}\n", preload.path,
-               preload.failure.empty() ? "" : " could not be loaded: " + preload.failure);
-  }
-}
-
-void PrintFiled(liMfRepository& repository, const ScanStep& step) {
-  fmt::print("  classes by name\n");
-  for (const MfIntfClassT* record : step.data->classes) {
-    if (record->commonname == nullptr) continue;
-    const std::string why = WhyUnanswered(repository, step, *record);
-    fmt::print("    {} service version {}{}\n", record->commonname, record->svcVersion,
-               why.empty() ? "" : fmt::format(" ({})", why));
-  }
-  fmt::print("  exposed services\n");
-  for (const MfSvcResolveT& entry : ServiceEntries(repository, step.id)) {
-    fmt::print("    {} {} version {}\n", IdText(entry.ids[kMfServiceId]),
-               *entry.key != '\0' ? entry.key : "(no name)", entry.versionKey / 2);
-  }
-}
-
-void PrintStep(const ScanSession& session, const ScanStep& step) {
-  fmt::print("{}\n", StepName(step));
-  if (step.result.Failed()) fmt::print("  FAILED: {}\n", step.reason);
-  if (!step.path.empty()) fmt::print("  path {}\n", step.path);
-  if (!btkUniIdIsNull(step.scope)) fmt::print("  scope {}\n", IdText(step.scope));
-  fmt::print("  manifests: {}\n", fmt::join(step.manifests, ", "));
-  PrintLayouts(step.registered);
-  if (step.data == nullptr) return;
-  fmt::print("  read: {} modules, {} classes, {} runnables\n", step.data->modules.count,
-             step.data->classes.count, step.data->runnables.count);
-  PrintModules(step);
-  PrintInterfaces(step.registered);
-  PrintRunnables(step.registered);
-  PrintServices(step.registered);
-  PrintPreloads(step.registered);
-  PrintFiled(*session.Repository(), step);
-}
-
-}  // namespace
-
-void PrintReport(const ScanSession& session) {
-  for (const ScanStep& step : session.Steps())
-    PrintStep(session, step);
+std::string FailureText(const ScanStep& step) {
+  // What is wrong has been told with its places, unless it lies outside of the files.
+  const bool isExplained = !step.errors.findings.empty() && !step.result.exception;
+  return isExplained ? fmt::format("refused with {}", CodeName(step.result.code))
+                     : step.result.InWords();
 }
 
 void PrintFailures(const ScanSession& session) {
   // Both streams may be one file or terminal.
   std::fflush(stdout);
   for (const ScanStep& step : session.Steps()) {
-    for (const std::string& line : {step.warning, step.reason}) {
-      if (!line.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), line);
-    }
+    fmt::print(stderr, "{}", TextReport(step.errors, {}));
+    if (!step.problem.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), step.problem);
+    if (step.result.Failed())
+      fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), FailureText(step));
   }
   for (const std::string& directory : session.Skipped())
     fmt::print(stderr, "tarnmf: installation {}: skipped, since the process failed\n", directory);

@@ -2,14 +2,24 @@
 #ifndef TOOLS_TARNMF_SCAN_REPORT_H
 #define TOOLS_TARNMF_SCAN_REPORT_H
 
-#include "tools/tarnmf/scan_session.h"
+#include <string>
+
+#include "tools/tarnmf/scan_view.h"
 
 namespace tool {
 
-void PrintReport(const ScanSession& session);
+// What is wrong with each load point.
+void PrintProblems(const ScanView& view);
 
-// One line on the error stream for every step that failed or was odd. To be called last.
+// How much of everything there is.
+void PrintSummary(const ScanView& view);
+
+// One line on the error stream for everything that failed. To be called last.
 void PrintFailures(const ScanSession& session);
+
+std::string StepName(const ScanStep& step);
+// What the library has said to a step that it refused.
+std::string FailureText(const ScanStep& step);
 
 }  // namespace tool
 

@@ -1,7 +1,6 @@
 #include "tools/tarnmf/scan_session.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fmt/format.h>
 #include <stdexcept>
 
@@ -9,7 +8,7 @@
 
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
-#include "tools/tarnmf/diagnosis.h"
+#include "tools/tarnmf/directory.h"
 
 namespace tool {
 namespace {
@@ -93,35 +92,26 @@ LoadResult Try(Scan scan) {
   return result;
 }
 
-// An empty text, or a warning.
-std::string DirectoryWarning(const std::string& path) {
-  std::error_code ignored;
-  return std::filesystem::is_directory(path, ignored) ? "" : "there is no such directory";
-}
-
-// Load points are directories that keep their place whatever the working directory is.
-std::string Absolute(const std::string& path) {
-  return path.empty() ? path : std::filesystem::absolute(path).lexically_normal().string();
-}
-
 }  // namespace
 
 ScanSession::ScanSession(const ScanOptions& options) {
   for (const std::string& setting : options.options)
     SetOption(setting);
   if (!options.service.empty()) PoseInService(options.service);
+  btkHostEmbeddedDlmManager().SetPreloadMode(options.preload ? kBtkHostLoads : kBtkHostRecordsOnly);
   ScanProcess(options);
   if (Repository() == nullptr) {
     skipped_ = options.add;
-    return;
+  } else {
+    for (const std::string& directory : options.add)
+      ScanInstallation(directory);
   }
-  for (const std::string& directory : options.add)
-    ScanInstallation(directory);
+  FindErrors(options);
 }
 
 bool ScanSession::Failed() const {
   return std::any_of(steps_.begin(), steps_.end(),
-                     [](const ScanStep& step) { return step.result.Failed(); });
+                     [](const ScanStep& step) { return step.Failed(); });
 }
 
 void ScanSession::ScanProcess(const ScanOptions& options) {
@@ -129,7 +119,7 @@ void ScanSession::ScanProcess(const ScanOptions& options) {
   step.isProcess = true;
   step.directory = options.loadpoint;
   step.path = Absolute(options.loadpoint);
-  if (!step.path.empty()) step.warning = DirectoryWarning(step.path);
+  if (!step.path.empty()) step.problem = DirectoryProblem(step.path);
   btkHostSetProcessLoadpoint(Widen(step.path).c_str());
   step.manifests = options.files.empty() && !options.loadpoint.empty()
                        ? ManifestsIn(options.loadpoint)
@@ -138,7 +128,6 @@ void ScanSession::ScanProcess(const ScanOptions& options) {
   step.result = Try([&] { return liMfRepository::Initialize(FileList(step.manifests), nullptr); });
   step.registered = watch.Added();
   FindData(step);
-  if (step.result.Failed()) step.reason = ExplainFailure(step);
 }
 
 void ScanSession::ScanInstallation(const std::string& directory) {
@@ -146,7 +135,7 @@ void ScanSession::ScanInstallation(const std::string& directory) {
   step.directory = directory;
   const std::string absolute = Absolute(directory);
   step.manifests = ManifestsIn(absolute);
-  step.warning = DirectoryWarning(absolute);
+  step.problem = DirectoryProblem(absolute);
   const RegistrationWatch watch;
   step.result = Try([&] { return Repository()->AddLoadpoint(Widen(absolute).c_str()); });
   step.registered = watch.Added();
@@ -156,13 +145,31 @@ void ScanSession::ScanInstallation(const std::string& directory) {
     step.scope = installations[step.registered.installations.begin].scope;
     FindData(step);
   }
-  if (step.result.Failed()) step.reason = ExplainFailure(step);
 }
 
-void ScanSession::FindData(ScanStep& step) const {
+void ScanSession::FindErrors(const ScanOptions& options) {
+  ScannedLoadPoints scanned;
+  if (steps_.front().problem.empty()) scanned.loadpoint = options.loadpoint;
+  scanned.files = options.files;
+  for (const ScanStep& step : steps_) {
+    if (!step.isProcess && step.problem.empty()) scanned.installations.push_back(step.directory);
+  }
+  findings_ = std::make_unique<const ScanFindings>(scanned);
+  std::size_t number = 0;
+  for (ScanStep& step : steps_) {
+    if (step.isProcess) {
+      step.errors = findings_->ErrorsOfProcess();
+    } else if (step.problem.empty()) {
+      step.errors = findings_->ErrorsOfInstallation(number++);
+    }
+  }
+}
+
+void ScanSession::FindData(ScanStep& step) {
   const std::string& path = step.path;
   if (btkHostEmbeddedDlmManager().QueryLoadpointId(&step.id, Widen(path).c_str()) != kBtkOk) return;
   if (Repository() != nullptr) step.data = Repository()->FindLoadpoint(&step.id);
+  if (step.data != nullptr) names_.Collect(*step.data, step.manifests);
 }
 
 }  // namespace tool

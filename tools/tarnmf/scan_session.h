@@ -3,6 +3,7 @@
 #define TOOLS_TARNMF_SCAN_SESSION_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "tarnmf/repository.h"
 
 #include "tools/tarnmf/manifest_files.h"
+#include "tools/tarnmf/nested_names.h"
+#include "tools/tarnmf/scan_findings.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -20,6 +23,7 @@ struct ScanOptions {
   std::vector<std::string> add;      // installation directories
   std::vector<std::string> options;  // "ID=VALUE"
   std::string service;               // id of the service to pose in; empty: none
+  bool preload = false;              // whether libraries are loaded, not only told
   bool json = false;
 };
 
@@ -46,13 +50,15 @@ struct ScanStep {
   std::string directory;  // as given; may be empty for the process
   std::vector<std::string> manifests;
   LoadResult result;
-  std::string reason;   // in words, after a failure
-  std::string warning;  // what was odd about a step that went well
+  tarnmf::check::Verdict errors;  // what check finds in its files
+  std::string problem;            // of the directory itself; the library takes such a one for empty
   Registered registered;
   UniIdT id = {};
   UniIdT scope = {};
   std::string path;            // of the load point
   MfLdpDataT* data = nullptr;  // null: not filed
+
+  bool Failed() const { return result.Failed() || !problem.empty() || !errors.findings.empty(); }
 };
 
 class ScanSession {
@@ -66,14 +72,19 @@ class ScanSession {
   // Installations that could not be scanned because the process's own load point failed.
   const std::vector<std::string>& Skipped() const { return skipped_; }
   bool Failed() const;
+  const NestedNames& Names() const { return names_; }
+  const ScanFindings& Findings() const { return *findings_; }
 
  private:
   void ScanProcess(const ScanOptions& options);
   void ScanInstallation(const std::string& directory);
-  void FindData(ScanStep& step) const;
+  void FindData(ScanStep& step);
+  void FindErrors(const ScanOptions& options);
 
   std::vector<ScanStep> steps_;
   std::vector<std::string> skipped_;
+  NestedNames names_;
+  std::unique_ptr<const ScanFindings> findings_;
 };
 
 }  // namespace tool

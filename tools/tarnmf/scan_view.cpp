@@ -3,24 +3,44 @@
 #include <algorithm>
 #include <fmt/format.h>
 #include <limits>
+#include <map>
 
 #include "platform/runtime.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
+namespace {
+
+using Kind = ClassAnswer::Kind;
+
+std::string ComesFirst(liMfRepository& repository, const MfSvcResolveT& entry) {
+  const MfLdpDataT* const data = repository.FindLoadpoint(&entry.ids[kMfLoadpointId]);
+  const std::string path = data != nullptr ? Narrow(data->loadpoint) : "";
+  return fmt::format("service version {} in {} comes first", entry.record->svcVersion,
+                     path.empty() ? "the process" : path);
+}
+
+// A class that is not filed, since its host is not there.
+ClassAnswer WithoutHost(const MfIntfClassT& record, const MfSvcResolveT* entry) {
+  if (record.xsname != nullptr) {
+    return {Kind::kUnknownHost, entry,
+            fmt::format("not filed: its hosting service \"{}\" is none of this load point",
+                        record.xsname)};
+  }
+  if (!btkUniIdIsNull(record.xsid)) {
+    return {Kind::kUnknownHost, entry,
+            fmt::format("not filed: its hosting service {} is none of this load point",
+                        IdText(record.xsid))};
+  }
+  return {MfHasSide(record, kMfServiceSide) ? Kind::kUnknownHost : Kind::kNoHost, entry,
+          "not filed: no service hosts it"};
+}
+
+}  // namespace
+
 std::string ResolvedFile(const MfModuleT& module) {
   const MfModuleImplT* const impl = module.selectedImpl;
   return impl != nullptr && impl->resolvedPath != nullptr ? impl->resolvedPath : "";
-}
-
-std::vector<std::string> TriedFiles(const ScanStep& step, const MfModuleT& module) {
-  std::vector<std::string> tried;
-  const auto& resolutions = btkHostEmbeddedDlmManager().Resolutions();
-  for (const btkHostResolutionT& resolution : Part(resolutions, step.registered.resolutions)) {
-    if (module.id == nullptr || resolution.id != module.id) continue;
-    tried.insert(tried.end(), resolution.tried.begin(), resolution.tried.end());
-  }
-  return tried;
 }
 
 bool IsFallback(const MfModuleT& module) {
@@ -31,38 +51,68 @@ bool IsFallback(const MfModuleT& module) {
   });
 }
 
-std::string WhyUnanswered(liMfRepository& repository, const ScanStep& step,
-                          const MfIntfClassT& record) {
-  if (record.commonname == nullptr) return "it has no common name";
+StepView::StepView(const ScanSession& session, const ScanStep& step) : step_(step) {
+  for (const btkHostResolutionT& resolution :
+       Part(btkHostEmbeddedDlmManager().Resolutions(), step.registered.resolutions))
+    resolutions_.emplace(resolution.id, &resolution);
+  if (step.data == nullptr) return;
+  for (const MfRunnableT* runnable : step.data->runnables) {
+    for (const MfServiceRoleT* role : runnable->services)
+      hosts_.insert(role->id);
+  }
+  answers_.reserve(static_cast<std::size_t>(step.data->classes.count));
+  for (const MfIntfClassT* record : step.data->classes)
+    answers_.push_back(AnswerFor(*session.Repository(), *record));
+}
+
+std::vector<std::string> StepView::TriedFiles(const MfModuleT& module) const {
+  if (module.id == nullptr) return {};
+  // Those of one id come in the order in which they were put in.
+  std::vector<std::string> tried;
+  const auto [first, last] = resolutions_.equal_range(module.id);
+  for (auto at = first; at != last; ++at)
+    tried.insert(tried.end(), at->second->tried.begin(), at->second->tried.end());
+  return tried;
+}
+
+std::vector<const MfModuleT*> StepView::UnresolvedModules() const {
+  std::vector<const MfModuleT*> modules;
+  if (step_.data == nullptr) return modules;
+  for (const MfModuleT* module : step_.data->modules) {
+    if (ResolvedFile(*module).empty()) modules.push_back(module);
+  }
+  return modules;
+}
+
+ClassAnswer StepView::AnswerFor(liMfRepository& repository, const MfIntfClassT& record) const {
+  if (record.commonname == nullptr) return {Kind::kNoName, nullptr, "it has no common name"};
   const MfSvcResolveT* const entry = repository.FindClassImpl(
-      &step.scope, record.commonname, record.svcVersion, std::numeric_limits<std::int16_t>::max());
-  if (entry != nullptr && entry->record == &record) return "";
-  if (repository.FindService(&record.xsid, step.data->loadpoint) != nullptr) {
-    return entry != nullptr ? "another entry comes first"
-                            : "no query asks for a negative service version";
+      &step_.scope, record.commonname, record.svcVersion, std::numeric_limits<std::int16_t>::max());
+  if (entry != nullptr && entry->record == &record) return {Kind::kItself, entry, ""};
+  if (hosts_.count(record.xsid) == 0) return WithoutHost(record, entry);
+  if (entry != nullptr) return {Kind::kAnother, entry, ComesFirst(repository, *entry)};
+  return {Kind::kNegative, nullptr, "no query asks for a negative service version"};
+}
+
+ScanView::ScanView(const ScanSession& session) : session_(session) {
+  steps_.reserve(session.Steps().size());
+  std::map<UniIdT, StepView*, IdOrder> byLoadpoint;
+  for (const ScanStep& step : session.Steps()) {
+    StepView& view = steps_.emplace_back(session, step);
+    if (step.data != nullptr) byLoadpoint.emplace(step.id, &view);
   }
-  if (!btkUniIdIsNull(record.xsid)) {
-    return fmt::format("not filed: its hosting service {} is none of this load point",
-                       IdText(record.xsid));
+  if (session.Repository() == nullptr) return;
+  services_ = ServiceEntries(*session.Repository());
+  for (const MfSvcResolveT& entry : services_) {
+    const auto owner = byLoadpoint.find(entry.ids[kMfLoadpointId]);
+    if (owner != byLoadpoint.end()) owner->second->services_.push_back(&entry);
   }
-  if (record.xsname != nullptr)
-    return fmt::format("not filed: its hosting service \"{}\" is not known", record.xsname);
-  return "not filed: no service hosts it";
 }
 
 std::vector<MfSvcResolveT> ServiceEntries(liMfRepository& repository) {
   std::vector<MfSvcResolveT> entries(
       static_cast<std::size_t>(repository.GetServiceEntries(nullptr, 0)));
   repository.GetServiceEntries(entries.data(), static_cast<std::int32_t>(entries.size()));
-  return entries;
-}
-
-std::vector<MfSvcResolveT> ServiceEntries(liMfRepository& repository, const UniIdT& loadpoint) {
-  std::vector<MfSvcResolveT> entries = ServiceEntries(repository);
-  const auto foreign = std::remove_if(entries.begin(), entries.end(), [&](const auto& entry) {
-    return !IsEqual(entry.ids[kMfLoadpointId], loadpoint);
-  });
-  entries.erase(foreign, entries.end());
   return entries;
 }
 

@@ -1,9 +1,12 @@
-// What the reports show of a scan besides the records themselves.
+// What the reports show of a scan besides the records themselves. All of it is collected at once, in
+// time that grows with what was scanned.
 #ifndef TOOLS_TARNMF_SCAN_VIEW_H
 #define TOOLS_TARNMF_SCAN_VIEW_H
 
+#include <map>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/host/embedded_dlm.h"
@@ -20,21 +23,69 @@ std::span<const Element> Part(const std::vector<Element>& list, const Range& ran
 // The file of a module's selected implementation; empty when there is none.
 std::string ResolvedFile(const MfModuleT& module);
 
-// Where a module's file was looked for during a step.
-std::vector<std::string> TriedFiles(const ScanStep& step, const MfModuleT& module);
-
 // Whether the module's implementation for this machine could not be found and another one stands in
 // for it.
 bool IsFallback(const MfModuleT& module);
 
-// Why the repository does not answer a query for the class's name, in the step's scope and at the
-// class's own version, with this very record. Empty when it does.
-std::string WhyUnanswered(liMfRepository& repository, const ScanStep& step,
-                          const MfIntfClassT& record);
+// What a query for a class's name, in the scope of its step and at its own version, is answered with.
+struct ClassAnswer {
+  enum class Kind {
+    kItself,
+    kAnother,      // an entry that comes first
+    kUnknownHost,  // never with this record: it says where it is hosted, and no such service is there
+    kNoHost,       // never with this record: it does not say where it is hosted
+    kNoName,       // there is no such query
+    kNegative,     // never with this record: queries do not ask for negative versions
+  };
+  Kind kind = Kind::kItself;
+  const MfSvcResolveT* entry = nullptr;  // null: nothing answers
+  std::string why;                       // in words, unless it is itself
+};
 
-// The exposed services of the repository; with a load point, only those that came from it.
+class StepView {
+ public:
+  StepView(const ScanSession& session, const ScanStep& step);
+
+  const ScanStep& Step() const { return step_; }
+  // The paths where a module's file was looked for.
+  std::vector<std::string> TriedFiles(const MfModuleT& module) const;
+  // Of each class of the step's data, in their order.
+  const std::vector<ClassAnswer>& Answers() const { return answers_; }
+  // The exposed services that came from the step.
+  const std::vector<const MfSvcResolveT*>& Services() const { return services_; }
+  std::vector<const MfModuleT*> UnresolvedModules() const;
+
+ private:
+  friend class ScanView;
+
+  ClassAnswer AnswerFor(liMfRepository& repository, const MfIntfClassT& record) const;
+
+  const ScanStep& step_;
+  IdSet hosts_;  // the services of the step's load point
+  std::multimap<std::string_view, const btkHostResolutionT*> resolutions_;
+  std::vector<ClassAnswer> answers_;
+  std::vector<const MfSvcResolveT*> services_;
+};
+
+class ScanView {
+ public:
+  // The session has to outlive it.
+  explicit ScanView(const ScanSession& session);
+  ScanView(const ScanView&) = delete;
+  ScanView& operator=(const ScanView&) = delete;
+
+  const ScanSession& Session() const { return session_; }
+  // Of each step, in their order.
+  const std::vector<StepView>& Steps() const { return steps_; }
+
+ private:
+  const ScanSession& session_;
+  std::vector<StepView> steps_;
+  std::vector<MfSvcResolveT> services_;  // those of all steps
+};
+
+// All exposed services of the repository.
 std::vector<MfSvcResolveT> ServiceEntries(liMfRepository& repository);
-std::vector<MfSvcResolveT> ServiceEntries(liMfRepository& repository, const UniIdT& loadpoint);
 
 }  // namespace tool
 

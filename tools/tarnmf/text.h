@@ -2,6 +2,7 @@
 #ifndef TOOLS_TARNMF_TEXT_H
 #define TOOLS_TARNMF_TEXT_H
 
+#include <set>
 #include <string>
 
 #include "platform/errors.h"
@@ -19,6 +20,8 @@ inline std::string Narrow(const WideString& wide) {
 }
 WideString Widen(const std::string& narrow);
 
+// "code 42, unexpected".
+std::string CodeName(BtkErrorT code);
 // "code 42, unexpected: ...".
 std::string CodeInWords(BtkErrorT code);
 
@@ -28,7 +31,12 @@ std::string IdText(const UniIdT& id);
 // Reads either text form; throws std::invalid_argument with a sentence for people.
 UniIdT ParseId(const std::string& text);
 
-bool IsEqual(const UniIdT& left, const UniIdT& right);
+struct IdOrder {
+  bool operator()(const UniIdT& left, const UniIdT& right) const {
+    return btkUniIdCompare(&left, &right) < 0;
+  }
+};
+using IdSet = std::set<UniIdT, IdOrder>;
 
 }  // namespace tool
 

@@ -1,0 +1,110 @@
+// Rules about what queries come to.
+#include <fmt/format.h>
+#include <optional>
+#include <utility>
+
+#include "check/answers.h"
+#include "check/wording.h"
+
+namespace tarnmf::check {
+namespace {
+
+Finding FoundAt(Rule rule, const ClassRecord& record, Span span, std::string message) {
+  return Found(rule, kBtkOk, record.At(span), std::move(message));
+}
+
+std::string NeverFound(const NamedClass& named, const std::string& why) {
+  return fmt::format("class {} is never found by name: {}", Quoted(named.Name()), why);
+}
+
+// Halves of a class do not share their host: what names it may be the half without a common name.
+void RelateOtherHalf(Finding& finding, const ClassRecord* half) {
+  if (half == nullptr) return;
+  const ClassDeclaration& declaration = *half->declaration;
+  if (!declaration.xsname && !declaration.xsid) return;
+  const Span span = declaration.xsname ? declaration.xsname->span : declaration.xsid->span;
+  finding.related.push_back({half->At(span),
+                             "a host that is named by the other half of the class "
+                             "counts for that alone"});
+}
+
+Finding HostOfNobody(const NamedClass& named) {
+  const ClassRecord& record = *named.record;
+  const SideDeclaration& side = record.declaration->sides[kMfServiceSide];
+  Finding finding = FoundAt(
+      Rule::kHostUnknown, record,
+      side.IsThere() ? record.manifest->document[side.node].name
+                     : record.declaration->commonname->span,
+      NeverFound(named,
+                 "it names no host, and no service of its load point is called \"GenLWSC\""));
+  RelateOtherHalf(finding, record.completedBy);
+  return finding;
+}
+
+// The half that has the name has no service side, and so no host.
+std::optional<Finding> HostOfOtherHalf(const NamedClass& named) {
+  const ClassRecord& record = *named.record;
+  if (!record.completesFirst || record.first->sides[kMfServiceSide] == nullptr) {
+    return std::nullopt;
+  }
+  Finding finding = FoundAt(Rule::kHostUnknown, record, record.declaration->commonname->span,
+                            NeverFound(named, "it names no host"));
+  RelateOtherHalf(finding, record.first);
+  return finding;
+}
+
+Finding HostUnknown(const NamedClass& named) {
+  const ClassRecord& record = *named.record;
+  const ClassDeclaration& declaration = *record.declaration;
+  if (declaration.xsname) {
+    const std::string name = Quoted(declaration.xsname->text);
+    const bool isElsewhere = named.state == NamedClass::State::kHostElsewhere;
+    const std::string least = declaration.xsversion > 0
+                                  ? fmt::format(" with version {} or above", declaration.xsversion)
+                                  : "";
+    return FoundAt(
+        Rule::kHostUnknown, record, declaration.xsname->span,
+        NeverFound(named, fmt::format("it names the host {}, and no service {} has "
+                                      "that name{}",
+                                      name, isElsewhere ? "of its load point" : "here", least)));
+  }
+  if (declaration.xsid && !btkUniIdIsNull(declaration.xsid->id)) {
+    return FoundAt(Rule::kHostUnknown, record, declaration.xsid->span,
+                   NeverFound(named, fmt::format("it names the host {}, and no service of its load "
+                                                 "point has that id",
+                                                 IdText(declaration.xsid->id))));
+  }
+  return HostOfNobody(named);
+}
+
+Finding Hidden(const NamedClass& named) {
+  const ClassRecord& other = *named.found->record;
+  const Place place = other.At(other.declaration->commonname->span);
+  Finding finding = FoundAt(
+      Rule::kClassHidden, *named.record, named.record->declaration->commonname->span,
+      NeverFound(named,
+                 fmt::format("{}:{} answers instead, with version {}", place.source->Path(),
+                             place.source->At(place.span.begin).line, named.found->version)));
+  finding.related.push_back({place, "this one answers"});
+  return finding;
+}
+
+}  // namespace
+
+void CheckAnswers(const Answers& answers, const LoadPoint& loadpoint,
+                  std::vector<Finding>& findings) {
+  for (const NamedClass& named : answers.Classes()) {
+    if (named.loadpoint != &loadpoint || named.record->hasErrors || named.Answers()) continue;
+    std::optional<Finding> finding;
+    if (named.state == NamedClass::State::kFiled) {
+      // Without another one its version is negative, which is told where that is written.
+      if (named.found != nullptr) finding = Hidden(named);
+    } else if (loadpoint.isComplete) {
+      finding = named.state == NamedClass::State::kNamesNoHost ? HostOfOtherHalf(named)
+                                                               : std::optional(HostUnknown(named));
+    }
+    if (finding) findings.push_back(*std::move(finding));
+  }
+}
+
+}  // namespace tarnmf::check

@@ -1,0 +1,34 @@
+// Characters as the scanner and its helpers sort them. What is no ASCII may be part of a name.
+#ifndef CHECK_CHARACTERS_H
+#define CHECK_CHARACTERS_H
+
+#include <string_view>
+
+namespace tarnmf::check {
+
+inline constexpr std::string_view kBlanks = " \t\r\n";
+
+inline bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+inline bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+inline char ToUpper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+inline bool BeginsName(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' ||
+         static_cast<unsigned char>(c) >= 0x80U;
+}
+
+inline bool IsOfName(char c) {
+  return BeginsName(c) || IsDigit(c) || c == '-' || c == '.';
+}
+
+}  // namespace tarnmf::check
+
+#endif  // CHECK_CHARACTERS_H

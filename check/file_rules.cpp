@@ -1,0 +1,312 @@
+#include "check/file_rules.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fmt/format.h>
+#include <map>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "check/suggestions.h"
+#include "check/wording.h"
+#include "platform/filesystem.h"
+#include "platform/host/embedded_dlm.h"
+#include "platform/runtime.h"
+
+namespace tarnmf::check {
+namespace {
+
+namespace fs = std::filesystem;
+
+// With its NUL, the path of a process's load point has to fit into this many units.
+constexpr std::size_t kPathUnits = 261;
+// Names that are compared in all to find what was meant.
+constexpr std::size_t kMostCompared = 200'000;
+
+// Where the file of one implementation was looked for.
+struct Search {
+  const ImplementationDeclaration* implementation = nullptr;
+  std::string file;  // empty: none was found
+  std::vector<std::string> tried;
+};
+
+std::string WithSlashes(std::string text) {
+  std::replace(text.begin(), text.end(), '\\', '/');
+  return text;
+}
+
+// The place of what the value says; one that a document type gives is not written there.
+bool IsWritten(const Manifest& manifest, const TextValue& value) {
+  return manifest.source.Text(value.span) == value.text;
+}
+
+std::string NameOf(const ModuleDeclaration& module) {
+  return module.id ? "module " + Quoted(module.id->text) : "the nested module";
+}
+
+class FileCheck {
+ public:
+  FileCheck(const LoadPoint& loadpoint, Files& files, std::vector<Finding>& findings)
+      : loadpoint_(loadpoint), files_(files), findings_(findings) {}
+
+  void Check(const Manifest& manifest, const ModuleDeclaration& module);
+
+ private:
+  // The module at hand, with its load point as the library has it.
+  struct Module {
+    const Manifest& manifest;
+    const ModuleDeclaration& declaration;
+    std::optional<std::string> loadpoint;
+
+    Place At(Span span) const { return {&manifest.source, span}; }
+  };
+
+  std::string Resolve(const Module& module, const ImplementationDeclaration& implementation,
+                      const std::string& name, const std::string& path,
+                      std::vector<std::string>* tried);
+  Search SearchFile(const Module& module, const ImplementationDeclaration& implementation);
+  bool LeadsOut(const Module& module, const Search& search) const;
+  bool TellBackslashes(const Module& module, const Search& search);
+  void TellOutside(const Module& module, const Search& search);
+  void TellMissing(const Module& module, const Search& search, const Search* own);
+  void SuggestFile(Finding& finding, const Module& module, const Search& search);
+  void SuggestName(Finding& finding, const Module& module,
+                   const ImplementationDeclaration& implementation, std::string_view file);
+  std::string Shown(const Module& module, const Search& search, const std::string& file) const;
+  std::string ShownPlaces(const Module& module, const Search& search) const;
+  const std::vector<std::string>& NamesIn(const std::string& directory);
+
+  const LoadPoint& loadpoint_;
+  Files& files_;
+  std::vector<Finding>& findings_;
+  btkHostDlmManager manager_;
+  std::map<std::string, std::vector<std::string>> names_;  // by directory
+  std::size_t compared_ = 0;
+};
+
+// ---- Searching ---------------------------------------------------------------------------------
+
+std::string FileCheck::Resolve(const Module& module,
+                               const ImplementationDeclaration& implementation,
+                               const std::string& name, const std::string& path,
+                               std::vector<std::string>* tried) {
+  const ModuleDeclaration& declared = module.declaration;
+  const std::uint32_t flags = (implementation.forcePath ? std::uint32_t{kBtkForcePath} : 0U) |
+                              (implementation.explicitName ? std::uint32_t{kBtkExplicitName} : 0U);
+  const btkFSPath loadpoint(module.loadpoint ? module.loadpoint->c_str() : "");
+  const btkModuleVersionT version{};
+  btkZString result;
+  const BtkErrorT code = manager_.ResolveModule(
+      &result, declared.id ? declared.id->text.c_str() : "",
+      declared.type ? declared.type->text.c_str() : nullptr, btkFSPath(name.c_str()).WideText(),
+      btkFSPath(path.c_str()).WideText(), flags, loadpoint.WideText(), "", 0, &version);
+  if (tried != nullptr) *tried = manager_.Resolutions().back().tried;
+  return code == kBtkOk ? result.Text() : "";
+}
+
+Search FileCheck::SearchFile(const Module& module,
+                             const ImplementationDeclaration& implementation) {
+  Search search{&implementation, "", {}};
+  search.file = Resolve(module, implementation, implementation.name->text,
+                        implementation.path ? implementation.path->text : "", &search.tried);
+  return search;
+}
+
+// The implementation for this machine is used; when it has no file, the module's own.
+void FileCheck::Check(const Manifest& manifest, const ModuleDeclaration& declaration) {
+  Module module{manifest, declaration, loadpoint_.path};
+  if (declaration.loadpoint) {
+    module.loadpoint = declaration.loadpoint->text;
+    if (module.loadpoint->empty()) module.loadpoint.reset();
+  }
+  const auto& implementations = declaration.implementations;
+  const auto isNative = [](const ImplementationDeclaration& implementation) {
+    return implementation.machinetype && implementation.machinetype->text == btkGetVexMachine();
+  };
+  const auto native = std::find_if(implementations.begin() + 1, implementations.end(), isNative);
+  const bool isOwn = native == implementations.end();
+  const ImplementationDeclaration& selected = isOwn ? implementations.front() : *native;
+  // A module of no load point has no file to look for.
+  if (!selected.name || (!module.loadpoint && isOwn)) return;
+  const Search search = SearchFile(module, selected);
+  if (search.tried.empty()) return;
+  if (LeadsOut(module, search)) return TellOutside(module, search);
+  if (!search.file.empty() || TellBackslashes(module, search)) return;
+  if (isOwn || !implementations.front().name) return TellMissing(module, search, nullptr);
+  const Search own = SearchFile(module, implementations.front());
+  TellMissing(module, search, &own);
+}
+
+// ---- Paths -------------------------------------------------------------------------------------
+
+// What lies inside is judged by its text alone, as links are followed anyway.
+bool FileCheck::LeadsOut(const Module& module, const Search& search) const {
+  if (search.implementation->forcePath || !module.loadpoint) return false;
+  const fs::path root = fs::path(*module.loadpoint).lexically_normal();
+  const auto isOutside = [&](const std::string& file) {
+    const fs::path relative = fs::path(file).lexically_normal().lexically_relative(root);
+    return !relative.empty() && *relative.begin() == "..";
+  };
+  if (!search.file.empty()) return isOutside(search.file);
+  return std::any_of(search.tried.begin(), search.tried.end(), isOutside);
+}
+
+void FileCheck::TellOutside(const Module& module, const Search& search) {
+  const ImplementationDeclaration& implementation = *search.implementation;
+  const bool byPath =
+      implementation.path && implementation.path->text.find("..") != std::string::npos;
+  const TextValue& value = byPath ? *implementation.path : *implementation.name;
+  const std::string& file = search.file.empty() ? search.tried.back() : search.file;
+  findings_.push_back(Found(Rule::kOutsideLoadpoint, kBtkOk, module.At(value.span),
+                            fmt::format("{} leads out of the load point: to {}", Quoted(value.text),
+                                        Shown(module, search, file))));
+}
+
+// True when something was told.
+bool FileCheck::TellBackslashes(const Module& module, const Search& search) {
+  const ImplementationDeclaration& implementation = *search.implementation;
+  const std::optional<TextValue> values[] = {implementation.path, implementation.name};
+  const auto hasBackslash = [](const std::optional<TextValue>& value) {
+    return value && value->text.find('\\') != std::string::npos;
+  };
+  if (std::none_of(std::begin(values), std::end(values), hasBackslash)) return false;
+  const bool exists =
+      !Resolve(module, implementation, WithSlashes(implementation.name->text),
+               implementation.path ? WithSlashes(implementation.path->text) : "", nullptr)
+           .empty();
+  for (const std::optional<TextValue>& value : values) {
+    if (!hasBackslash(value)) continue;
+    Finding finding =
+        Found(Rule::kBackslash, kBtkOk, module.At(value->span),
+              fmt::format("{}: a backslash is no separator here", Quoted(value->text)));
+    if (IsWritten(module.manifest, *value)) {
+      finding.suggestions.push_back(Replace(value->span, value->text, WithSlashes(value->text)));
+      finding.suggestions.back().safe = exists;
+    }
+    findings_.push_back(std::move(finding));
+  }
+  return true;
+}
+
+// Paths that a manifest gives as they stand are told as they stand.
+std::string FileCheck::Shown(const Module& module, const Search& search,
+                             const std::string& file) const {
+  const bool stands = search.implementation->forcePath || module.declaration.loadpoint;
+  return stands ? file : ShownPath(loadpoint_, file);
+}
+
+// ---- Missing files -----------------------------------------------------------------------------
+
+std::string FileCheck::ShownPlaces(const Module& module, const Search& search) const {
+  std::string places;
+  for (const std::string& file : search.tried)
+    places += (places.empty() ? "" : ", ") + Shown(module, search, file);
+  return places;
+}
+
+// `own` is the search for the module's own file after that for this machine's.
+void FileCheck::TellMissing(const Module& module, const Search& search, const Search* own) {
+  const ModuleDeclaration& declared = module.declaration;
+  const std::string machine = fmt::format("machine type {}", Quoted(btkGetVexMachine()));
+  const std::string name = NameOf(declared);
+  std::string message =
+      fmt::format("the file of {} is not there: looked for {}", name, ShownPlaces(module, search));
+  if (own != nullptr && !own->file.empty()) {
+    message = fmt::format("the file of {} for {} is not there, and its own is used: looked for {}",
+                          name, machine, ShownPlaces(module, search));
+  } else if (own != nullptr) {
+    message += ", " + ShownPlaces(module, *own);
+  }
+  Finding finding = Found(Rule::kFileMissing, kBtkOk, module.At(search.implementation->name->span),
+                          std::move(message));
+  SuggestFile(finding, module, search);
+  // With a file of nearly that name it is one for this machine, which has another name.
+  const bool isForOthers = own == nullptr && declared.implementations.size() > 1;
+  if (isForOthers && finding.suggestions.empty()) {
+    finding = Found(Rule::kNoImplementation, kBtkOk,
+                    module.At(module.manifest.document[declared.node].name),
+                    fmt::format("{} has no implementation for {}, and its own file is not there: "
+                                "looked for {}",
+                                name, machine, ShownPlaces(module, search)));
+  }
+  findings_.push_back(std::move(finding));
+}
+
+const std::vector<std::string>& FileCheck::NamesIn(const std::string& directory) {
+  const auto [place, isNew] = names_.try_emplace(directory);
+  if (isNew) place->second = files_.NamesIn(directory);
+  return place->second;
+}
+
+void FileCheck::SuggestFile(Finding& finding, const Module& module, const Search& search) {
+  const std::string& name = search.implementation->name->text;
+  const fs::path first(search.tried.front());
+  CloseNames close(first.filename().string());
+  std::string asItStands;  // the name without what the platform puts around it
+  for (const std::string& file : search.tried) {
+    if (compared_ > kMostCompared) break;
+    const std::vector<std::string>& names = NamesIn(fs::path(file).parent_path().string());
+    compared_ += names.size() + 1;
+    if (std::binary_search(names.begin(), names.end(), name)) asItStands = name;
+    for (const std::string& other : names)
+      close.Offer(other);
+  }
+  std::vector<std::string_view> meant = close.FewBest();
+  if (!asItStands.empty()) meant = {asItStands};
+  finding.message += DidYouMean(meant, Quoted);
+  for (const std::string_view file : meant)
+    SuggestName(finding, module, *search.implementation, file);
+}
+
+// Only where the value of "name" for the file is clear.
+void FileCheck::SuggestName(Finding& finding, const Module& module,
+                            const ImplementationDeclaration& implementation,
+                            std::string_view file) {
+  const TextValue& name = *implementation.name;
+  if (!IsWritten(module.manifest, name) || file.find_first_of("&<>\"'") != std::string_view::npos) {
+    return;
+  }
+  std::string_view plain = file;
+  if (!implementation.explicitName && !module.declaration.type) {
+    constexpr std::string_view kPrefix = "lib";
+    constexpr std::string_view kSuffix = ".so";
+    if (!plain.starts_with(kPrefix) || !plain.ends_with(kSuffix) ||
+        plain.size() <= kPrefix.size() + kSuffix.size()) {
+      return;
+    }
+    plain = plain.substr(kPrefix.size(), plain.size() - kPrefix.size() - kSuffix.size());
+  }
+  if (plain != name.text)
+    finding.suggestions.push_back(Replace(name.span, name.text, std::string(plain)));
+}
+
+bool IsTooLong(const std::string& path) {
+  const std::basic_string_view<btkWChar> wide(btkFSPath(path.c_str()).WideText());
+  return wide.size() >= kPathUnits;
+}
+
+}  // namespace
+
+void CheckFiles(const LoadPoint& loadpoint, Files& files, std::vector<Finding>& findings) {
+  if (loadpoint.role == LoadPoint::Role::kUnknown || loadpoint.path.empty()) return;
+  if (loadpoint.role == LoadPoint::Role::kProcess && IsTooLong(loadpoint.path)) {
+    findings.push_back(
+        Found(Rule::kPathTooLong, kBtkOk, {&loadpoint.directory, {}},
+              fmt::format("the process has no load point: its path has more than {} UTF-16 units",
+                          kPathUnits - 1)));
+    return;
+  }
+  // Where the folder itself is not there, its files need not be told one by one.
+  if (!files.IsDirectory(loadpoint.path)) return;
+  FileCheck check(loadpoint, files, findings);
+  for (const auto& manifest : loadpoint.manifests) {
+    for (const ModuleDeclaration& module : manifest->declarations.modules) {
+      // What reaches up to the fault of a document is not all there.
+      const bool isWhole = manifest->document[module.node].span.end < manifest->trustedEnd;
+      if (manifest->isWellFormed || isWhole) check.Check(*manifest, module);
+    }
+  }
+}
+
+}  // namespace tarnmf::check

@@ -1,0 +1,67 @@
+#include "check/files.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "platform/filesystem.h"
+
+namespace tarnmf::check {
+
+namespace fs = std::filesystem;
+
+// Nothing else than a regular file is opened: reading a pipe or a device might never end.
+std::optional<std::string> DiskFiles::Read(const std::string& path) {
+  if (!IsFile(path)) return std::nullopt;
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return std::nullopt;
+  std::string bytes(std::istreambuf_iterator<char>(file), {});
+  return file.bad() ? std::nullopt : std::optional(std::move(bytes));
+}
+
+std::shared_ptr<const Manifest> DiskFiles::ReadManifest(const std::string& path) {
+  const auto [place, isNew] = manifests_.try_emplace(path);
+  if (isNew) {
+    if (std::optional<std::string> bytes = Read(path)) {
+      place->second = check::ReadManifest(path, *std::move(bytes));
+    }
+  }
+  return place->second;
+}
+
+std::vector<std::string> DiskFiles::ManifestsIn(const std::string& directory) {
+  const btkFSList list(btkFSEntry(directory.c_str()), "*.tmfx");
+  std::vector<std::string> names;
+  for (unsigned i = 0; i < list.Count(); ++i)
+    names.emplace_back(list[i].GetTail().Text());
+  return names;
+}
+
+bool DiskFiles::IsFile(const std::string& path) {
+  std::error_code ignored;
+  return fs::is_regular_file(path, ignored);
+}
+
+bool DiskFiles::IsDirectory(const std::string& path) {
+  std::error_code ignored;
+  return fs::is_directory(path, ignored);
+}
+
+std::vector<std::string> DiskFiles::NamesIn(const std::string& directory) {
+  std::vector<std::string> names;
+  std::error_code error;
+  for (fs::directory_iterator file(directory, error), end; !error && file != end;
+       file.increment(error))
+    names.push_back(file->path().filename().string());
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::string PathIn(const std::string& directory, const std::string& name) {
+  return (fs::path(directory) / name).string();
+}
+
+}  // namespace tarnmf::check

@@ -1,0 +1,209 @@
+#include "check/fixes.h"
+
+#include <algorithm>
+#include <cassert>
+#include <map>
+#include <set>
+#include <unordered_set>
+#include <utility>
+
+#include "check/edited_files.h"
+#include "check/verdict.h"
+
+namespace tarnmf::check {
+namespace {
+
+constexpr int kMostPasses = 4;
+
+bool HasCrLf(const std::string& text) {
+  const std::size_t lineFeed = text.find('\n');
+  return lineFeed != text.npos && lineFeed > 0 && text[lineFeed - 1] == '\r';
+}
+
+std::string WithCrLf(const std::string& text) {
+  std::string changed;
+  for (const char character : text) {
+    if (character == '\n' && !changed.ends_with('\r')) changed += '\r';
+    changed += character;
+  }
+  return changed;
+}
+
+// What stands before the root outside comments and instructions.
+bool HasDocumentType(const Document& document) {
+  const std::string& text = document.source->Text();
+  std::size_t begin = 0;
+  for (NodeId node : document.ChildrenOf(kDocumentNode)) {
+    const Span span = document[node].span;
+    if (text.substr(begin, span.begin - begin).find("<!DOCTYPE") != text.npos) return true;
+    if (document[node].kind == NodeKind::kElement) break;
+    begin = span.end;
+  }
+  return false;
+}
+
+// Places of one file that are edited already.
+class EditedPlaces {
+ public:
+  // False, and nothing taken: something there is edited by another suggestion.
+  bool Take(const std::vector<Edit>& edits) {
+    for (const Edit& edit : edits) {
+      if (Touches(edit.span)) return false;
+    }
+    for (const Edit& edit : edits)
+      taken_.emplace(edit.span.begin, edit.span.end);
+    return true;
+  }
+
+ private:
+  // Two texts put in at one place have no order, so that they touch.
+  bool Touches(Span span) const {
+    const auto next = taken_.lower_bound(span.begin);
+    if (next != taken_.end() && (next->first == span.begin || next->first < span.end)) return true;
+    return next != taken_.begin() && std::prev(next)->second > span.begin;
+  }
+
+  std::map<std::size_t, std::size_t> taken_;
+};
+
+// The edits of one file in one pass.
+struct Change {
+  const Source* source = nullptr;
+  EditedPlaces places;
+  std::vector<Edit> edits;
+  std::size_t fixes = 0;
+};
+using Changes = std::map<std::string, Change>;
+
+using ErrorCounts = std::map<std::string, std::size_t>;
+
+ErrorCounts ErrorsByFile(const Verdict& verdict) {
+  ErrorCounts counts;
+  for (const Finding& finding : verdict.findings) {
+    if (finding.severity == Severity::kError) ++counts[finding.place.source->Path()];
+  }
+  return counts;
+}
+
+class Fixer {
+ public:
+  Fixer(const Request& request, Files& files, SettingsFinder& settings, const Levels& levels)
+      : request_(request), files_(files), settings_(settings), levels_(levels) {}
+
+  FixOutcome Run() {
+    Look();
+    for (int pass = 0; pass < kMostPasses; ++pass) {
+      Changes changes = SafeChanges();
+      if (changes.empty()) break;
+      Apply(std::move(changes));
+    }
+    for (auto& [path, fixed] : fixed_) {
+      fixed.path = path;
+      outcome_.files.push_back(std::move(fixed));
+    }
+    return std::move(outcome_);
+  }
+
+ private:
+  void Look() {
+    report_ = Check(request_, files_);
+    verdict_ = Judge(report_, settings_, levels_);
+  }
+
+  Changes SafeChanges() const {
+    const std::unordered_set<const Source*> editable = Editable();
+    Changes changes;
+    for (const Finding& finding : verdict_.findings) {
+      const Source* const source = finding.place.source;
+      const auto safe = std::find_if(finding.suggestions.begin(), finding.suggestions.end(),
+                                     [](const Suggestion& suggestion) { return suggestion.safe; });
+      if (safe == finding.suggestions.end() || !editable.contains(source)) continue;
+      Change& change = changes[source->Path()];
+      if (change.source == nullptr) change.source = source;
+      if (change.source != source || !change.places.Take(safe->edits)) continue;
+      change.edits.insert(change.edits.end(), safe->edits.begin(), safe->edits.end());
+      ++change.fixes;
+    }
+    return changes;
+  }
+
+  std::unordered_set<const Source*> Editable() const {
+    std::unordered_set<const Source*> editable;
+    const auto add = [&](const Source& source) {
+      if (source.IsUtf8() && !left_.contains(source.Path())) editable.insert(&source);
+    };
+    for (const auto& loadpoint : report_.loadpoints) {
+      if (loadpoint->layout) add(loadpoint->layout->source);
+      for (const auto& manifest : loadpoint->manifests) {
+        if (manifest->isWellFormed && !HasDocumentType(manifest->document)) add(manifest->source);
+      }
+    }
+    return editable;
+  }
+
+  void Apply(Changes changes) {
+    const ErrorCounts before = ErrorsByFile(verdict_);
+    for (auto& [path, change] : changes) {
+      FixedFile& fixed = fixed_[path];
+      if (fixed.fixes == 0) fixed.before = change.source->Bytes();
+      fixed.fixes += change.fixes;
+      fixed.after = Edited(*change.source, std::move(change.edits));
+      files_.Edit(path, fixed.after);
+    }
+    do {
+      Look();
+    } while (PutBackGrown(changes, before));
+  }
+
+  // Returns whether a file was put back, so that the others have to be looked at again.
+  bool PutBackGrown(Changes& changes, const ErrorCounts& before) {
+    bool anyGrew = false;
+    for (const auto& [path, count] : ErrorsByFile(verdict_)) {
+      const auto old = before.find(path);
+      if (count <= (old != before.end() ? old->second : 0) || changes.erase(path) == 0) continue;
+      anyGrew = true;
+      files_.Drop(path);
+      fixed_.erase(path);
+      left_.insert(path);
+      outcome_.putBack.push_back(path);
+    }
+    return anyGrew;
+  }
+
+  const Request& request_;
+  EditedFiles files_;
+  SettingsFinder& settings_;
+  const Levels& levels_;
+  std::map<std::string, FixedFile> fixed_;
+  std::set<std::string> left_;  // put back, and not tried again
+  Report report_;               // of the files as they are now
+  Verdict verdict_;
+  FixOutcome outcome_;
+};
+
+}  // namespace
+
+std::string Edited(const Source& source, std::vector<Edit> edits) {
+  assert(source.IsUtf8());
+  // Those at one place keep their order; what is put in there comes before what is replaced.
+  std::stable_sort(edits.begin(), edits.end(), [](const Edit& one, const Edit& other) {
+    return std::pair(one.span.begin, one.span.end) < std::pair(other.span.begin, other.span.end);
+  });
+  const std::string& text = source.Text();
+  const bool crLf = HasCrLf(text);
+  std::string edited = source.Bytes().substr(0, source.MarkSize());
+  std::size_t copied = 0;
+  for (const Edit& edit : edits) {
+    edited.append(text, copied, edit.span.begin - copied);
+    edited += crLf ? WithCrLf(edit.text) : edit.text;
+    copied = edit.span.end;
+  }
+  return edited.append(text, copied, text.npos);
+}
+
+FixOutcome Fix(const Request& request, Files& files, SettingsFinder& settings,
+               const Levels& levels) {
+  return Fixer(request, files, settings, levels).Run();
+}
+
+}  // namespace tarnmf::check

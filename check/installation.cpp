@@ -1,0 +1,178 @@
+#include "check/installation.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fmt/format.h>
+#include <optional>
+
+#include "check/declared.h"
+#include "check/layout_file.h"
+#include "check/suggestions.h"
+#include "check/wording.h"
+#include "platform/filesystem.h"
+#include "platform/runtime.h"
+
+namespace tarnmf::check {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr char kLayoutName[] = ".installed";
+
+void TellUnreadable(LoadPoint& loadpoint, const std::string& path) {
+  loadpoint.unreadable.push_back(std::make_unique<const Source>(Source::OfText(path, "")));
+  loadpoint.findings.push_back(Found(Rule::kUnreadable, kBtkMissing,
+                                     {loadpoint.unreadable.back().get(), {}},
+                                     "the file cannot be read"));
+  loadpoint.isComplete = false;
+}
+
+void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, Files& files) {
+  for (const std::string& path : paths) {
+    if (std::shared_ptr<const Manifest> manifest = files.ReadManifest(path)) {
+      if (MayHideDeclarations(*manifest)) loadpoint.isComplete = false;
+      loadpoint.manifests.push_back(std::move(manifest));
+    } else {
+      TellUnreadable(loadpoint, path);
+    }
+  }
+}
+
+std::vector<std::string> ManifestPaths(const std::string& directory, Files& files) {
+  std::vector<std::string> paths = files.ManifestsIn(directory.empty() ? "." : directory);
+  for (std::string& path : paths)
+    path = PathIn(directory, path);
+  return paths;
+}
+
+void ReadDirectory(LoadPoint& loadpoint, Files& files) {
+  const std::string& directory = loadpoint.directory.Path();
+  const std::vector<std::string> paths = ManifestPaths(directory, files);
+  if (paths.empty()) {
+    loadpoint.findings.push_back(Found(Rule::kNoManifests, kBtkOk, {&loadpoint.directory, {}},
+                                       fmt::format("no *.tmfx in \"{}\"", directory)));
+  }
+  ReadManifests(loadpoint, paths, files);
+}
+
+// A file that is not there or cannot be read counts as none, as it does for the library.
+std::unique_ptr<LayoutFileText> ReadLayoutIn(const std::string& directory, Files& files) {
+  const std::string path = PathIn(directory, kLayoutName);
+  std::optional<std::string> bytes = files.Read(path);
+  if (!bytes) return nullptr;
+  return ReadLayout(path, AbsolutePath(directory), *std::move(bytes));
+}
+
+// Of a directory without a layout file.
+std::string DefaultBase(const std::string& directory) {
+  btkFSEntry file(AbsolutePath(directory).c_str());
+  file /= kLayoutName;
+  return file.GetHead().GetHead().Path().NarrowText();
+}
+
+void CheckBase(LoadPoint& loadpoint, Files& files) {
+  LayoutFileText* const layout = loadpoint.layout.get();
+  if (layout == nullptr || layout->base.empty() || layout->basePath.empty()) return;
+  if (files.IsDirectory(layout->basePath)) return;
+  fs::path shown = ShownPath(loadpoint, layout->basePath);
+  if (!shown.has_filename()) shown = shown.parent_path();
+  CloseNames close(shown.filename().string());
+  const std::vector<std::string> names = files.NamesIn(shown.parent_path().string());
+  for (const std::string& name : names)
+    close.Offer(name);
+  std::string message = fmt::format("base folder {} is not there: looked for {}",
+                                    Quoted(layout->base), shown.string());
+  message += DidYouMean(close.Best(), Quoted);
+  layout->findings.push_back(
+      Found(Rule::kBaseMissing, kBtkOk, {&layout->source, layout->basePlace}, std::move(message)));
+}
+
+}  // namespace
+
+std::string AbsolutePath(const std::string& path) {
+  return fs::absolute(path.empty() ? "." : path).lexically_normal().string();
+}
+
+std::string ShownPath(const LoadPoint& loadpoint, const std::string& path) {
+  const std::string& directory = loadpoint.directory.Path();
+  const fs::path there = fs::path(path).lexically_normal();
+  const fs::path below = there.lexically_relative(AbsolutePath(directory));
+  return below.empty() ? there.string() : (fs::path(directory) / below).lexically_normal().string();
+}
+
+std::unique_ptr<LoadPoint> ReadProcessLoadPoint(const std::string& directory, Files& files) {
+  auto loadpoint = std::make_unique<LoadPoint>(LoadPoint::Role::kProcess, directory);
+  loadpoint->path = AbsolutePath(directory);
+  ReadDirectory(*loadpoint, files);
+  return loadpoint;
+}
+
+std::unique_ptr<LoadPoint> ReadInstallation(const std::string& directory, Files& files) {
+  auto loadpoint = std::make_unique<LoadPoint>(LoadPoint::Role::kInstallation, directory);
+  loadpoint->layout = ReadLayoutIn(directory, files);
+  if (loadpoint->layout != nullptr) {
+    loadpoint->path = loadpoint->layout->basePath;
+    loadpoint->scope = loadpoint->layout->scope;
+  } else {
+    loadpoint->path = DefaultBase(directory);
+  }
+  CheckBase(*loadpoint, files);
+  ReadDirectory(*loadpoint, files);
+  return loadpoint;
+}
+
+std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
+                                           const std::vector<std::string>& paths, Files& files) {
+  auto loadpoint = std::make_unique<LoadPoint>(LoadPoint::Role::kUnknown, directory);
+  loadpoint->asked = {paths.begin(), paths.end()};
+  std::vector<std::string> manifests = ManifestPaths(directory, files);
+  std::vector<std::string> others;
+  for (const std::string& path : loadpoint->asked) {
+    const auto isNamed = [name = fs::path(path).filename()](const std::string& other) {
+      return fs::path(other).filename() == name;
+    };
+    const auto place = std::find_if(manifests.begin(), manifests.end(), isNamed);
+    if (isNamed(kLayoutName)) {
+      loadpoint->layout = ReadLayoutIn(directory, files);
+      if (loadpoint->layout == nullptr) TellUnreadable(*loadpoint, path);
+    } else if (place != manifests.end()) {
+      *place = path;
+    } else {
+      others.push_back(path);
+    }
+  }
+  if (!others.empty()) {
+    // No load point reads these by themselves. So nobody knows what would be read with them.
+    loadpoint->isComplete = false;
+    manifests = std::move(others);
+  }
+  CheckBase(*loadpoint, files);
+  ReadManifests(*loadpoint, manifests, files);
+  return loadpoint;
+}
+
+void FindDuplicates(std::vector<std::unique_ptr<LoadPoint>>& loadpoints) {
+  for (std::size_t i = 1; i < loadpoints.size(); ++i) {
+    LoadPoint& loadpoint = *loadpoints[i];
+    if (loadpoint.role != LoadPoint::Role::kInstallation || loadpoint.path.empty()) continue;
+    const btkFSPath path(loadpoint.path.c_str());
+    const auto isSame = [&](const std::unique_ptr<LoadPoint>& earlier) {
+      const btkFSPath other(earlier->path.c_str());
+      const btkWChar* const texts[] = {path.WideText(), other.WideText()};
+      return earlier->role != LoadPoint::Role::kUnknown &&
+             Cmp_cWPaths_Safe(&texts[0], &texts[1]) == 0;
+    };
+    const auto stop = loadpoints.begin() + static_cast<std::ptrdiff_t>(i);
+    const auto same = std::find_if(loadpoints.begin(), stop, isSame);
+    if (same == stop) continue;
+    loadpoint.isDuplicate = true;
+    Finding finding =
+        Found(Rule::kDuplicateLoadpoint, kBtkDuplicate, {&loadpoint.directory, {}},
+              fmt::format("same base folder as {}: {}", Quoted((*same)->directory.Path()),
+                          Quoted(ShownPath(loadpoint, loadpoint.path))));
+    finding.related.push_back({{&(*same)->directory, {}}, "the other load point"});
+    loadpoint.findings.push_back(std::move(finding));
+  }
+}
+
+}  // namespace tarnmf::check

@@ -1,0 +1,33 @@
+// What is told of a report: its findings after allowances and settings.
+#ifndef CHECK_VERDICT_H
+#define CHECK_VERDICT_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "check/check.h"
+#include "check/finding.h"
+#include "check/settings.h"
+
+namespace tarnmf::check {
+
+struct AllowedFinding {
+  Finding finding;
+  std::string reason;  // as it was written; empty: none
+};
+
+// The sources are the report's.
+struct Verdict {
+  std::vector<Finding> findings;        // file by file, in each by their places
+  std::vector<AllowedFinding> allowed;  // the same
+
+  std::size_t Count(Severity severity) const;
+};
+
+// `levels` win over the settings of a file's directory.
+Verdict Judge(const Report& report, SettingsFinder& settings, const Levels& levels);
+
+}  // namespace tarnmf::check
+
+#endif  // CHECK_VERDICT_H

@@ -1,0 +1,147 @@
+// The rules that need nothing but the document, with the library as their measure.
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+
+#include "tarnmf/ldp_data.h"
+
+#include "check/manifest.h"
+#include "tests/support/documents.h"
+#include "tests/support/parse.h"
+#include "tests/support/random_documents.h"
+
+namespace tarnmf::check {
+namespace {
+
+using test::FileCase;
+
+std::unique_ptr<const Manifest> Read(const std::string& document) {
+  return ReadManifest("test.tmfx", document);
+}
+
+std::string DocumentOf(const std::string& text) {
+  return test::DocumentOf(test::WithIds(text));
+}
+
+std::vector<FileCase> Cases(const char* file) {
+  return test::ReadCaseFile(std::string(TARNMF_CASES) + "/" + file);
+}
+
+// What was found, in the notation of the case files: the document with a "^" before each place, and
+// the rules with their codes.
+std::string Marked(const Manifest& manifest, const std::vector<Finding>& findings) {
+  std::string text = manifest.source.Text();
+  std::string rules;
+  std::vector<std::size_t> places;
+  for (const Finding& finding : findings) {
+    if (!rules.empty()) rules += " / ";
+    rules += Describe(finding.rule).name;
+    if (finding.code != kBtkOk) rules += " " + std::to_string(finding.code);
+    places.push_back(finding.place.span.begin);
+  }
+  std::sort(places.rbegin(), places.rend());
+  for (const std::size_t place : places)
+    text.insert(place, "^");
+  return (rules.empty() ? "nothing" : rules) + " <= " + text;
+}
+
+TEST(ElementRules, FindWhatTheCasesSay) {
+  for (const FileCase& one : Cases("elements.cases")) {
+    const std::string document = DocumentOf(one.input);
+    std::string bare = document;
+    std::erase(bare, '^');
+    const auto manifest = Read(bare);
+    std::vector<Finding> findings = manifest->findings;
+    // Those of the document itself have tests of their own.
+    std::erase_if(findings, [](const Finding& finding) {
+      return finding.severity != Severity::kError &&
+             (finding.rule == Rule::kDoctype || finding.rule == Rule::kEncoding);
+    });
+    EXPECT_EQ(Marked(*manifest, findings), one.result + " <= " + document) << one.name;
+  }
+}
+
+// The document after all that may be applied without a question.
+std::string Mended(const Manifest& manifest) {
+  std::vector<Edit> edits;
+  for (const Finding& finding : manifest.findings) {
+    for (const Suggestion& suggestion : finding.suggestions) {
+      if (suggestion.safe)
+        edits.insert(edits.end(), suggestion.edits.begin(), suggestion.edits.end());
+    }
+  }
+  std::stable_sort(edits.begin(), edits.end(), [](const Edit& left, const Edit& right) {
+    return left.span.begin > right.span.begin;
+  });
+  std::string text = manifest.source.Text();
+  for (const Edit& edit : edits)
+    text.replace(edit.span.begin, edit.span.Size(), edit.text);
+  return text;
+}
+
+TEST(ElementRules, SuggestWhatTheCasesSay) {
+  for (const FileCase& one : Cases("mended.cases")) {
+    EXPECT_EQ(Mended(*Read(DocumentOf(one.input))), DocumentOf(one.result)) << one.name;
+  }
+}
+
+TEST(ElementRules, SayWhatTheCasesSay) {
+  for (const FileCase& one : Cases("messages.cases")) {
+    const auto manifest = Read(DocumentOf(one.input));
+    std::string messages;
+    for (const Finding& finding : manifest->findings)
+      messages += (messages.empty() ? "" : " / ") + finding.message;
+    EXPECT_EQ(messages, test::WithIds(one.result)) << one.name;
+  }
+}
+
+// ---- The library as the measure ----------------------------------------------------------------
+
+// Empty when what was found is what the library does.
+std::string Disagreement(const std::string& document, BtkErrorT code) {
+  const auto manifest = Read(document);
+  // Nobody but the library can read it.
+  if (!manifest->source.IsDecoded()) return {};
+  std::set<BtkErrorT> codes;
+  for (const Finding& finding : manifest->findings) {
+    if (finding.severity == Severity::kError) codes.insert(finding.code);
+  }
+  const bool hasCode = !codes.empty() && *codes.rbegin() != kBtkOk;
+  const bool agrees = code == kBtkOk ? !hasCode : codes.contains(code) || codes.contains(kBtkOk);
+  if (agrees) return {};
+  return std::to_string(code) + ": " + Marked(*manifest, manifest->findings);
+}
+
+BtkErrorT LibraryCode(const std::string& document) {
+  MfLdpDataT data;
+  return test::Parse(document, data);
+}
+
+TEST(ElementRules, AgreeWithTheLibraryOnItsCases) {
+  for (const FileCase& one : test::ReadDocumentCases(TARNMF_XML_CASES))
+    EXPECT_EQ(Disagreement(one.input, LibraryCode(one.input)), "") << one.name;
+}
+
+TEST(ElementRules, AgreeWithTheLibraryOnRandomDocuments) {
+  test::RandomDocuments documents(1);
+  std::map<BtkErrorT, int> met;
+  for (int i = 0; i < 20000; ++i) {
+    std::string document = documents.Next();
+    // Of one that breaks off, what comes before is judged.
+    if (i % 4 == 0) document.resize(document.size() * static_cast<std::size_t>(i % 97) / 97);
+    const BtkErrorT code = LibraryCode(document);
+    ++met[code];
+    ASSERT_EQ(Disagreement(document, code), "") << "document " << i;
+  }
+  // Documents that are all right or all wrong in one way would say little.
+  for (const BtkErrorT code :
+       {kBtkMissing, kBtkRefused, kBtkForbidden, kBtkUnexpected, kBtkOutOfRange, kBtkNotSharedLib,
+        kBtkDuplicate, kBtkWrongVersion, kBtkMalformed}) {
+    EXPECT_GE(met[code], 3) << code;
+  }
+  EXPECT_GE(met[kBtkOk], 2000);
+}
+
+}  // namespace
+}  // namespace tarnmf::check

@@ -1,0 +1,26 @@
+// Runs the tool as its users do.
+#ifndef TESTS_TOOL_RUN_TOOL_H
+#define TESTS_TOOL_RUN_TOOL_H
+
+#include <filesystem>
+#include <string>
+
+namespace tarnmf::test {
+
+struct Outcome {
+  int status;
+  std::string out;
+  std::string errors;
+};
+
+// What a command line of the shell comes to.
+Outcome RunCommand(const std::string& command);
+
+// `arguments` is what follows the tool's name on a command line of the shell.
+Outcome RunTool(const std::string& arguments);
+
+std::string ReadFile(const std::filesystem::path& file);
+
+}  // namespace tarnmf::test
+
+#endif  // TESTS_TOOL_RUN_TOOL_H
