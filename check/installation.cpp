@@ -74,7 +74,8 @@ void CheckBase(LoadPoint& loadpoint, Files& files) {
   LayoutFileText* const layout = loadpoint.layout.get();
   if (layout == nullptr || layout->base.empty() || layout->basePath.empty()) return;
   if (files.IsDirectory(layout->basePath)) return;
-  const fs::path shown = (fs::path(loadpoint.directory.Path()) / layout->base).lexically_normal();
+  fs::path shown = ShownPath(loadpoint, layout->basePath);
+  if (!shown.has_filename()) shown = shown.parent_path();
   CloseNames close(shown.filename().string());
   const std::vector<std::string> names = files.NamesIn(shown.parent_path().string());
   for (const std::string& name : names)
@@ -90,6 +91,13 @@ void CheckBase(LoadPoint& loadpoint, Files& files) {
 
 std::string AbsolutePath(const std::string& path) {
   return fs::absolute(path.empty() ? "." : path).lexically_normal().string();
+}
+
+std::string ShownPath(const LoadPoint& loadpoint, const std::string& path) {
+  const std::string& directory = loadpoint.directory.Path();
+  const fs::path there = fs::path(path).lexically_normal();
+  const fs::path below = there.lexically_relative(AbsolutePath(directory));
+  return below.empty() ? there.string() : (fs::path(directory) / below).lexically_normal().string();
 }
 
 std::unique_ptr<LoadPoint> ReadProcessLoadPoint(const std::string& directory, Files& files) {
@@ -158,10 +166,10 @@ void FindDuplicates(std::vector<std::unique_ptr<LoadPoint>>& loadpoints) {
     const auto same = std::find_if(loadpoints.begin(), stop, isSame);
     if (same == stop) continue;
     loadpoint.isDuplicate = true;
-    const std::string base = fs::path(loadpoint.path).lexically_normal().string();
-    Finding finding = Found(
-        Rule::kDuplicateLoadpoint, kBtkDuplicate, {&loadpoint.directory, {}},
-        fmt::format("the base folder {} is that of {} already", base, (*same)->directory.Path()));
+    Finding finding =
+        Found(Rule::kDuplicateLoadpoint, kBtkDuplicate, {&loadpoint.directory, {}},
+              fmt::format("same base folder as {}: {}", Quoted((*same)->directory.Path()),
+                          Quoted(ShownPath(loadpoint, loadpoint.path))));
     finding.related.push_back({{&(*same)->directory, {}}, "the other load point"});
     loadpoint.findings.push_back(std::move(finding));
   }

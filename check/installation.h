@@ -73,6 +73,8 @@ void FindDuplicates(std::vector<std::unique_ptr<LoadPoint>>& loadpoints);
 
 // Absolute, without "." and "..".
 std::string AbsolutePath(const std::string& path);
+// A path below the load point, or beside it, as people who named its directory would write it.
+std::string ShownPath(const LoadPoint& loadpoint, const std::string& path);
 
 }  // namespace tarnmf::check
 

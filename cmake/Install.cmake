@@ -21,3 +21,9 @@ file(RELATIVE_PATH TARNMF_PREFIX_FROM_PC
   ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/tarnmf.pc.in ${PROJECT_BINARY_DIR}/tarnmf.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/tarnmf.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+if(TARNMF_BUILD_TOOL)
+  # For editors: what documents name in <?xml-model?>.
+  install(FILES docs/schema/tarnmf-manifest.rng docs/schema/tarnmf-manifest.xsd
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/tarnmf)
+endif()

@@ -15,16 +15,20 @@ std::string ReadFile(const std::filesystem::path& file) {
   return text.str();
 }
 
-Outcome RunTool(const std::string& arguments) {
+Outcome RunCommand(const std::string& command) {
   const TempDirectory scratch;
   const std::string errors = (scratch.Path() / "errors").string();
-  FILE* pipe = popen((TARNMF_TOOL " " + arguments + " 2>" + errors).c_str(), "r");
+  FILE* pipe = popen(("{ " + command + "; } 2>" + errors).c_str(), "r");
   std::string out;
   char block[4096];
   while (const std::size_t bytes = std::fread(block, 1, sizeof block, pipe))
     out.append(block, bytes);
   const int status = pclose(pipe);
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, ReadFile(errors)};
+}
+
+Outcome RunTool(const std::string& arguments) {
+  return RunCommand(TARNMF_TOOL " " + arguments);
 }
 
 }  // namespace tarnmf::test

@@ -13,6 +13,9 @@ struct Outcome {
   std::string errors;
 };
 
+// What a command line of the shell comes to.
+Outcome RunCommand(const std::string& command);
+
 // `arguments` is what follows the tool's name on a command line of the shell.
 Outcome RunTool(const std::string& arguments);
 

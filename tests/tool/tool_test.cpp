@@ -17,6 +17,7 @@ using Json = nlohmann::ordered_json;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 constexpr char kClassId[] = "00000000-0000-0000-0000-0000000000c1";
 constexpr char kServiceId[] = "00000000-0000-0000-0000-0000000000e1";
@@ -55,11 +56,14 @@ TEST(Read, NamesTheFileThatFails) {
     Json code;
     std::string named;
   } rows[] = {
-      {good + " " + bad, 1, "bad.tmfx: code 1"},
-      {good + " " + directory.Path().string() + "/none.tmfx", 1, "none.tmfx: no such file; code 1"},
+      {good + " " + bad, 1, "bad.tmfx:1:28: error: <module> needs"},
+      {good + " " + directory.Path().string() + "/none.tmfx", 1,
+       "none.tmfx: the file cannot be read"},
       {directory.Write("v.tmfx", "<?xml version=\"1.  \"?>" + InRoot("")) + " " + bad, nullptr,
-       "v.tmfx: the XML library"},
+       "the XML library says"},
       {directory.Write("r.tmfx", InRoot("<module resolvepath=\"\"/>")), 34, "resolvepath"},
+      {directory.Write("w.tmfx", InRoot("<module id=\"m\" name=\"n\"/>") + "<"), 0,
+       "[not-well-formed]"},
   };
   for (const auto& row : rows) {
     const Outcome outcome = RunTool("read " + row.files);
@@ -78,6 +82,21 @@ TEST(Usage, IsChecked) {
                                 "find class x --version 99999"}) {
     EXPECT_EQ(RunTool(arguments).status, 2) << arguments;
   }
+  const struct {
+    const char* arguments;
+    const char* sentence;
+  } rows[] = {
+      {"scna", "\"scna\" is no command of \"tarnmf\"; did you mean \"scan\"?"},
+      {"find clas x", "\"clas\" is no command of \"tarnmf find\"; did you mean \"class\"?"},
+      {"list all", "\"all\" is no command of \"tarnmf list\"; there are: loadpoints, classes, "},
+      {"find class x --scoep=1",
+       "\"--scoep\" is no option of \"tarnmf find class\"; did you mean "
+       "\"--scope\"?"},
+      {"diff a b c", "\"c\" is one argument too many for \"tarnmf diff\""},
+      {"read", "\"tarnmf read\": FILE is required"},
+  };
+  for (const auto& row : rows)
+    EXPECT_THAT(RunTool(row.arguments).errors, StartsWith(std::string("tarnmf: ") + row.sentence));
   EXPECT_EQ(RunTool("--help").status, 0);
   EXPECT_EQ(RunTool("find class --help").status, 0);
   EXPECT_THAT(RunTool("--version").out, HasSubstr("1."));
@@ -113,7 +132,7 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   const Outcome twice =
       RunTool("scan" + scanned + " --add " + (root.Path() / "pack").string() + " --add /nowhere/x");
   EXPECT_EQ(twice.status, 1);
-  EXPECT_THAT(twice.errors, HasSubstr("filed already (code 261, duplicate"));
+  EXPECT_THAT(twice.errors, HasSubstr("[duplicate-loadpoint, 261]"));
   EXPECT_THAT(twice.errors, HasSubstr("/nowhere/x: there is no such directory"));
 
   const std::string text = RunTool("scan --all" + scanned).out;
@@ -126,7 +145,7 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
               HasSubstr("libover.so"));
   const Outcome missing = RunTool("find class render" + scanned);
   EXPECT_EQ(missing.status, 1);
-  EXPECT_THAT(missing.errors, HasSubstr("declared are: Render"));
+  EXPECT_THAT(missing.errors, HasSubstr("no class is called \"render\"; did you mean \"Render\"?"));
   const Outcome tooNew = RunTool("find class Render --version 3" + scanned);
   EXPECT_EQ(tooNew.status, 1);
   EXPECT_THAT(tooNew.errors,
@@ -136,7 +155,9 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
   EXPECT_EQ(Json::parse(RunTool(find + " --json --in " + (root.Path() / "pack/files").string())
                             .out)["service"]["version"],
             2);
-  EXPECT_EQ(RunTool("find service 00000000000000000000000000000000" + scanned).status, 1);
+  const Outcome noService = RunTool("find service 00000000-0000-0000-0000-0000000000e7" + scanned);
+  EXPECT_EQ(noService.status, 1);
+  EXPECT_THAT(noService.errors, HasSubstr(std::string("did you mean \"") + kServiceId));
   EXPECT_EQ(Json::parse(RunTool("list loadpoints --json" + scanned).out)["loadpoints"].size(), 2U);
   EXPECT_EQ(Json::parse(RunTool("list classes --json" + scanned).out)["classes"].size(), 2U);
   EXPECT_EQ(Json::parse(RunTool("list services --json" + scanned).out)["services"].size(), 2U);
@@ -144,40 +165,22 @@ TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
 
 TEST(Scan, SaysWhyAStepFailed) {
   const std::string module = "<module id=\"m\" name=\"n\"/>";
-  const std::string open = std::string("<class id=\"") + kClassId + "\" commonname=\"Render\"";
-  const std::string service = "<class affinity=\"service\" id=\"0000000000000000000000000000000";
-  const std::string client = "><clientside moduleref=\"m\"/></class>";
-  const std::string server =
-      "><serviceside moduleref=\"m\" svcid=\"" + std::string(kServiceId) + "\"/></class>";
   const struct {
     std::string manifest;
     std::string installed;
+    std::string place;
     std::string reason;
+    std::string outcome;
   } rows[] = {
-      {InRoot(module + "<module id=\"m\" name=\"o\"/>"), "",
-       "a.tmfx: module \"m\" is refused: a module with"},
-      {InRoot("<module id=\"m\" name=\"n\"><platformmodule machinetype=\"a\" name=\"x\"/>"
-              "<platformmodule machinetype=\"a\" name=\"y\"/></module>"),
-       "", "same machine type"},
-      {InRoot(open + "><clientside moduleref=\"gone\"/></class>"), "", "names module \"gone\""},
-      {InRoot(open + "/>"), "",
-       "a.tmfx: class \"Render\" (00000000-0000-0000-0000-0000000000c1) is refused: "
-       "it needs a clientside"},
-      {InRoot(module + open + client + open + client), "", "has the same id"},
-      {InRoot(module + open + client +
-              "<class id=\"00000000000000000000000000000002\" affinity=\"app\"><clientside "
-              "moduleref=\"m\"/></class>"),
-       "", "in a role that excludes this one"},
-      // The first class shares the module without harm; the second one does not.
-      {InRoot(module + open + client + service + "2\"" + client + service + "3\"" + server), "",
-       "its serviceside is module \"m\", which class 00000000-0000-0000-0000-000000000002 has as "
-       "its "
-       "clientside"},
-      // Two parts of one class complete each other, but not with one module for both sides.
-      {InRoot(module + service + "2\"" + client + service + "2\"" + server), "",
-       "which class 00000000-0000-0000-0000-000000000002 has as its clientside"},
-      {InRoot(module), "bits = 99999999999\n", ".installed cannot be used; code 432"},
-      {"<other/>", "", "a.tmfx: code 42"},
+      {InRoot(module + "<class id=\"" + kClassId + "\"><clientside moduleref=\"gone\"/></class>"),
+       "", "a.tmfx:1:", "no manifest here declares module \"gone\" [module-unknown, 42]",
+       "code 42"},
+      {InRoot(module), "bits = 99999999999\n", ".installed:1:8:", "[layout-syntax, 432]",
+       "code 432"},
+      {"<other/>", "", "a.tmfx:1:2:", "[element-unknown, 42]", "code 42"},
+      // The library reads what stands before the fault, and is content.
+      {"<tarnmanifest version=\"1\"><module id=\"m\" name=\"n\"/><", "",
+       "a.tmfx:1:", "[not-well-formed]", ""},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.reason);
@@ -189,15 +192,38 @@ TEST(Scan, SaysWhyAStepFailed) {
     const Outcome outcome = RunTool("scan --add " + (root.Path() / "pack/sub").string() +
                                     " --add " + (root.Path() / "good/sub").string());
     EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, StartsWith((root.Path() / "pack/sub/" / row.place).string()));
     EXPECT_THAT(outcome.errors, HasSubstr(row.reason));
-    EXPECT_THAT(outcome.out, HasSubstr("load points   2 (1 failed)"));
+    EXPECT_EQ(outcome.errors.find("refused with") == std::string::npos, row.outcome.empty());
+    EXPECT_THAT(outcome.errors, HasSubstr(row.outcome));
+    EXPECT_THAT(outcome.out, HasSubstr("1 failed)"));
+  }
+}
+
+TEST(Scan, FailsForDirectoriesThatCannotBeRead) {
+  const TempDirectory root;
+  const std::string good = root.Write("good/a.tmfx", InRoot("<module id=\"m\" name=\"n\"/>"));
+  const struct {
+    std::string arguments;
+    const char* problem;
+  } rows[] = {
+      {"--loadpoint /nowhere", "process load point /nowhere: there is no such directory"},
+      {"--add /nowhere", "installation /nowhere: there is no such directory"},
+      {"--add " + good, "a.tmfx: this is no directory"},
+  };
+  for (const auto& row : rows) {
+    for (const char* command : {"scan ", "list classes ", "find class x "}) {
+      const Outcome outcome = RunTool(command + row.arguments);
+      EXPECT_EQ(outcome.status, 1) << row.arguments;
+      EXPECT_THAT(outcome.errors, HasSubstr(row.problem));
+    }
   }
 }
 
 TEST(Scan, SkipsInstallationsWithoutAProcess) {
   const Outcome outcome = RunTool("scan none.tmfx --add somewhere --json");
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.errors, HasSubstr("none.tmfx: no such file"));
+  EXPECT_THAT(outcome.errors, HasSubstr("none.tmfx:1:1: error: the file cannot be read"));
   EXPECT_EQ(Json::parse(outcome.out)["skipped"], Json({"somewhere"}));
 }
 

@@ -3,14 +3,14 @@
 #include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <map>
+#include <set>
 #include <vector>
 
+#include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/record_json.h"
 #include "tools/tarnmf/scan_json.h"
 #include "tools/tarnmf/scan_report.h"
 #include "tools/tarnmf/scan_view.h"
-#include "tools/tarnmf/similar_names.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -30,7 +30,7 @@ std::string ScopeText(const UniIdT& scope) {
 
 // What was declared, for people whose class was not found.
 void ExplainMissingClass(const ScanSession& session, const std::string& name) {
-  std::map<std::string, std::string> names;
+  std::set<std::string> names;
   std::vector<std::string> places;
   const ScanView view(session);
   for (const StepView& stepView : view.Steps()) {
@@ -40,7 +40,7 @@ void ExplainMissingClass(const ScanSession& session, const std::string& name) {
     for (const MfIntfClassT* record : step.data->classes) {
       const std::string& why = (answer++)->why;
       if (record->commonname == nullptr) continue;
-      names.emplace(record->commonname, record->commonname);
+      names.insert(record->commonname);
       if (record->commonname != name) continue;
       places.push_back(fmt::format("  in {}, scope {}, service version {}{}", step.path,
                                    ScopeText(step.scope), record->svcVersion,
@@ -52,8 +52,8 @@ void ExplainMissingClass(const ScanSession& session, const std::string& name) {
                "tarnmf: no class \"{}\" for this scope, version and limit; declared are:\n{}\n",
                name, fmt::join(places, "\n"));
   } else {
-    fmt::print(stderr, "tarnmf: class \"{}\" not found; declared are: {}\n", name,
-               ClosestNames(name, names));
+    fmt::print(stderr, "tarnmf: no class is called \"{}\"{}\n", name,
+               NameHint(name, {names.begin(), names.end()}, "declared are"));
   }
 }
 
@@ -100,23 +100,30 @@ FoundService FindService(const ScanSession& session, const UniIdT& id, const std
 }
 
 void ExplainMissingService(const ScanSession& session, const FindServiceOptions& options) {
-  std::map<std::string, std::string> declared;
-  std::map<std::string, std::string> paths;
+  std::set<std::string> ids;
+  std::set<std::string> paths;
   for (const ScanStep& step : session.Steps()) {
     if (step.data == nullptr) continue;
-    if (!step.path.empty()) paths.emplace(LoadpointPath(step.path), LoadpointPath(step.path));
+    if (!step.path.empty()) paths.insert(LoadpointPath(step.path));
     for (const MfRunnableT* runnable : step.data->runnables) {
-      for (const MfServiceRoleT* role : runnable->services) {
-        const std::string id = IdText(role->id);
-        declared.emplace(fmt::format("{} in {}", id, step.path), id);
-      }
+      for (const MfServiceRoleT* role : runnable->services)
+        ids.insert(IdText(role->id));
     }
   }
-  fmt::print(stderr, "tarnmf: service {} not found{}; declared are: {}\n", options.id,
-             options.in.empty() ? "" : " in " + options.in, ClosestNames(options.id, declared));
-  if (options.in.empty() || paths.count(LoadpointPath(options.in)) > 0) return;
-  fmt::print(stderr, "tarnmf: no load point has the path {}; there are: {}\n", options.in,
-             ClosestNames(LoadpointPath(options.in), paths));
+  const bool isPlaceKnown = options.in.empty() || paths.count(LoadpointPath(options.in)) > 0;
+  if (!isPlaceKnown) {
+    fmt::print(stderr, "tarnmf: no load point has the path {}{}\n", options.in,
+               NameHint(LoadpointPath(options.in), {paths.begin(), paths.end()}, "there are"));
+    return;
+  }
+  const std::string id = IdText(ParseId(options.id));
+  if (ids.count(id) > 0) {
+    fmt::print(stderr, "tarnmf: service {} is not in {}, but in another load point\n", id,
+               options.in);
+  } else {
+    fmt::print(stderr, "tarnmf: no service has the id {}{}\n", id,
+               NameHint(id, {ids.begin(), ids.end()}, "declared are"));
+  }
 }
 
 }  // namespace

@@ -3,25 +3,27 @@
 #include <cstdio>
 #include <exception>
 #include <fmt/format.h>
-#include <functional>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
 
+#include "tools/tarnmf/action.h"
 #include "tools/tarnmf/check_command.h"
+#include "tools/tarnmf/diff_command.h"
 #include "tools/tarnmf/explain_command.h"
 #include "tools/tarnmf/find_command.h"
 #include "tools/tarnmf/list_command.h"
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
+#include "tools/tarnmf/schema_command.h"
+#include "tools/tarnmf/usage_error.h"
 
 namespace {
 
 constexpr int kFailure = 1;
 constexpr int kWrongUsage = 2;
 
-// What to do once the command line has been read.
-using ActionT = std::function<int()>;
+using tool::Action;
 
 void AddScanOptions(CLI::App& command, tool::ScanOptions& options) {
   command.add_option("--loadpoint", options.loadpoint, "load point of the process")
@@ -43,7 +45,7 @@ void AddScanOptions(CLI::App& command, tool::ScanOptions& options) {
                      "manifest files of the process; by default all *.tmfx of its load point");
 }
 
-void AddRead(CLI::App& app, tool::ReadOptions& options, ActionT& action) {
+void AddRead(CLI::App& app, tool::ReadOptions& options, Action& action) {
   CLI::App* const read =
       app.add_subcommand("read", "Read manifest files as one load point and print them as JSON");
   read->add_option("--loadpoint", options.loadpoint, "load point to lend to the records")
@@ -52,7 +54,7 @@ void AddRead(CLI::App& app, tool::ReadOptions& options, ActionT& action) {
   read->callback([&] { action = [&] { return tool::RunRead(options); }; });
 }
 
-void AddScan(CLI::App& app, tool::ScanReportOptions& options, ActionT& action) {
+void AddScan(CLI::App& app, tool::ScanReportOptions& options, Action& action) {
   CLI::App* const scan = app.add_subcommand(
       "scan", "Scan a process's load points and show what is read, registered and filed");
   AddScanOptions(*scan, options.scan);
@@ -61,7 +63,7 @@ void AddScan(CLI::App& app, tool::ScanReportOptions& options, ActionT& action) {
 }
 
 void AddFind(CLI::App& app, tool::FindClassOptions& classOptions,
-             tool::FindServiceOptions& serviceOptions, ActionT& action) {
+             tool::FindServiceOptions& serviceOptions, Action& action) {
   CLI::App* const find = app.add_subcommand("find", "Ask the repository of a scan one question");
   find->require_subcommand(1);
 
@@ -83,7 +85,7 @@ void AddFind(CLI::App& app, tool::FindClassOptions& classOptions,
   byService->callback([&] { action = [&] { return tool::RunFindService(serviceOptions); }; });
 }
 
-void AddList(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
+void AddList(CLI::App& app, tool::ScanOptions& options, Action& action) {
   CLI::App* const list = app.add_subcommand("list", "Show what the repository of a scan holds");
   list->require_subcommand(1);
   const std::pair<const char*, const char*> kinds[] = {
@@ -99,7 +101,7 @@ void AddList(CLI::App& app, tool::ScanOptions& options, ActionT& action) {
   }
 }
 
-void AddCheck(CLI::App& app, tool::CheckOptions& options, ActionT& action) {
+void AddCheck(CLI::App& app, tool::CheckOptions& options, Action& action) {
   CLI::App* const check = app.add_subcommand(
       "check", "Find the mistakes in manifests and layout files, all in one run");
   check->add_option("--loadpoint", options.loadpoint, "load point of the process")
@@ -131,7 +133,7 @@ void AddCheck(CLI::App& app, tool::CheckOptions& options, ActionT& action) {
   check->callback([&] { action = [&] { return tool::RunCheck(options); }; });
 }
 
-void AddExplain(CLI::App& app, tool::ExplainOptions& options, ActionT& action) {
+void AddExplain(CLI::App& app, tool::ExplainOptions& options, Action& action) {
   CLI::App* const explain = app.add_subcommand(
       "explain", "Explain a rule of check, a code of the library, an element or an attribute");
   CLI::Option* const subject =
@@ -159,13 +161,15 @@ int main(int argc, char** argv) {
   tool::ScanOptions list;
   tool::FindClassOptions findClass;
   tool::FindServiceOptions findService;
-  ActionT action;
+  Action action;
   AddCheck(app, check, action);
   AddExplain(app, explain, action);
   AddRead(app, read, action);
   AddScan(app, scan, action);
   AddFind(app, findClass, findService, action);
   AddList(app, list, action);
+  tool::AddDiff(app, action);
+  tool::AddSchema(app, action);
   try {
     app.parse(argc, argv);
     const int status = action();
@@ -173,7 +177,9 @@ int main(int argc, char** argv) {
     fmt::print(stderr, "tarnmf: the output cannot be written\n");
     return kFailure;
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : kWrongUsage;
+    if (error.get_exit_code() == 0) return app.exit(error);  // help, or the version
+    fmt::print(stderr, "tarnmf: {}\n", tool::UsageSentence(app, error));
+    return kWrongUsage;
   } catch (const std::invalid_argument& error) {
     fmt::print(stderr, "tarnmf: {}\n", error.what());
     return kWrongUsage;

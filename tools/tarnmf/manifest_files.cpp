@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 #include <exception>
-#include <filesystem>
-#include <fmt/format.h>
 #include <memory>
 #include <typeinfo>
 
@@ -62,18 +60,6 @@ LoadResult Load(const btkFSList& files, const btkWChar* loadpoint, MfLdpDataT& d
     result.exception = CurrentException();
   }
   return result;
-}
-
-std::optional<std::string> FirstBadFile(const std::vector<std::string>& files) {
-  for (const std::string& file : files) {
-    MfLdpDataT scratch;
-    const LoadResult result = Load(FileList({file}), nullptr, scratch);
-    if (!result.Failed()) continue;
-    std::error_code ignored;
-    const bool exists = std::filesystem::exists(file, ignored);
-    return fmt::format("{}: {}{}", file, exists ? "" : "no such file; ", result.InWords());
-  }
-  return std::nullopt;
 }
 
 std::string CurrentException() {

@@ -30,9 +30,6 @@ std::vector<std::string> ManifestsIn(const std::string& directory);
 // Loads the files in order as one load point. `loadpoint` has to outlive `data`.
 LoadResult Load(const btkFSList& files, const btkWChar* loadpoint, MfLdpDataT& data);
 
-// The first file that cannot be loaded by itself, and why; nothing when each of them can.
-std::optional<std::string> FirstBadFile(const std::vector<std::string>& files);
-
 // What the exception being handled says.
 std::string CurrentException();
 

@@ -1,12 +1,50 @@
 #include "tools/tarnmf/read_command.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <fmt/format.h>
+#include <iterator>
+#include <memory>
 
+#include "check/files.h"
+#include "check/verdict.h"
 #include "tools/tarnmf/manifest_files.h"
 #include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/report_text.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
+
+namespace {
+
+// The errors in files that were read one by one. What is wrong with them together is none of a
+// reader's business.
+bool PrintFailures(const std::vector<std::string>& paths, const LoadResult& result) {
+  tarnmf::check::DiskFiles files;
+  tarnmf::check::Verdict errors;
+  std::vector<std::string> unreadable;
+  for (const std::string& path : paths) {
+    const std::shared_ptr<const tarnmf::check::Manifest> manifest = files.ReadManifest(path);
+    if (manifest == nullptr) {
+      unreadable.push_back(path);
+      continue;
+    }
+    std::copy_if(manifest->findings.begin(), manifest->findings.end(),
+                 std::back_inserter(errors.findings), [](const tarnmf::check::Finding& finding) {
+                   return finding.severity == tarnmf::check::Severity::kError;
+                 });
+  }
+  std::fflush(stdout);
+  fmt::print(stderr, "{}", TextReport(errors, {}));
+  for (const std::string& path : unreadable)
+    fmt::print(stderr, "tarnmf: {}: the file cannot be read\n", path);
+  const bool isExplained = !errors.findings.empty() || !unreadable.empty();
+  if (result.Failed() && (!isExplained || result.exception))
+    fmt::print(stderr, "tarnmf: {}\n", result.InWords());
+  return isExplained || result.Failed();
+}
+
+}  // namespace
 
 int RunRead(const ReadOptions& options) {
   const WideString loadpoint = Widen(options.loadpoint);
@@ -18,10 +56,7 @@ int RunRead(const ReadOptions& options) {
   if (result.exception) output["exception"] = *result.exception;
   output["data"] = ToJson(data);
   fmt::print("{}", JsonText(output));
-  if (!result.Failed()) return 0;
-  const auto badFile = FirstBadFile(options.files);
-  fmt::print(stderr, "tarnmf: {}\n", badFile.value_or(result.InWords()));
-  return 1;
+  return PrintFailures(options.files, result) ? 1 : 0;
 }
 
 }  // namespace tool

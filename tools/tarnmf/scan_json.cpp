@@ -4,6 +4,7 @@
 
 #include "tarnmf/error_text.h"
 
+#include "tools/tarnmf/report_json.h"
 #include "tools/tarnmf/scan_summary.h"
 #include "tools/tarnmf/text.h"
 
@@ -133,8 +134,8 @@ Json StepJson(const StepView& view) {
                {"id", IdText(step.id)},
                {"scope", IdText(step.scope)}};
   json.update(ToJson(step.result));
-  json["reason"] = step.reason.empty() ? Json() : Json(step.reason);
   json["problem"] = step.problem.empty() ? Json() : Json(step.problem);
+  json["errors"] = JsonReport(step.errors);
   json["manifests"] = step.manifests;
   json["registered"] = RegisteredJson(step.registered);
   json["preloads"] =
@@ -146,12 +147,21 @@ Json StepJson(const StepView& view) {
   return json;
 }
 
-Json SummaryJson(const ScanSummary& sum) {
-  return {{"loadpoints", sum.loadpoints}, {"failed", sum.failed},
-          {"manifests", sum.manifests},   {"modules", sum.modules},
-          {"unresolved", sum.unresolved}, {"classes", sum.classes},
-          {"hidden", sum.hidden},         {"unhosted", sum.unhosted},
-          {"runnables", sum.runnables},   {"preloads", sum.preloads}};
+Json SummaryJson(const ScanSummary& sum, const tarnmf::check::Verdict& findings) {
+  using tarnmf::check::Severity;
+  return {{"loadpoints", sum.loadpoints},
+          {"failed", sum.failed},
+          {"manifests", sum.manifests},
+          {"modules", sum.modules},
+          {"unresolved", sum.unresolved},
+          {"classes", sum.classes},
+          {"hidden", sum.hidden},
+          {"unhosted", sum.unhosted},
+          {"runnables", sum.runnables},
+          {"preloads", sum.preloads},
+          {"errors", findings.Count(Severity::kError)},
+          {"warnings", findings.Count(Severity::kWarning)},
+          {"infos", findings.Count(Severity::kInfo)}};
 }
 
 }  // namespace
@@ -169,7 +179,7 @@ Json ToJson(const ScanView& view) {
   Json json = {{"code", failed != steps.end() ? ToJson(failed->result)["code"] : Json(0)}};
   json["steps"] = Array(view.Steps(), StepJson);
   json["skipped"] = view.Session().Skipped();
-  json["summary"] = SummaryJson(Summarize(view));
+  json["summary"] = SummaryJson(Summarize(view), view.Session().Findings().All());
   view.Session().Names().Show(json);
   return json;
 }

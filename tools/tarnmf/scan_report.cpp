@@ -5,6 +5,7 @@
 #include <fmt/ranges.h>
 #include <vector>
 
+#include "tools/tarnmf/report_text.h"
 #include "tools/tarnmf/scan_summary.h"
 
 namespace tool {
@@ -79,7 +80,8 @@ void PrintStep(const StepView& view, const NestedNames& names) {
   fmt::print("{}\n", StepName(step));
   if (!step.path.empty() && step.path != step.directory) fmt::print("  path {}\n", step.path);
   if (!btkUniIdIsNull(step.scope)) fmt::print("  scope {}\n", IdText(step.scope));
-  if (step.Failed()) fmt::print("  FAILED\n");
+  if (!step.problem.empty()) fmt::print("  FAILED: {}\n", step.problem);
+  if (step.result.Failed()) fmt::print("  FAILED: {}\n", FailureText(step));
   const ScanSummary count = Summarize(view);
   fmt::print("  {}", Things(count.manifests, "manifest", "manifests"));
   if (step.data == nullptr) {
@@ -119,15 +121,26 @@ void PrintSummary(const ScanView& view) {
              Odd(sum.unhosted, "without their host"));
   fmt::print("  runnables     {}\n", sum.runnables);
   fmt::print("  preloads      {}\n", sum.preloads);
+  const std::string findings = CountText(view.Session().Findings().All());
+  fmt::print("  findings      {}\n",
+             findings.empty() ? "none" : findings + "; tarnmf check shows them");
+}
+
+std::string FailureText(const ScanStep& step) {
+  // What is wrong has been told with its places, unless it lies outside of the files.
+  const bool isExplained = !step.errors.findings.empty() && !step.result.exception;
+  return isExplained ? fmt::format("refused with {}", CodeName(step.result.code))
+                     : step.result.InWords();
 }
 
 void PrintFailures(const ScanSession& session) {
   // Both streams may be one file or terminal.
   std::fflush(stdout);
   for (const ScanStep& step : session.Steps()) {
-    for (const std::string& line : {step.problem, step.reason}) {
-      if (!line.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), line);
-    }
+    fmt::print(stderr, "{}", TextReport(step.errors, {}));
+    if (!step.problem.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), step.problem);
+    if (step.result.Failed())
+      fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), FailureText(step));
   }
   for (const std::string& directory : session.Skipped())
     fmt::print(stderr, "tarnmf: installation {}: skipped, since the process failed\n", directory);

@@ -18,6 +18,8 @@ void PrintSummary(const ScanView& view);
 void PrintFailures(const ScanSession& session);
 
 std::string StepName(const ScanStep& step);
+// What the library has said to a step that it refused.
+std::string FailureText(const ScanStep& step);
 
 }  // namespace tool
 

@@ -8,7 +8,6 @@
 
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
-#include "tools/tarnmf/diagnosis.h"
 #include "tools/tarnmf/directory.h"
 
 namespace tool {
@@ -103,10 +102,11 @@ ScanSession::ScanSession(const ScanOptions& options) {
   ScanProcess(options);
   if (Repository() == nullptr) {
     skipped_ = options.add;
-    return;
+  } else {
+    for (const std::string& directory : options.add)
+      ScanInstallation(directory);
   }
-  for (const std::string& directory : options.add)
-    ScanInstallation(directory);
+  FindErrors(options);
 }
 
 bool ScanSession::Failed() const {
@@ -128,7 +128,6 @@ void ScanSession::ScanProcess(const ScanOptions& options) {
   step.result = Try([&] { return liMfRepository::Initialize(FileList(step.manifests), nullptr); });
   step.registered = watch.Added();
   FindData(step);
-  if (step.result.Failed()) step.reason = ExplainFailure(step);
 }
 
 void ScanSession::ScanInstallation(const std::string& directory) {
@@ -146,7 +145,24 @@ void ScanSession::ScanInstallation(const std::string& directory) {
     step.scope = installations[step.registered.installations.begin].scope;
     FindData(step);
   }
-  if (step.result.Failed()) step.reason = ExplainFailure(step);
+}
+
+void ScanSession::FindErrors(const ScanOptions& options) {
+  ScannedLoadPoints scanned;
+  if (steps_.front().problem.empty()) scanned.loadpoint = options.loadpoint;
+  scanned.files = options.files;
+  for (const ScanStep& step : steps_) {
+    if (!step.isProcess && step.problem.empty()) scanned.installations.push_back(step.directory);
+  }
+  findings_ = std::make_unique<const ScanFindings>(scanned);
+  std::size_t number = 0;
+  for (ScanStep& step : steps_) {
+    if (step.isProcess) {
+      step.errors = findings_->ErrorsOfProcess();
+    } else if (step.problem.empty()) {
+      step.errors = findings_->ErrorsOfInstallation(number++);
+    }
+  }
 }
 
 void ScanSession::FindData(ScanStep& step) {

@@ -3,6 +3,7 @@
 #define TOOLS_TARNMF_SCAN_SESSION_H
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,6 +12,7 @@
 
 #include "tools/tarnmf/manifest_files.h"
 #include "tools/tarnmf/nested_names.h"
+#include "tools/tarnmf/scan_findings.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -48,15 +50,15 @@ struct ScanStep {
   std::string directory;  // as given; may be empty for the process
   std::vector<std::string> manifests;
   LoadResult result;
-  std::string reason;   // in words, after a failure
-  std::string problem;  // of the directory itself; the library takes such a one for empty
+  tarnmf::check::Verdict errors;  // what check finds in its files
+  std::string problem;            // of the directory itself; the library takes such a one for empty
   Registered registered;
   UniIdT id = {};
   UniIdT scope = {};
   std::string path;            // of the load point
   MfLdpDataT* data = nullptr;  // null: not filed
 
-  bool Failed() const { return result.Failed() || !problem.empty(); }
+  bool Failed() const { return result.Failed() || !problem.empty() || !errors.findings.empty(); }
 };
 
 class ScanSession {
@@ -71,15 +73,18 @@ class ScanSession {
   const std::vector<std::string>& Skipped() const { return skipped_; }
   bool Failed() const;
   const NestedNames& Names() const { return names_; }
+  const ScanFindings& Findings() const { return *findings_; }
 
  private:
   void ScanProcess(const ScanOptions& options);
   void ScanInstallation(const std::string& directory);
   void FindData(ScanStep& step);
+  void FindErrors(const ScanOptions& options);
 
   std::vector<ScanStep> steps_;
   std::vector<std::string> skipped_;
   NestedNames names_;
+  std::unique_ptr<const ScanFindings> findings_;
 };
 
 }  // namespace tool

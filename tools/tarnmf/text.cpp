@@ -17,9 +17,12 @@ WideString Widen(const std::string& narrow) {
   return btkFSPath(narrow.c_str()).WideText();
 }
 
+std::string CodeName(BtkErrorT code) {
+  return fmt::format("code {}, {}", static_cast<int>(code), tarnmf::DescribeError(code).name);
+}
+
 std::string CodeInWords(BtkErrorT code) {
-  const tarnmf::ErrorText text = tarnmf::DescribeError(code);
-  return fmt::format("code {}, {}: {}", static_cast<int>(code), text.name, text.sentence);
+  return fmt::format("{}: {}", CodeName(code), tarnmf::DescribeError(code).sentence);
 }
 
 std::string IdText(const UniIdT& id) {

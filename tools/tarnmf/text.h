@@ -20,6 +20,8 @@ inline std::string Narrow(const WideString& wide) {
 }
 WideString Widen(const std::string& narrow);
 
+// "code 42, unexpected".
+std::string CodeName(BtkErrorT code);
 // "code 42, unexpected: ...".
 std::string CodeInWords(BtkErrorT code);
 

@@ -1,0 +1,85 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "tests/support/documents.h"
+#include "tests/support/temp_directory.h"
+#include "tests/tool/run_tool.h"
+
+namespace tarnmf::test {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr char kHost[] = "00000000-0000-0000-0000-0000000000e1";
+
+// A class called Render below a host of the version, with a nested module that has no id.
+std::string Hosted(const std::string& classId, int version) {
+  return "<class id=\"0000000000000000000000000000000" + classId +
+         "\" affinity=\"service\" commonname=\"Render\"><serviceside svcid=\"" + kHost +
+         "\" xsid=\"" + kHost + "\"><module name=\"r\"/></serviceside></class>" +
+         "<runnable moduleref=\"m\"><service id=\"" + kHost + "\" commonname=\"Host\" version=\"" +
+         std::to_string(version) + "\"/></runnable>";
+}
+
+TEST(Diff, TellsEachChangeOnce) {
+  const TempDirectory root;
+  const std::string module = "<module id=\"m\" name=\"m\"/>";
+  const auto scan = [&](const std::string& name) {
+    const std::string file = (root.Path() / name).string();
+    const std::string at = (root.Path() / "pack").string();
+    RunTool("scan --json --loadpoint " + at + "/platform --add " + at + "/a/m --add " + at +
+            "/b/m > " + file);
+    return file;
+  };
+  root.Write("pack/platform/a.tmfx", InRoot(module));
+  root.Write("pack/a/m/a.tmfx",
+             InRoot(module + "<module id=\"gone\" name=\"g\"/>" + Hosted("1", 2)));
+  root.Write("pack/b/m/b.tmfx", InRoot(module + Hosted("2", 1)));
+  root.Write("pack/b/libr.so", "");
+  const std::string before = scan("before.json");
+  const Outcome same = RunTool("diff " + before + " " + scan("again.json"));
+  EXPECT_EQ(same.status, 0) << same.errors;
+  EXPECT_EQ(same.out, "");
+
+  root.Write("pack/a/m/a.tmfx", InRoot(module + "<module id=\"new\" name=\"n\"/>" +
+                                       "<runnable moduleref=\"m\"><app nameid=\"start\"/>"
+                                       "</runnable>"));
+  root.Write("pack/b/linux-x64/libr.so", "");
+  const std::string after = scan("after.json");
+  const std::string pack = (root.Path() / "pack").string();
+  const std::string first = "00000000-0000-0000-0000-000000000001";
+  const std::string second = "00000000-0000-0000-0000-000000000002";
+  const Outcome changed = RunTool("diff " + before + " " + after);
+  EXPECT_EQ(changed.status, 1);
+  EXPECT_EQ(changed.out,
+            "load point " + pack + "/a: changed in registered\n" +  // the interface reference
+                "module gone in " + pack + "/a: removed\n" +        //
+                "module new in " + pack + "/a: added\n" +           //
+                "module service side of " + first + " in " + pack + "/a: removed\n" +
+                "module service side of " + second + " in " + pack + "/b: resolves to " + pack +
+                "/b/linux-x64/libr.so, before to " + pack + "/b/libr.so\n" + "class \"Render\" (" +
+                first + ") in " + pack + "/a: removed\n" + "service \"Host\" (" + kHost + ") in " +
+                pack + "/a: removed\n" + "runnable " + "000000000000000000000000000000e1 in " +
+                pack + "/a: removed\n" + "runnable start in " + pack + "/a: added\n" +
+                "class \"Render\" for callers without a scope: answered by " + second + " in " +
+                pack + "/b, service version 1, before by " + first + " in " + pack +
+                "/a, service version 2\n");
+  const auto json = nlohmann::json::parse(RunTool("diff --json " + before + " " + after).out);
+  EXPECT_EQ(json["differences"].size(), 10U);
+  EXPECT_EQ(json["differences"][9]["after"]["loadpoint"], pack + "/b");
+}
+
+TEST(Diff, RefusesWhatIsNoScan) {
+  const TempDirectory root;
+  for (const char* text : {"", "{", "[]", "{\"steps\": 1}", "{\"steps\": [{\"loadpoint\": 1}]}"}) {
+    const std::string file = root.Write("x.json", text);
+    const Outcome outcome = RunTool("diff " + file + " " + file);
+    EXPECT_EQ(outcome.status, 2) << text;
+    EXPECT_THAT(outcome.errors, HasSubstr("x.json: "));
+  }
+  EXPECT_EQ(RunTool("diff /nowhere/a /nowhere/b").status, 2);
+}
+
+}  // namespace
+}  // namespace tarnmf::test

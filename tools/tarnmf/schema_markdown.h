@@ -1,0 +1,14 @@
+// The grammar as tables for the documentation.
+#ifndef TOOLS_TARNMF_SCHEMA_MARKDOWN_H
+#define TOOLS_TARNMF_SCHEMA_MARKDOWN_H
+
+#include <string>
+
+namespace tool {
+
+// One part for each element, with a heading.
+std::string MarkdownSchema();
+
+}  // namespace tool
+
+#endif  // TOOLS_TARNMF_SCHEMA_MARKDOWN_H
