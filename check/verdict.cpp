@@ -76,8 +76,8 @@ class Judgement {
     }
     for (const auto& manifest : loadpoint.manifests) {
       if (!isAsked(manifest->source)) continue;
-      const bool isEditable = manifest->source.IsUtf8() && manifest->isWellFormed &&
-                              manifest->document.doctype.Size() == 0;
+      const bool isEditable = manifest->source.IsUtf8() && manifest->source.Encoding() == "UTF-8" &&
+                              manifest->isWellFormed && manifest->document.doctype.Size() == 0;
       Allow(AllowancesOf(*manifest), manifest->isWellFormed ? judged : Judged::kNotToItsEnd,
             isEditable);
     }
