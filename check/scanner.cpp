@@ -228,7 +228,8 @@ class Scanner {
     if (quote != '"' && quote != '\'') return ReadBareValue();
     const std::size_t begin = ++pos_;
     const std::size_t closing = std::min(text_.find(quote, begin), text_.size());
-    const std::size_t markup = std::min(text_.find('<', begin), closing);
+    const std::string_view value = text_.substr(begin, closing - begin);
+    const std::size_t markup = begin + std::min(value.find('<'), value.size());
     if (closing < text_.size() && (markup == closing || EndsValue(begin, closing))) {
       pos_ = closing + 1;
       return {begin, closing};
