@@ -57,7 +57,8 @@ void CheckUnknown(Inspection& inspection, const ElementAtHand& element,
   if (attribute.isDefault) return;
   for (const std::string_view meant : unknown.meant.Best()) {
     finding.suggestions.push_back(Replace(attribute.name, name, std::string(meant)));
-    finding.suggestions.back().safe = unknown.meant.IsCertain();
+    finding.suggestions.back().safe =
+        unknown.meant.IsCertain() && element.given.TimesMeant(meant) == 1;
   }
   if (!finding.suggestions.empty()) return;
   finding.suggestions.push_back(RemoveAttribute(inspection, attribute));
@@ -116,7 +117,7 @@ bool IsRequired(const AttributeT& attribute, const ElementAtHand& element) {
   if (&element.described != &grammar::kModule || std::string_view(attribute.name) != "id") {
     return true;
   }
-  const grammar::ElementT* const parent = element.around.parent;
+  const grammar::ElementT* const parent = element.place.parent;
   return parent != nullptr && parent->content != grammar::Content::kSide;
 }
 

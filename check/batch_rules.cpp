@@ -224,7 +224,7 @@ void BatchCheck::CheckRunnables() {
             Found(Rule::kRunnableModuleUnknown, kBtkOk, {&manifest->source, reference->span},
                   fmt::format("the runnable can never start: no manifest here declares "
                               "module {}",
-                              reference->text)),
+                              Quoted(reference->text))),
             *manifest, *reference, false);
       }
       for (const ServiceDeclaration& service : runnable.services) {

@@ -55,9 +55,18 @@ void ReportTwice(Inspection& inspection, NodeId first, NodeId second, std::strin
 
 // ---- What a side needs -------------------------------------------------------------------------
 
-void ReportIncomplete(Inspection& inspection, NodeId side, std::string_view needed) {
-  inspection.Report(Rule::kSideIncomplete, kBtkMissing, inspection[side].name,
-                    fmt::format("{} needs {}", inspection.Tag(side), needed));
+Finding& ReportIncomplete(Inspection& inspection, NodeId side, std::string_view needed) {
+  return inspection.Report(Rule::kSideIncomplete, kBtkMissing, inspection[side].name,
+                           fmt::format("{} needs {}", inspection.Tag(side), needed));
+}
+
+void ReportUnserved(Inspection& inspection, const ClassAtHand& owner, NodeId side,
+                    std::string_view needed) {
+  const Attribute* const type = owner.element.given.Find("managedtype");
+  ReportIncomplete(inspection, side, needed)
+      .related.push_back(
+          inspection.RelatedTo(type != nullptr ? type->value : inspection[owner.element.node].name,
+                               "the side needs it because the class is no worker"));
 }
 
 // Whether the class is offered as a service of its own.
@@ -81,12 +90,12 @@ bool IsIncomplete(Inspection& inspection, const ClassAtHand& owner, const Elemen
   const State served = Served(owner, side.given);
   const bool hasHost = !side.given.IsAbsent("xsid");
   if (served == State::kAbsent && !hasHost) {
-    ReportIncomplete(inspection, side.node, "\"svcid\" or \"xsid\", for the class is no worker");
+    ReportUnserved(inspection, owner, side.node, "\"svcid\" or \"xsid\"");
     return true;
   }
   const bool hasModule = holdsSomething || (isEmpty && moduleref == State::kGiven);
   if (served == State::kAbsent && hasModule) {
-    ReportIncomplete(inspection, side.node, "\"svcid\" for its module, for the class is no worker");
+    ReportUnserved(inspection, owner, side.node, "\"svcid\" for its module");
     return true;
   }
   if (isEmpty && moduleref == State::kAbsent && !hasHost) {

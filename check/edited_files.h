@@ -31,6 +31,7 @@ class EditedFiles final : public Files {
   std::vector<std::string> NamesIn(const std::string& directory) override {
     return stored_.NamesIn(directory);
   }
+  bool AreOnDisk() const override { return edited_.empty() && stored_.AreOnDisk(); }
 
  private:
   struct EditedText {

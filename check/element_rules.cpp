@@ -13,7 +13,7 @@ using grammar::Content;
 using grammar::ElementT;
 
 void CheckElement(Inspection& inspection, NodeId node, const ElementT& described,
-                  const Surroundings& around);
+                  const ElementPlace& place);
 
 std::vector<std::string> TagsOf(std::span<const ElementT* const> elements) {
   std::vector<std::string> tags;
@@ -159,7 +159,7 @@ void CheckRoleParts(Inspection& inspection, const ElementAtHand& element) {
 void CheckContent(Inspection& inspection, const ElementAtHand& element) {
   inspection.ForEachChild(element.node, [&](NodeId child) {
     if (inspection[child].kind == NodeKind::kElement) {
-      CheckChild(inspection, child, element.described, element.around.areInPlace);
+      CheckChild(inspection, child, element.described, element.place.isInPlace);
     } else {
       CheckBetween(inspection, element, child);
     }
@@ -167,8 +167,8 @@ void CheckContent(Inspection& inspection, const ElementAtHand& element) {
 }
 
 void CheckElement(Inspection& inspection, NodeId node, const ElementT& described,
-                  const Surroundings& around) {
-  const ElementAtHand element = {node, described, around, inspection.Given(node, described)};
+                  const ElementPlace& place) {
+  const ElementAtHand element = {node, described, place, inspection.Given(node, described)};
   CheckAttributes(inspection, element);
   switch (described.content) {
     case Content::kArgument:

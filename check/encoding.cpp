@@ -193,9 +193,18 @@ void AppendConverted(std::string_view bytes, std::string_view upperName, Convert
   }
 }
 
+// The XML library goes by letters and digits alone where it does not know a name.
+std::string KnownName(std::string upperName) {
+  if (!Converter(upperName).IsKnown())
+    upperName.erase(std::remove_if(upperName.begin(), upperName.end(),
+                                   [](char c) { return !IsDigit(c) && !BeginsName(c); }),
+                    upperName.end());
+  return upperName == "UTF8" ? "UTF-8" : upperName;
+}
+
 // False: nobody knows the encoding.
 bool AppendDecoded(std::string_view bytes, const std::string& upperName, Decoding& out) {
-  if (upperName == "UTF-8" || upperName == "UTF8") {
+  if (upperName == "UTF-8") {
     AppendUtf8(bytes, out);
   } else if (upperName == "UTF-16LE" || upperName == "UTF-16BE") {
     AppendUtf16({bytes, upperName.ends_with("BE")}, out);
@@ -218,6 +227,12 @@ std::size_t SkipBlanks(std::string_view text, std::size_t at) {
 // Far more than any declaration needs, and little to decode.
 constexpr std::size_t kDeclarationBytes = 1024;
 
+bool IsEncodingName(std::string_view name) {
+  return BeginsName(name[0]) && std::all_of(name.begin(), name.end(), [](char c) {
+           return IsOfName(c) && c != ':' && static_cast<unsigned char>(c) < 0x80U;
+         });
+}
+
 // Does `encoding` read the beginning of the bytes as the XML declaration that was sensed there?
 bool ReadsDeclaration(std::string_view bytes, const std::string& encoding) {
   Decoding begin;
@@ -235,7 +250,7 @@ void DecodeAs(const std::string& encoding, std::string_view bytes, DecodedText& 
 }  // namespace
 
 Span DeclaredValue(std::string_view text, std::string_view name) {
-  if (!text.starts_with("<?xml")) return {};
+  if (!text.starts_with("<?xml") || text.find_first_of(kBlanks, 5) != 5) return {};
   text = text.substr(0, text.find("?>"));
   std::size_t at = text.find(name);
   if (at == std::string_view::npos) return {};
@@ -247,6 +262,26 @@ Span DeclaredValue(std::string_view text, std::string_view name) {
   if (end == std::string_view::npos) return {};
   return {at + 1, end};
 }
+
+namespace {
+
+constexpr std::string_view kMark = "\xEF\xBB\xBF"sv;
+
+// What the XML library does not take for the beginning of a document, though others do.
+void CheckBegin(std::string_view bytes, DecodedText& result) {
+  constexpr std::string_view kUnmarked[] = {"<\0"sv, "\0<"sv, "\0\0\0<"sv};
+  const bool isUnmarked = result.encoding == "UTF-8" &&
+                          std::any_of(std::begin(kUnmarked), std::end(kUnmarked),
+                                      [&](auto begin) { return bytes.starts_with(begin); });
+  if (isUnmarked) {
+    result.fault =
+        DecodingFault{{0, 1}, "UTF-16 is read only with a byte order mark or an XML declaration"};
+  } else if (result.markSize > 0 && result.text.starts_with(kMark)) {
+    result.fault = DecodingFault{{0, kMark.size()}, "a second byte order mark"};
+  }
+}
+
+}  // namespace
 
 DecodedText Decode(std::string_view bytes) {
   DecodedText result;
@@ -260,22 +295,26 @@ DecodedText Decode(std::string_view bytes) {
   const std::string declared = begin.text.substr(place.begin, place.Size());
   std::string upperName = declared;
   std::transform(upperName.begin(), upperName.end(), upperName.begin(), ToUpper);
+  if (!IsGeneric(upperName)) upperName = KnownName(upperName);
 
   result.encoding = sensed.name;
   if (upperName.empty() || IsGeneric(upperName)) {
     DecodeAs(sensed.name, bytes, result);
     if (IsEbcdic(sensed))
       result.fault = DecodingFault{{0, 5}, "an EBCDIC file must declare its encoding"};
+  } else if (!IsEncodingName(declared)) {
+    DecodeAs(sensed.name, bytes, result);
+    result.fault = DecodingFault{place, fmt::format(R"("{}" is no name of an encoding)", declared)};
   } else if (Converter(upperName).IsKnown() && !ReadsDeclaration(bytes, upperName)) {
     DecodeAs(sensed.name, bytes, result);
     result.fault =
         DecodingFault{place, fmt::format(R"("{}" is declared, but the file is written in {})",
                                          declared, IsEbcdic(sensed) ? "EBCDIC" : sensed.name)};
   } else {
-    result.encoding = upperName == "UTF8" ? "UTF-8" : declared;
-    if (upperName == "UTF-8") result.encoding = upperName;
+    result.encoding = upperName == "UTF-8" ? upperName : declared;
     DecodeAs(upperName, bytes, result);
   }
+  CheckBegin(bytes, result);
   return result;
 }
 

@@ -41,6 +41,10 @@ bool IsWritten(const Manifest& manifest, const TextValue& value) {
   return manifest.source.Text(value.span) == value.text;
 }
 
+std::string NameOf(const ModuleDeclaration& module) {
+  return module.id ? "module " + Quoted(module.id->text) : "the nested module";
+}
+
 class FileCheck {
  public:
   FileCheck(const LoadPoint& loadpoint, Files& files, std::vector<Finding>& findings)
@@ -199,28 +203,26 @@ std::string FileCheck::Shown(const std::string& path) const {
 
 // `own` is the search for the module's own file after that for this machine's.
 void FileCheck::TellMissing(const Module& module, const Search& search, const Search* own) {
-  const ImplementationDeclaration& implementation = *search.implementation;
-  const std::string name = Quoted(module.declaration.id ? module.declaration.id->text : "");
-  const bool isBare = own == nullptr && module.declaration.implementations.size() > 1;
+  const ModuleDeclaration& declared = module.declaration;
+  std::vector<std::string> tried = search.tried;
+  if (own != nullptr && own->file.empty())
+    tried.insert(tried.end(), own->tried.begin(), own->tried.end());
   std::string places;
-  for (const Search* each : {&search, own}) {
-    for (const std::string& file : each != nullptr ? each->tried : std::vector<std::string>())
-      places += (places.empty() ? "" : ", ") + Shown(file);
-    if (own == nullptr || !own->file.empty()) break;
-  }
-  if (isBare) {
-    findings_.push_back(
-        Found(Rule::kNoImplementation, kBtkOk,
-              module.At(module.manifest.document[module.declaration.node].name),
-              fmt::format("module {} has no implementation for machine type {}, and its own file "
-                          "is not there: looked for {}",
-                          name, Quoted(btkGetVexMachine()), places)));
-    return;
-  }
+  for (const std::string& file : tried)
+    places += (places.empty() ? "" : ", ") + Shown(file);
   Finding finding =
-      Found(Rule::kFileMissing, kBtkOk, module.At(implementation.name->span),
-            fmt::format("the file of module {} is not there: looked for {}", name, places));
+      Found(Rule::kFileMissing, kBtkOk, module.At(search.implementation->name->span),
+            fmt::format("the file of {} is not there: looked for {}", NameOf(declared), places));
   SuggestFile(finding, module, search);
+  // With a file of nearly that name it is one for this machine, which has another name.
+  const bool isForOthers = own == nullptr && declared.implementations.size() > 1;
+  if (isForOthers && finding.suggestions.empty()) {
+    finding = Found(Rule::kNoImplementation, kBtkOk,
+                    module.At(module.manifest.document[declared.node].name),
+                    fmt::format("{} has no implementation for machine type {}, and its own file is "
+                                "not there: looked for {}",
+                                NameOf(declared), Quoted(btkGetVexMachine()), places));
+  }
   findings_.push_back(std::move(finding));
 }
 

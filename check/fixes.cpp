@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "check/edited_files.h"
+#include "check/verdict.h"
 
 namespace tarnmf::check {
 namespace {
@@ -105,14 +106,14 @@ class Fixer {
 
  private:
   void Look() {
-    outcome_.report = Check(request_, files_);
-    outcome_.verdict = Judge(outcome_.report, settings_, levels_);
+    report_ = Check(request_, files_);
+    verdict_ = Judge(report_, settings_, levels_);
   }
 
   Changes SafeChanges() const {
     const std::unordered_set<const Source*> editable = Editable();
     Changes changes;
-    for (const Finding& finding : outcome_.verdict.findings) {
+    for (const Finding& finding : verdict_.findings) {
       const Source* const source = finding.place.source;
       const auto safe = std::find_if(finding.suggestions.begin(), finding.suggestions.end(),
                                      [](const Suggestion& suggestion) { return suggestion.safe; });
@@ -131,7 +132,7 @@ class Fixer {
     const auto add = [&](const Source& source) {
       if (source.IsUtf8() && !left_.contains(source.Path())) editable.insert(&source);
     };
-    for (const auto& loadpoint : outcome_.report.loadpoints) {
+    for (const auto& loadpoint : report_.loadpoints) {
       if (loadpoint->layout) add(loadpoint->layout->source);
       for (const auto& manifest : loadpoint->manifests) {
         if (manifest->isWellFormed && !HasDocumentType(manifest->document)) add(manifest->source);
@@ -141,7 +142,7 @@ class Fixer {
   }
 
   void Apply(Changes changes) {
-    const ErrorCounts before = ErrorsByFile(outcome_.verdict);
+    const ErrorCounts before = ErrorsByFile(verdict_);
     for (auto& [path, change] : changes) {
       FixedFile& fixed = fixed_[path];
       if (fixed.fixes == 0) fixed.before = change.source->Bytes();
@@ -157,7 +158,7 @@ class Fixer {
   // Returns whether a file was put back, so that the others have to be looked at again.
   bool PutBackGrown(Changes& changes, const ErrorCounts& before) {
     bool anyGrew = false;
-    for (const auto& [path, count] : ErrorsByFile(outcome_.verdict)) {
+    for (const auto& [path, count] : ErrorsByFile(verdict_)) {
       const auto old = before.find(path);
       if (count <= (old != before.end() ? old->second : 0) || changes.erase(path) == 0) continue;
       anyGrew = true;
@@ -175,6 +176,8 @@ class Fixer {
   const Levels& levels_;
   std::map<std::string, FixedFile> fixed_;
   std::set<std::string> left_;  // put back, and not tried again
+  Report report_;               // of the files as they are now
+  Verdict verdict_;
   FixOutcome outcome_;
 };
 

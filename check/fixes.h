@@ -9,7 +9,6 @@
 #include "check/check.h"
 #include "check/finding.h"
 #include "check/settings.h"
-#include "check/verdict.h"
 
 namespace tarnmf::check {
 
@@ -27,9 +26,7 @@ struct FixedFile {
 struct FixOutcome {
   std::vector<FixedFile> files;  // those that changed, by their paths
   std::vector<std::string>
-      putBack;    // those that had more errors afterwards, and so stay as they are
-  Report report;  // of the files as they are after it
-  Verdict verdict;
+      putBack;  // those that had more errors afterwards, and so stay as they are
 };
 
 // Fixes and checks again until there is nothing left to fix, four times at most. Files that are no

@@ -31,17 +31,25 @@ GivenAttributes::GivenAttributes(const Document& document, NodeId node,
     for (Unknown& unknown : unknown_)
       unknown.meant.Offer(candidate.name);
   }
+  for (const Unknown& unknown : unknown_) {
+    for (const std::string_view name : unknown.meant.Best())
+      ++meant_[IndexOf(name)];
+  }
 }
 
 // ---- What is there -----------------------------------------------------------------------------
 
-const GivenAttributes::Known* GivenAttributes::FindKnown(std::string_view name) const {
+std::size_t GivenAttributes::IndexOf(std::string_view name) const {
+  const auto& attributes = element_.attributes;
   const auto attribute =
-      std::find_if(element_.attributes.begin(), element_.attributes.end(),
+      std::find_if(attributes.begin(), attributes.end(),
                    [&](const grammar::AttributeT& candidate) { return candidate.name == name; });
-  assert(attribute != element_.attributes.end());
-  const std::size_t first =
-      first_[static_cast<std::size_t>(attribute - element_.attributes.begin())];
+  assert(attribute != attributes.end());
+  return static_cast<std::size_t>(attribute - attributes.begin());
+}
+
+const GivenAttributes::Known* GivenAttributes::FindKnown(std::string_view name) const {
+  const std::size_t first = first_[IndexOf(name)];
   return first != kNone ? &known_[first] : nullptr;
 }
 
@@ -50,16 +58,9 @@ const Attribute* GivenAttributes::Find(std::string_view name) const {
   return known != nullptr ? known->written : nullptr;
 }
 
-bool GivenAttributes::IsMeant(std::string_view name) const {
-  return std::any_of(unknown_.begin(), unknown_.end(), [&](const Unknown& unknown) {
-    const auto& best = unknown.meant.Best();
-    return std::find(best.begin(), best.end(), name) != best.end();
-  });
-}
-
 GivenAttributes::State GivenAttributes::StateOf(std::string_view name) const {
   if (FindKnown(name) != nullptr) return State::kGiven;
-  return mayHaveMore_ || IsMeant(name) ? State::kUncertain : State::kAbsent;
+  return mayHaveMore_ || TimesMeant(name) > 0 ? State::kUncertain : State::kAbsent;
 }
 
 GivenAttributes::State GivenAttributes::StateOfTerm(std::string_view term) const {

@@ -41,6 +41,9 @@ class GivenAttributes {
   const std::vector<Unknown>& AllUnknown() const { return unknown_; }
   bool IsEmpty() const { return known_.empty() && unknown_.empty() && !mayHaveMore_; }
 
+  // How many unknown ones this name is the closest of.
+  std::size_t TimesMeant(std::string_view name) const { return meant_[IndexOf(name)]; }
+
   // From now on what is absent is uncertain: a document type that nobody has read may give it.
   void AdmitMore() { mayHaveMore_ = true; }
 
@@ -64,14 +67,16 @@ class GivenAttributes {
  private:
   const Known* FindKnown(std::string_view name) const;
   const Known* FindReadable(std::string_view name) const;
-  bool IsMeant(std::string_view name) const;
+  std::size_t IndexOf(std::string_view name) const;
 
   static constexpr std::size_t kNone = SIZE_MAX;
   static constexpr std::size_t kMostAttributes = 16;  // that an element of the grammar has
 
   const grammar::ElementT& element_;
   std::vector<Known> known_;
-  std::array<std::size_t, kMostAttributes> first_;  // in known_, by attribute of the grammar
+  // By attribute of the grammar: where it stands in known_, and how often it may be meant.
+  std::array<std::size_t, kMostAttributes> first_;
+  std::array<std::size_t, kMostAttributes> meant_{};
   std::vector<Unknown> unknown_;
   bool mayHaveMore_ = false;
 };

@@ -17,8 +17,7 @@ Related Inspection::RelatedTo(Span span, std::string message) const {
 
 bool Inspection::IsTrusted(NodeId node) const {
   const Node& at = Doc()[node];
-  const Span judged = at.kind == NodeKind::kElement ? at.startTag : at.span;
-  return judged.end <= manifest_.trustedEnd;
+  return at.kind == NodeKind::kElement ? at.startTag.end <= manifest_.trustedEnd : IsWhole(node);
 }
 
 NodeId Inspection::FirstChild(NodeId node) const {

@@ -26,10 +26,12 @@ class Inspection {
   Finding& Report(Rule rule, BtkErrorT code, Span span, std::string message);
   Related RelatedTo(Span span, std::string message) const;
 
-  // Of an element, whether its start tag can be judged; of everything else, whether all of it can.
+  // Whether the node can be judged; of an element, its start tag.
   bool IsTrusted(NodeId node) const;
-  // Whether nothing is missing of the node.
-  bool IsWhole(NodeId node) const { return Doc()[node].span.end <= manifest_.trustedEnd; }
+  // Whether nothing is missing of the node. One that reaches up to the fault may break off there.
+  bool IsWhole(NodeId node) const {
+    return manifest_.isWellFormed || Doc()[node].span.end < manifest_.trustedEnd;
+  }
   // The first child; kNoNode also when it cannot be judged.
   NodeId FirstChild(NodeId node) const;
 
@@ -58,16 +60,16 @@ class Inspection {
   Manifest& manifest_;
 };
 
-struct Surroundings {
-  const grammar::ElementT* parent;  // null where the element itself has no place
-  bool areInPlace;                  // the element and all those around it
+struct ElementPlace {
+  const grammar::ElementT* parent;  // null where the element has no place
+  bool isInPlace;                   // the element has its place, and so have all those around it
 };
 
 // An element with its description.
 struct ElementAtHand {
   NodeId node;
   const grammar::ElementT& described;
-  Surroundings around;
+  ElementPlace place;
   GivenAttributes given;
 };
 

@@ -34,7 +34,7 @@ constexpr std::string_view kFollowing =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-";
 
 std::string AsciiName(char32_t c, std::size_t size, bool begins) {
-  std::string name(size, '-');
+  std::string name(size, '.');
   auto rest = static_cast<std::uint32_t>(c);
   for (std::size_t i = size - 1; i > 0; --i) {
     name[i] = kFollowing[rest % kFollowing.size()];
@@ -45,25 +45,28 @@ std::string AsciiName(char32_t c, std::size_t size, bool begins) {
 }
 
 // What stands for a character outside ASCII, of `size` bytes.
-std::string Substitute(char32_t c, std::string_view bytes) {
-  if (c == 0x85 || c == 0x2028) return std::string(bytes.size(), ' ');
-  if (c < 0xA0) return std::string(bytes.size(), '\x01');
+std::string Substitute(char32_t c, std::string_view bytes, XmlVersion version) {
+  const bool is11 = version == XmlVersion::k11;
+  if (is11 && (c == 0x85 || c == 0x2028)) return std::string(bytes.size(), ' ');
+  if (is11 && c < 0xA0) return std::string(bytes.size(), '\x01');
   if (IsIn(kNameBegins, c)) return AsciiName(c, bytes.size(), true);
   if (IsIn(kNameParts, c)) return AsciiName(c, bytes.size(), false);
   return std::string(bytes);
 }
 
-void ReplaceCharacters(std::string_view text, std::string& judged) {
+void ReplaceCharacters(std::string_view text, XmlVersion version, std::string& judged) {
   for (auto at = text.begin(); at != text.end();) {
     const auto begin = at;
     const char32_t c = utf8::unchecked::next(at);
-    if (c == 0x7F) {
+    if (c == 0x7F && version == XmlVersion::k11) {
       judged += '\x01';
     } else if (c < 0x80) {
       judged += *begin;
     } else {
-      judged += Substitute(c, text.substr(static_cast<std::size_t>(begin - text.begin()),
-                                          static_cast<std::size_t>(at - begin)));
+      judged += Substitute(c,
+                           text.substr(static_cast<std::size_t>(begin - text.begin()),
+                                       static_cast<std::size_t>(at - begin)),
+                           version);
     }
   }
 }
@@ -87,9 +90,9 @@ void ReplaceControlReferences(std::string& text) {
 
 std::string JudgedText(std::string_view text, XmlVersion version) {
   std::string judged;
-  if (version == XmlVersion::k10) return std::string(text);
   judged.reserve(text.size());
-  ReplaceCharacters(text, judged);
+  ReplaceCharacters(text, version, judged);
+  if (version == XmlVersion::k10) return judged;
   ReplaceControlReferences(judged);
   const Span number = DeclaredValue(judged, "version");
   if (number.Size() == 3) judged[number.end - 1] = '0';

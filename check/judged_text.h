@@ -9,10 +9,11 @@
 
 namespace tarnmf::check {
 
-// Of XML 1.1 a text of XML 1.0 that is well-formed exactly when `text` is, each thing at the place
-// where it was: line ends that only 1.1 knows are blanks, letters of names are ASCII ones, references
-// to control characters are references to tabs, and characters that have to be written as references
-// in 1.1 are none in 1.0 either. Of XML 1.0 the text itself.
+// A text of XML 1.0 that the judge takes as well-formed exactly when the XML library takes `text` so,
+// each thing at the place where it was. The judge knows fewer letters than the library: those of names
+// are ASCII ones. Of XML 1.1 also, line ends that only 1.1 knows are blanks, references to control
+// characters are references to tabs, and characters that have to be written as references in 1.1 are
+// none in 1.0 either.
 std::string JudgedText(std::string_view text, XmlVersion version);
 
 }  // namespace tarnmf::check

@@ -49,7 +49,9 @@ bool IsWord(char character) {
 std::string Told(std::string_view bytes) {
   std::string text;
   utf8::replace_invalid(bytes.begin(), bytes.end(), std::back_inserter(text), U'?');
-  return Quoted(text);
+  const std::string quoted = Quoted(text);
+  // A text in quotes needs none of ours.
+  return text.starts_with('"') ? quoted.substr(1, quoted.size() - 2) : quoted;
 }
 
 // Whether the platform can make a wide text of it.
@@ -92,6 +94,7 @@ class LayoutScan {
 
   struct Group {
     std::vector<Span> texts;  // without their quotes
+    Span last;                // what it ends with
     bool isSound = true;      // false: what follows is none of a group's
     Result fault;             // why it is not
   };
@@ -212,7 +215,9 @@ void LayoutScan::ReadLine() {
   const Result fault = ReadStatement();
   const std::size_t lineFeed = bytes_.find('\n', fault ? fault->span.begin : at_);
   at_ = lineFeed == std::string::npos ? bytes_.size() : lineFeed + 1;
-  if (lineFeed >= end_ && end_ < bytes_.size()) {
+  const bool reachesEnd = lineFeed >= end_ || (fault && fault->breaksOff);
+  const bool isRead = !fault || fault->code == kBtkMalformed;
+  if (reachesEnd && end_ < bytes_.size() && isRead) {
     const std::size_t stop = std::min(lineFeed, bytes_.size());
     Tell(Rule::kLayoutSyntax, kBtkMalformed, {begin, stop},
          fmt::format("the statement must end within a block of {} bytes of the file, and crosses "
@@ -223,8 +228,7 @@ void LayoutScan::ReadLine() {
   if (fault) Tell(Rule::kLayoutSyntax, fault->code, fault->span, fault->message);
   if (lineFeed != std::string::npos || (fault && fault->breaksOff)) return;
   const std::size_t stop = bytes_.size();
-  Tell(Rule::kLineNotEnded, kBtkMalformed, {begin, stop},
-       "the last line must end with a line feed");
+  Tell(Rule::kLineNotEnded, kBtkMalformed, {stop, stop}, "the last line must end with a line feed");
   text_.findings.back().suggestions.push_back(
       {"Add a line feed", true, {{PlaceOf({stop, stop}).span, "\n"}}});
 }
@@ -408,6 +412,7 @@ Result LayoutScan::ReadGroups() {
             {group.texts.begin(), group.texts.begin() + static_cast<std::ptrdiff_t>(used)})) {
       return fault;
     }
+    if (AtEnd()) return Expected("\"}\"", group.last);
   }
   return {};
 }
@@ -415,7 +420,8 @@ Result LayoutScan::ReadGroups() {
 // Stops at the end, in front of a "|" or after the last text that a group may have.
 LayoutScan::Group LayoutScan::ReadGroup() {
   Group group;
-  Span before{at_ - 1, at_};
+  Span& before = group.last;
+  before = {at_ - 1, at_};
   const auto stop = [&](Result fault) {
     group.fault = std::move(fault);
     return group;

@@ -229,7 +229,7 @@ class Scanner {
     const std::size_t begin = ++pos_;
     const std::size_t closing = std::min(text_.find(quote, begin), text_.size());
     const std::size_t markup = std::min(text_.find('<', begin), closing);
-    if (markup == closing && closing < text_.size()) {
+    if (closing < text_.size() && (markup == closing || EndsValue(begin, closing))) {
       pos_ = closing + 1;
       return {begin, closing};
     }
@@ -238,6 +238,14 @@ class Scanner {
     pos_ = begin + std::min(range.find_first_of(">\r\n"), range.size());
     if (At(pos_) == '>' && pos_ > begin && text_[pos_ - 1] == '/') --pos_;
     return {begin, pos_};
+  }
+
+  // Whether a value with a "<" in it is meant to reach to this quote.
+  bool EndsValue(std::size_t begin, std::size_t closing) const {
+    const bool isOneLine =
+        text_.substr(begin, closing - begin).find_first_of("\r\n") == std::string_view::npos;
+    const char next = At(closing + 1);
+    return isOneLine && (IsBlank(next) || next == '/' || next == '>');
   }
 
   Span ReadBareValue() {

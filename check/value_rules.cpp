@@ -111,43 +111,57 @@ const Synonym* SynonymOf(const std::string& text) {
   return synonym != std::end(kBooleanSynonyms) ? synonym : nullptr;
 }
 
-// `admitted` are the words that may stand here.
-void CheckWord(Inspection& inspection, const ValueAtHand& value, Rule rule,
-               const std::vector<std::string_view>& admitted) {
-  const std::string bare = Trimmed(value.text, kBlanks);
+// Reports a value that is none of the words, and suggests the ones that may have been meant.
+void ReportWord(Inspection& inspection, const ValueAtHand& value, Rule rule,
+                const std::vector<std::string_view>& admitted,
+                const std::vector<std::string_view>& meant, bool isCertain) {
   std::vector<std::string> shown;
-  CloseNames meant(bare);
-  bool isBlankOnly = false;
-  for (const std::string_view word : admitted) {
+  for (const std::string_view word : admitted)
     shown.push_back(Quoted(word));
-    meant.Offer(word);
-    isBlankOnly = isBlankOnly || Folded(bare) == Folded(word);
-  }
-  const Synonym* const synonym = rule == Rule::kBadBoolean ? SynonymOf(bare) : nullptr;
-  const std::vector<std::string_view> best =
-      synonym != nullptr ? std::vector<std::string_view>{synonym->meant} : meant.Best();
   Finding& finding = ReportValue(inspection, value, rule, kBtkMalformed,
-                                 "expected " + Listed(shown, "or") + DidYouMean(best, Quoted));
-  const bool isCertain =
-      synonym != nullptr ? synonym->isCertain : isBlankOnly || meant.IsOneStepAway();
-  for (const std::string_view word : best)
+                                 "expected " + Listed(shown, "or") + DidYouMean(meant, Quoted));
+  for (const std::string_view word : meant)
     Suggest(finding, value, std::string(word), isCertain);
 }
 
-std::vector<std::string_view> WordsOf(const grammar::Words& words) {
-  std::vector<std::string_view> texts;
-  for (const grammar::Word& word : words.list)
-    texts.push_back(word.text);
-  return texts;
+void CheckWord(Inspection& inspection, const ValueAtHand& value, Rule rule,
+               const std::vector<std::string_view>& admitted) {
+  CloseNames meant(Trimmed(value.text, kBlanks));
+  for (const std::string_view word : admitted)
+    meant.Offer(word);
+  ReportWord(inspection, value, rule, admitted, meant.Best(), meant.IsOneStepAway());
+}
+
+void CheckBoolean(Inspection& inspection, const ValueAtHand& value) {
+  std::vector<std::string_view> admitted;
+  for (const grammar::Word& word : grammar::kBooleanWords.list)
+    admitted.emplace_back(word.text);
+  if (const Synonym* const synonym = SynonymOf(Trimmed(value.text, kBlanks))) {
+    ReportWord(inspection, value, Rule::kBadBoolean, admitted, {synonym->meant},
+               synonym->isCertain);
+  } else {
+    CheckWord(inspection, value, Rule::kBadBoolean, admitted);
+  }
 }
 
 // Containers are services; no class is one.
+bool IsManagedTypeOfClass(const ElementAtHand& element, const AttributeT& attribute) {
+  return &element.described == &grammar::kClass && attribute.words == &grammar::kManagedTypeWords;
+}
+
+void CheckKeyword(Inspection& inspection, const ElementAtHand& element, const ValueAtHand& value) {
+  std::vector<std::string_view> admitted;
+  for (const grammar::Word& word : value.described.words->list) {
+    const bool isContainer = word.number == kMfContainer;
+    if (isContainer && IsManagedTypeOfClass(element, value.described)) continue;
+    admitted.emplace_back(word.text);
+  }
+  CheckWord(inspection, value, Rule::kBadKeyword, admitted);
+}
+
 void CheckManagedTypeOfClass(Inspection& inspection, const ElementAtHand& element,
                              const ValueAtHand& value) {
-  if (&element.described != &grammar::kClass ||
-      value.described.words != &grammar::kManagedTypeWords) {
-    return;
-  }
+  if (!IsManagedTypeOfClass(element, value.described)) return;
   if (ReadKeyword(value.text, grammar::kManagedTypeWords) != kMfContainer) return;
   ReportValue(inspection, value, Rule::kBadKeyword, kBtkForbidden,
               "only services are containers; expected \"generic\" or \"worker\"");
@@ -208,13 +222,14 @@ void CheckRefused(Inspection& inspection, const ValueAtHand& value) {
              Quoted(inspection.Text().Text(name))));
 }
 
-void CheckBadValue(Inspection& inspection, const ValueAtHand& value, BtkErrorT code) {
+void CheckBadValue(Inspection& inspection, const ElementAtHand& element, const ValueAtHand& value,
+                   BtkErrorT code) {
   switch (value.described.kind) {
     case ValueKind::kKeyword:
-      CheckWord(inspection, value, Rule::kBadKeyword, WordsOf(*value.described.words));
+      CheckKeyword(inspection, element, value);
       return;
     case ValueKind::kBoolean:
-      CheckWord(inspection, value, Rule::kBadBoolean, WordsOf(grammar::kBooleanWords));
+      CheckBoolean(inspection, value);
       return;
     case ValueKind::kUniqueId:
       CheckId(inspection, value);
@@ -241,7 +256,7 @@ void CheckValue(Inspection& inspection, const ElementAtHand& element,
   const bool isRefused = value.described.kind == ValueKind::kRefused;
   if (!value.written.isKnown && !isRefused) return;
   if (const BtkErrorT code = CodeOf(value.text, value.described)) {
-    CheckBadValue(inspection, value, code);
+    CheckBadValue(inspection, element, value, code);
     return;
   }
   switch (value.described.kind) {

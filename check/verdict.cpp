@@ -53,14 +53,25 @@ class Judgement {
     return parts_[entry->second];
   }
 
+  // Without its base folder, nothing is known about an installation's files.
+  static bool LacksBase(const LayoutFileText& layout) {
+    return std::any_of(layout.findings.begin(), layout.findings.end(),
+                       [](const Finding& finding) { return finding.rule == Rule::kBaseMissing; });
+  }
+
   void Allow(const LoadPoint& loadpoint) {
-    const bool isKnown = loadpoint.isComplete && loadpoint.role != LoadPoint::Role::kUnknown;
+    const bool isKnown = loadpoint.isComplete && loadpoint.role != LoadPoint::Role::kUnknown &&
+                         !(loadpoint.layout && LacksBase(*loadpoint.layout));
     const Judged judged = isKnown ? Judged::kEverything : Judged::kFileAlone;
-    if (loadpoint.layout) {
+    const auto isAsked = [&](const Source& source) {
+      return loadpoint.asked.empty() || loadpoint.asked.contains(source.Path());
+    };
+    if (loadpoint.layout && isAsked(loadpoint.layout->source)) {
       const LayoutFileText& layout = *loadpoint.layout;
       Allow(AllowancesOf(layout), layout.isRefused ? Judged::kNotToItsEnd : judged);
     }
     for (const auto& manifest : loadpoint.manifests) {
+      if (!isAsked(manifest->source)) continue;
       Allow(AllowancesOf(*manifest), manifest->isWellFormed ? judged : Judged::kNotToItsEnd);
     }
   }

@@ -20,6 +20,10 @@ std::unique_ptr<const Manifest> Read(const std::string& document) {
   return ReadManifest("test.tmfx", document);
 }
 
+std::string DocumentOf(const std::string& text) {
+  return test::DocumentOf(test::WithIds(text));
+}
+
 std::vector<FileCase> Cases(const char* file) {
   return test::ReadCaseFile(std::string(TARNMF_CASES) + "/" + file);
 }
@@ -44,7 +48,7 @@ std::string Marked(const Manifest& manifest, const std::vector<Finding>& finding
 
 TEST(ElementRules, FindWhatTheCasesSay) {
   for (const FileCase& one : Cases("elements.cases")) {
-    const std::string document = test::DocumentOf(one.input);
+    const std::string document = DocumentOf(one.input);
     std::string bare = document;
     std::erase(bare, '^');
     const auto manifest = Read(bare);
@@ -78,14 +82,15 @@ std::string Mended(const Manifest& manifest) {
 
 TEST(ElementRules, SuggestWhatTheCasesSay) {
   for (const FileCase& one : Cases("mended.cases")) {
-    EXPECT_EQ(Mended(*Read(test::DocumentOf(one.input))), test::DocumentOf(one.result)) << one.name;
+    EXPECT_EQ(Mended(*Read(DocumentOf(one.input))), DocumentOf(one.result)) << one.name;
   }
 }
 
 TEST(ElementRules, SayWhatTheCasesSay) {
   for (const FileCase& one : Cases("messages.cases")) {
+    const auto manifest = Read(DocumentOf(one.input));
     std::string messages;
-    for (const Finding& finding : Read(test::DocumentOf(one.input))->findings)
+    for (const Finding& finding : manifest->findings)
       messages += (messages.empty() ? "" : " / ") + finding.message;
     EXPECT_EQ(messages, test::WithIds(one.result)) << one.name;
   }
@@ -96,6 +101,8 @@ TEST(ElementRules, SayWhatTheCasesSay) {
 // Empty when what was found is what the library does.
 std::string Disagreement(const std::string& document, BtkErrorT code) {
   const auto manifest = Read(document);
+  // Nobody but the library can read it.
+  if (!manifest->source.IsDecoded()) return {};
   std::set<BtkErrorT> codes;
   for (const Finding& finding : manifest->findings) {
     if (finding.severity == Severity::kError) codes.insert(finding.code);
@@ -120,7 +127,9 @@ TEST(ElementRules, AgreeWithTheLibraryOnRandomDocuments) {
   test::RandomDocuments documents(1);
   std::map<BtkErrorT, int> met;
   for (int i = 0; i < 20000; ++i) {
-    const std::string document = documents.Next();
+    std::string document = documents.Next();
+    // Of one that breaks off, what comes before is judged.
+    if (i % 4 == 0) document.resize(document.size() * static_cast<std::size_t>(i % 97) / 97);
     const BtkErrorT code = LibraryCode(document);
     ++met[code];
     ASSERT_EQ(Disagreement(document, code), "") << "document " << i;
@@ -129,7 +138,7 @@ TEST(ElementRules, AgreeWithTheLibraryOnRandomDocuments) {
   for (const BtkErrorT code :
        {kBtkMissing, kBtkRefused, kBtkForbidden, kBtkUnexpected, kBtkOutOfRange, kBtkNotSharedLib,
         kBtkDuplicate, kBtkWrongVersion, kBtkMalformed}) {
-    EXPECT_GE(met[code], 10) << code;
+    EXPECT_GE(met[code], 3) << code;
   }
   EXPECT_GE(met[kBtkOk], 2000);
 }

@@ -65,6 +65,7 @@ std::string RandomDocuments::Id() {
 }
 
 std::string RandomDocuments::Value(const grammar::AttributeT& attribute) {
+  const std::string_view name = attribute.name;
   if (Err()) {
     return OneOf({"",
                   " ",
@@ -89,12 +90,14 @@ std::string RandomDocuments::Value(const grammar::AttributeT& attribute) {
   }
   switch (attribute.kind) {
     case ValueKind::kKeyword:
+      if (name == "affinity" && OneIn(2)) return "service";
       return attribute.words->list[Below(attribute.words->list.size())].text;
     case ValueKind::kBoolean:
       return hasEntity_ && OneIn(4) ? "&e;" : OneOf({"yes", "TRUE", "no", "false", "&#121;es"});
     case ValueKind::kDecimal:
     case ValueKind::kDecimal16:
-      return OneOf({"0", "7", " 12", "+3", "32767", "3rd"});
+      return Err() ? OneOf({"32768", "-1", "70000"})
+                   : OneOf({"0", "7", " 12", "+3", "32767", "3rd"});
     case ValueKind::kVersion:
       return OneOf({"1", "1", "1", " 1", "1.0"});
     case ValueKind::kAddressBits:
@@ -104,7 +107,8 @@ std::string RandomDocuments::Value(const grammar::AttributeT& attribute) {
     case ValueKind::kWordList:
       return OneOf({"a", "a;b", ";a;"});
     default:
-      return OneOf({"a", "b", "sharedLib", "a b", "&lt;", "\xc3\xa4"});
+      if (name == "type") return OneOf({"sharedLib", "SHAREDLIB", "sharedlib", "executable"});
+      return OneOf({"a", "b", "a b", "&lt;", "\xc3\xa4"});
   }
 }
 
@@ -116,13 +120,10 @@ void RandomDocuments::WriteAttribute(const std::string& name, const std::string&
 }
 
 void RandomDocuments::WriteAttributes(const ElementT& element) {
-  const std::size_t rarity = 2 + Below(4);
+  const std::size_t rarity = 1 + Below(5);
   for (const grammar::AttributeT& attribute : element.attributes) {
-    const bool isUsual = attribute.required || element.attributes.size() <= 2;
-    const bool isWanted = attribute.kind == ValueKind::kRefused ? Err()
-                          : attribute.kind == ValueKind::kVersion
-                              ? !Err()
-                              : OneIn(rarity) || (isUsual && !Err() && !OneIn(20));
+    const bool isRare = attribute.kind == ValueKind::kRefused;
+    const bool isWanted = isRare || attribute.required ? isRare == Err() : OneIn(rarity);
     if (isWanted) WriteAttribute(Name(attribute.name), Value(attribute));
     if (!Err()) continue;
     std::string upper = attribute.name;
@@ -166,7 +167,7 @@ void RandomDocuments::WriteContent(const ElementT& element, int depth) {
       return;
     case Content::kSide:
       // A side that names its module must be empty.
-      if (OneIn(text_.find("moduleref", text_.rfind('<')) != std::string::npos ? 20 : 2)) {
+      if (text_.find(" moduleref", text_.rfind('<')) == std::string::npos ? !OneIn(4) : Err()) {
         WriteChildren(element, depth);
       }
       return;

@@ -152,12 +152,6 @@ bool Store(const FixedFile& file) {
   }
 }
 
-void TellPutBack(const FixOutcome& outcome) {
-  for (const std::string& path : outcome.putBack) {
-    fmt::print(stderr, "tarnmf: {}: not fixed, since it would have more errors then\n", path);
-  }
-}
-
 }  // namespace
 
 int RunCheck(const CheckOptions& options) {
@@ -168,26 +162,25 @@ int RunCheck(const CheckOptions& options) {
   SettingsFinder finder(files);
   TakeLoadpoint(SettingsOf(request, finder, files), request, files);
 
-  if (options.fix) {
+  bool allStored = true;
+  if (options.fix || options.diff) {
     const FixOutcome outcome = Fix(request, files, finder, levels);
-    TellPutBack(outcome);
-    bool allStored = true;
-    for (const FixedFile& file : outcome.files)
-      allStored = Store(file) && allStored;
-    Print(outcome.verdict, options);
-    return allStored ? Status(outcome.verdict, options.strict) : 1;
+    for (const std::string& path : outcome.putBack)
+      fmt::print(stderr, "tarnmf: {}: not fixed, since it would have more errors then\n", path);
+    for (const FixedFile& file : outcome.files) {
+      if (options.fix) {
+        allStored = Store(file) && allStored;
+      } else {
+        fmt::print("{}", UnifiedDiff(file.path, file.before, file.after));
+      }
+    }
   }
-  const Report report = Check(request, files);
+  // Read anew, since files may have been fixed.
+  DiskFiles current;
+  const Report report = Check(request, current);
   const Verdict verdict = Judge(report, finder, levels);
-  if (options.diff) {
-    const FixOutcome outcome = Fix(request, files, finder, levels);
-    TellPutBack(outcome);
-    for (const FixedFile& file : outcome.files)
-      fmt::print("{}", UnifiedDiff(file.path, file.before, file.after));
-  } else {
-    Print(verdict, options);
-  }
-  return Status(verdict, options.strict);
+  if (!options.diff) Print(verdict, options);
+  return allStored ? Status(verdict, options.strict) : 1;
 }
 
 }  // namespace tool

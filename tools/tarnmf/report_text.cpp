@@ -21,9 +21,10 @@ constexpr std::string_view kBold = "\x1b[1m";
 constexpr std::string_view kGreen = "\x1b[32m";
 constexpr std::string_view kPlain = "\x1b[0m";
 
-// Bytes that are shown of a long line on either side of a place.
+// A line of more bytes is cut to these on either side of a place.
+constexpr std::size_t kLongLine = 200;
 constexpr std::size_t kBytesBefore = 80;
-constexpr std::size_t kBytesBehind = 120;
+constexpr std::size_t kBytesAfter = 120;
 
 bool Continues(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
@@ -63,9 +64,9 @@ std::size_t Characters(std::string_view printable) {
 struct Excerpt {
   std::string_view before;
   std::string_view marked;
-  std::string_view behind;
+  std::string_view after;
   bool isCutBefore = false;
-  bool isCutBehind = false;
+  bool isCutAfter = false;
 };
 
 Excerpt ExcerptOf(const Source& source, Span place) {
@@ -74,8 +75,10 @@ Excerpt ExcerptOf(const Source& source, Span place) {
   const std::size_t end = std::clamp(place.end, begin, line.end);
   const std::string& text = source.Text();
   Span shown = line;
-  if (begin - line.begin > kBytesBefore) shown.begin = begin - kBytesBefore;
-  if (line.end - begin > kBytesBehind) shown.end = begin + kBytesBehind;
+  if (line.Size() > kLongLine) {
+    if (begin - line.begin > kBytesBefore) shown.begin = begin - kBytesBefore;
+    if (line.end - begin > kBytesAfter) shown.end = begin + kBytesAfter;
+  }
   while (shown.begin < begin && Continues(text[shown.begin]))
     ++shown.begin;
   while (shown.end < line.end && shown.end > begin && Continues(text[shown.end]))
@@ -140,8 +143,8 @@ class TextWriter {
     const std::string before = Printable(excerpt.before);
     const std::string marked = Printable(excerpt.marked);
     const std::string_view cut = excerpt.isCutBefore ? "..." : "";
-    Append("  {}{}{}{}{}\n", cut, before, marked, Printable(excerpt.behind),
-           excerpt.isCutBehind ? "..." : "");
+    Append("  {}{}{}{}{}\n", cut, before, marked, Printable(excerpt.after),
+           excerpt.isCutAfter ? "..." : "");
     Append("  {:{}}{}{}{:^<{}}{}\n", "", cut.size(), Indent(before), color, "",
            std::max<std::size_t>(Characters(marked), 1), In(kPlain));
   }
