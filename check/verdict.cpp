@@ -33,9 +33,12 @@ class Judgement {
     for (const auto& loadpoint : report.loadpoints) {
       Open(loadpoint->directory, loadpoint->directory.Path());
       if (loadpoint->layout) Open(loadpoint->layout->source);
+      for (const auto& source : loadpoint->unreadable)
+        Open(*source);
       for (const auto& manifest : loadpoint->manifests)
         Open(manifest->source);
     }
+    isProcessKnown_ = IsProcessKnown(report);
     for (const Finding& finding : report.findings)
       Open(*finding.place.source).findings.push_back(finding);
     for (const auto& loadpoint : report.loadpoints)
@@ -56,6 +59,23 @@ class Judgement {
     return parts_[entry->second];
   }
 
+  static bool IsProcessKnown(const Report& report) {
+    bool hasProcess = false;
+    for (const auto& loadpoint : report.loadpoints) {
+      if (!loadpoint->isComplete) return false;
+      hasProcess = hasProcess || loadpoint->role == LoadPoint::Role::kProcess;
+    }
+    return hasProcess;
+  }
+
+  // Records that cannot be made out may be what others lack.
+  Judged HowFar(const LoadPoint& loadpoint) const {
+    const bool isPart = loadpoint.role != LoadPoint::Role::kUnknown && !loadpoint.isDuplicate;
+    if (!isPart || !loadpoint.isComplete) return Judged::kFileAlone;
+    if (loadpoint.layout && LacksBase(*loadpoint.layout)) return Judged::kFileAlone;
+    return isProcessKnown_ ? Judged::kProcess : Judged::kLoadPoint;
+  }
+
   // Without its base folder, nothing is known about an installation's files.
   static bool LacksBase(const LayoutFileText& layout) {
     return std::any_of(layout.findings.begin(), layout.findings.end(),
@@ -63,9 +83,7 @@ class Judgement {
   }
 
   void Allow(const LoadPoint& loadpoint) {
-    const bool isKnown = loadpoint.isComplete && loadpoint.role != LoadPoint::Role::kUnknown &&
-                         !(loadpoint.layout && LacksBase(*loadpoint.layout));
-    const Judged judged = isKnown ? Judged::kEverything : Judged::kFileAlone;
+    const Judged judged = HowFar(loadpoint);
     const auto isAsked = [&](const Source& source) {
       return loadpoint.asked.empty() || loadpoint.asked.contains(source.Path());
     };
@@ -158,6 +176,7 @@ class Judgement {
   const Levels& levels_;
   std::vector<Part> parts_;                               // in the order in which they are told
   std::unordered_map<std::string, std::size_t> numbers_;  // by path
+  bool isProcessKnown_ = false;
   Verdict verdict_;
 };
 
