@@ -24,13 +24,15 @@ void TellUnreadable(LoadPoint& loadpoint, const std::string& path) {
   loadpoint.findings.push_back(Found(Rule::kUnreadable, kBtkMissing,
                                      {loadpoint.unreadable.back().get(), {}},
                                      "the file cannot be read"));
-  loadpoint.isComplete = false;
+  loadpoint.knowsModules = false;
+  loadpoint.knowsServices = false;
 }
 
 void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, Files& files) {
   for (const std::string& path : paths) {
     if (std::shared_ptr<const Manifest> manifest = files.ReadManifest(path)) {
-      if (MayHideDeclarations(*manifest)) loadpoint.isComplete = false;
+      if (MayHideModules(*manifest)) loadpoint.knowsModules = false;
+      if (MayHideServices(*manifest)) loadpoint.knowsServices = false;
       loadpoint.manifests.push_back(std::move(manifest));
     } else {
       TellUnreadable(loadpoint, path);
@@ -143,7 +145,8 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
   }
   if (!others.empty()) {
     // No load point reads these by themselves. So nobody knows what would be read with them.
-    loadpoint->isComplete = false;
+    loadpoint->knowsModules = false;
+    loadpoint->knowsServices = false;
     manifests = std::move(others);
   }
   CheckBase(*loadpoint, files);

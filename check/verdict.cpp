@@ -60,7 +60,7 @@ class Judgement {
   }
 
   void Allow(const LoadPoint& loadpoint) {
-    const bool isKnown = loadpoint.isComplete && loadpoint.role != LoadPoint::Role::kUnknown &&
+    const bool isKnown = loadpoint.IsComplete() && loadpoint.role != LoadPoint::Role::kUnknown &&
                          !(loadpoint.layout && LacksBase(*loadpoint.layout));
     const Judged judged = isKnown ? Judged::kEverything : Judged::kFileAlone;
     const auto isAsked = [&](const Source& source) {
