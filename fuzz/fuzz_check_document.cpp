@@ -22,9 +22,9 @@ void RequireOrder(const Manifest& manifest) {
     Require(parent.content.begin <= node.span.begin && node.span.end <= parent.content.end);
     Require(node.next == kNoNode || nodes[node.next].span.begin >= node.span.end);
     for (const Attribute& each : manifest.document.AttributesOf(id)) {
-      Require(each.isDefault || (node.startTag.begin < each.name.begin &&
-                                 each.name.end <= each.value.begin &&
-                                 each.value.end <= node.startTag.end));
+      Require(each.isDefault ||
+              (node.startTag.begin < each.name.begin && each.name.end <= each.value.begin &&
+               each.value.end <= node.startTag.end));
     }
   }
 }
@@ -154,8 +154,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   RequireOrder(*manifest);
   RequireFindings(*manifest);
   const tarnmf::check::Document& document = manifest->document;
-  const bool isPlain = document.doctype.Size() == 0 &&
-                       document.version == tarnmf::check::XmlVersion::k10;
+  const bool isPlain =
+      document.doctype.Size() == 0 && document.version == tarnmf::check::XmlVersion::k10;
   if (!manifest->isWellFormed || !isPlain) return 0;
   const std::string& text = manifest->source.Text();
   const std::string expected = ExpatOutline().Of(text.substr(0, text.find('\0')));
