@@ -109,7 +109,7 @@ Fault InMarkup(const Surroundings& here, std::size_t less) {
   const Span doctype = here.LineFrom(less);
   if (here.IsAt(less, "<!DOCTYPE"))
     return {doctype, "a document has one document type declaration, before its root", {}};
-  const Span name = here.NameAt(less + 2);
+  const Span name = here.NameAt(std::min(less + 2, here.text.size()));
   std::string word(here.text.substr(name.begin, name.Size()));
   std::transform(word.begin(), word.end(), word.begin(), ToUpper);
   if (here.IsAt(less, "<!") && word == "DOCTYPE")
