@@ -197,7 +197,7 @@ void AppendConverted(std::string_view bytes, std::string_view upperName, Convert
 std::string KnownName(std::string upperName) {
   if (!Converter(upperName).IsKnown())
     upperName.erase(std::remove_if(upperName.begin(), upperName.end(),
-                                   [](char c) { return !IsDigit(c) && !BeginsName(c); }),
+                                   [](char c) { return !IsDigit(c) && (c < 'A' || c > 'Z'); }),
                     upperName.end());
   return upperName == "UTF8" ? "UTF-8" : upperName;
 }
