@@ -26,6 +26,7 @@ void TellUnreadable(LoadPoint& loadpoint, const std::string& path) {
                                      "the file cannot be read"));
   loadpoint.knowsModules = false;
   loadpoint.knowsServices = false;
+  loadpoint.isComplete = false;
 }
 
 void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, Files& files) {
@@ -33,6 +34,7 @@ void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, 
     if (std::shared_ptr<const Manifest> manifest = files.ReadManifest(path)) {
       if (MayHideModules(*manifest)) loadpoint.knowsModules = false;
       if (MayHideServices(*manifest)) loadpoint.knowsServices = false;
+      loadpoint.isComplete = loadpoint.knowsModules && loadpoint.knowsServices;
       loadpoint.manifests.push_back(std::move(manifest));
     } else {
       TellUnreadable(loadpoint, path);
@@ -147,6 +149,7 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
     // No load point reads these by themselves. So nobody knows what would be read with them.
     loadpoint->knowsModules = false;
     loadpoint->knowsServices = false;
+    loadpoint->isComplete = false;
     manifests = std::move(others);
   }
   CheckBase(*loadpoint, files);

@@ -54,7 +54,7 @@ struct LoadPoint {
   // Whether all of them were read, so that one that is not declared is nowhere.
   bool knowsModules = true;
   bool knowsServices = true;
-  bool IsComplete() const { return knowsModules && knowsServices; }
+  bool isComplete = true;  // both
   // The library refuses the load point because an earlier one has its path.
   bool isDuplicate = false;
   // The files that were asked for; empty: all of them. The others only say what is declared.

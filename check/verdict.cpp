@@ -83,13 +83,7 @@ class Judgement {
   }
 
   void Allow(const LoadPoint& loadpoint) {
-<<<<<<< HEAD
-    const bool isKnown = loadpoint.IsComplete() && loadpoint.role != LoadPoint::Role::kUnknown &&
-                         !(loadpoint.layout && LacksBase(*loadpoint.layout));
-    const Judged judged = isKnown ? Judged::kEverything : Judged::kFileAlone;
-=======
     const Judged judged = HowFar(loadpoint);
->>>>>>> rules
     const auto isAsked = [&](const Source& source) {
       return loadpoint.asked.empty() || loadpoint.asked.contains(source.Path());
     };
