@@ -1,6 +1,7 @@
 // The rules on what stands between the tags of an element.
 #include <algorithm>
 #include <fmt/format.h>
+#include <utility>
 
 #include "check/inspection.h"
 #include "check/suggestions.h"
@@ -61,42 +62,54 @@ std::string Escaped(std::string_view text) {
   return escaped;
 }
 
-// Nothing is suggested that leaves no text where one has to be.
-void SuggestText(const Inspection& inspection, const ElementAtHand& element, NodeId node,
+// An element that holds a text, and whether it does with everything else taken out of it.
+struct TextHolder {
+  const ElementAtHand& element;
+  bool isRightWithoutRest;
+};
+
+TextHolder Holder(const Inspection& inspection, const ElementAtHand& element) {
+  TextHolder holder = {element, element.described.content == Content::kArgument};
+  inspection.ForEachChild(element.node, [&](NodeId child) {
+    holder.isRightWithoutRest = holder.isRightWithoutRest || IsText(inspection, child);
+  });
+  return holder;
+}
+
+void SuggestText(const Inspection& inspection, const TextHolder& holder, NodeId node,
                  Finding& finding) {
   const Node& at = inspection[node];
+  const NodeId element = holder.element.node;
   const std::string_view inside = inspection.Text().Text(at.content);
-  bool hasText = false;
-  inspection.ForEachChild(element.node,
-                          [&](NodeId child) { hasText = hasText || IsText(inspection, child); });
   if (at.kind == NodeKind::kCData && !inside.empty()) {
     Suggestion text;
     text.title = "Write the CDATA section as text";
     text.edits.push_back({at.span, Escaped(inside)});
     finding.suggestions.push_back(Safe(std::move(text)));
-  } else if (at.kind == NodeKind::kComment &&
-             (hasText || element.described.content == Content::kArgument)) {
-    const std::size_t before = inspection[element.node].span.begin;
+  } else if (at.kind == NodeKind::kComment && holder.isRightWithoutRest) {
+    const std::size_t before = inspection[element].span.begin;
     Suggestion move;
-    move.title = "Move the comment before " + inspection.Tag(element.node);
+    move.title = "Move the comment before " + inspection.Tag(element);
     move.edits.push_back({{before, before}, std::string(inspection.Text().Text(at.span))});
     move.edits.push_back({at.span, ""});
     finding.suggestions.push_back(Safe(std::move(move)));
   }
 }
 
-void ReportOnlyText(Inspection& inspection, const ElementAtHand& element, NodeId node,
+void ReportOnlyText(Inspection& inspection, const TextHolder& holder, NodeId node,
                     std::string_view where) {
-  Finding& finding = inspection.Report(
-      Rule::kOnlyText, kBtkUnexpected, inspection[node].span,
-      fmt::format("{} {} {}: it holds nothing but text", KindShown(inspection, node), where,
-                  inspection.Tag(element.node)));
-  if (inspection.IsWhole(element.node)) SuggestText(inspection, element, node, finding);
+  const NodeId element = holder.element.node;
+  Finding& finding =
+      inspection.Report(Rule::kOnlyText, kBtkUnexpected, inspection[node].span,
+                        fmt::format("{} {} {}: it holds nothing but text",
+                                    KindShown(inspection, node), where, inspection.Tag(element)));
+  if (inspection.IsWhole(element)) SuggestText(inspection, holder, node, finding);
 }
 
 void CheckArgument(Inspection& inspection, const ElementAtHand& element) {
+  const TextHolder holder = Holder(inspection, element);
   inspection.ForEachChild(element.node, [&](NodeId child) {
-    if (!IsText(inspection, child)) ReportOnlyText(inspection, element, child, "in");
+    if (!IsText(inspection, child)) ReportOnlyText(inspection, holder, child, "in");
   });
 }
 
@@ -122,11 +135,14 @@ void CheckTextValue(Inspection& inspection, const ElementAtHand& element) {
                       inspection.Tag(element.node) + " needs a text");
     return;
   }
+  if (IsText(inspection, child)) {
+    CheckCut(inspection, child);
+    return;
+  }
+  const TextHolder holder = Holder(inspection, element);
   for (; child != kNoNode && inspection.IsTrusted(child) && !IsText(inspection, child);
        child = inspection[child].next)
-    ReportOnlyText(inspection, element, child, "first in");
-  const bool isFirst = child == inspection.FirstChild(element.node);
-  if (isFirst) CheckCut(inspection, child);
+    ReportOnlyText(inspection, holder, child, "first in");
 }
 
 // ---- Elements that hold nothing ----------------------------------------------------------------

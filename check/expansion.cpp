@@ -23,6 +23,11 @@ std::string_view NextReference(std::string_view text, std::size_t& at) {
 
 }  // namespace
 
+void Expansion::Measure::Add(const Measure& referred) {
+  size = std::min(kMost, size + referred.size);
+  depth = std::max(depth, referred.depth + 1);
+}
+
 Expansion::Expansion(const std::vector<Entity>& entities) {
   for (const Entity& entity : entities) {
     if (entity.isParameter || entity.isExternal) continue;
@@ -49,17 +54,17 @@ void Expansion::MeasureFrom(Measure& start) {
       measure.state = Measure::kDone;
       open.pop_back();
       if (open.empty()) return;
-      open.back()->size = std::min(kMost, open.back()->size + measure.size);
-      open.back()->depth = std::max(open.back()->depth, measure.depth + 1);
+      open.back()->Add(measure);
       continue;
     }
     const auto found = measures_.find(name);
     if (found == measures_.end() || found->second.state == Measure::kOpen) continue;
+    // What the entity is replaced by comes in place of the reference.
+    measure.size -= name.size() + 2;
     if (found->second.state == Measure::kNew) {
       open.push_back(&found->second);
     } else {
-      measure.size = std::min(kMost, measure.size + found->second.size);
-      measure.depth = std::max(measure.depth, found->second.depth + 1);
+      measure.Add(found->second);
     }
   }
 }

@@ -30,6 +30,8 @@ class Expansion {
     std::uint64_t size = 0;
     std::uint32_t depth = 1;
     enum { kNew, kOpen, kDone } state = kNew;
+
+    void Add(const Measure& referred);
   };
 
   void MeasureFrom(Measure& start);

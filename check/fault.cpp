@@ -19,15 +19,19 @@ bool IsXmlName(std::string_view name) {
          ToUpper(name[2]) == 'L';
 }
 
-constexpr const char* kUnclosedCData = "breaks off: this CDATA section is not closed";
-
 // ---- Where the text breaks off ------------------------------------------------------------------
+
+// A CDATA section that the text ends in; the judge has taken some of it already.
+std::optional<Fault> InCData(const Surroundings& here) {
+  const Node& last = here.document.nodes.back();
+  if (last.kind != NodeKind::kCData || last.content.end != here.text.size()) return std::nullopt;
+  return Fault{
+      {last.span.begin, last.content.begin}, "breaks off: this CDATA section is not closed", {}};
+}
 
 Fault BreaksOff(const Surroundings& here) {
   const Span end{here.text.size(), here.text.size()};
-  const Node& last = here.document.nodes.back();
-  if (last.kind == NodeKind::kCData && last.content.end == end.end)
-    return {{last.span.begin, last.content.begin}, kUnclosedCData, {}};
+  if (const auto fault = InCData(here)) return *fault;
   if (here.document.doctype.Size() > 0 && here.document.doctype.end == end.end)
     return {end, "breaks off within the document type declaration", {}};
   if (const Node* const open = here.OpenElement()) {
@@ -49,10 +53,10 @@ Fault Unfinished(const Surroundings& here) {
   };
   constexpr Beginning kBeginnings[] = {
       {"<!--", "breaks off: this comment is not closed"},
-      {"<![CDATA[", kUnclosedCData},
       {"<?", "breaks off: this instruction is not closed"},
       {"<!", "breaks off within a declaration"},
   };
+  if (const auto fault = InCData(here)) return *fault;
   if (here.offset == 0 && here.IsAt("<?xml"))
     return {{0, 5}, R"(the XML declaration lacks its "?>")", {}};
   for (const Beginning& each : kBeginnings) {

@@ -99,7 +99,9 @@ std::optional<std::string> Levels::Set(std::string_view rule, std::string_view l
 
 Settings ParseSettings(std::string path, std::string text) {
   Settings settings;
+  constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
   settings.path = std::move(path);
+  if (text.starts_with(kByteOrderMark)) text.erase(0, kByteOrderMark.size());
   SettingsReader(settings, std::move(text)).Read();
   return settings;
 }
@@ -107,7 +109,9 @@ Settings ParseSettings(std::string path, std::string text) {
 const Settings* SettingsFinder::For(const std::string& directory) {
   const std::filesystem::path path(directory);
   const std::filesystem::path here = std::filesystem::current_path();
-  return Find((here / path).lexically_normal(), path.is_relative() ? here : path.root_path());
+  std::filesystem::path folder = (here / path).lexically_normal();
+  if (!folder.has_filename()) folder = folder.parent_path();
+  return Find(folder, path.is_relative() ? here : path.root_path());
 }
 
 const Settings* SettingsFinder::Find(const std::filesystem::path& path,

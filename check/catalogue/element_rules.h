@@ -89,10 +89,10 @@ inline constexpr RuleT kElementRules[] = {
      "The element would change nothing, so the whole file is refused. Give one of the attributes "
      "or leave the element out.",
      R"(<module id="codecs" name="codecs">
-  <platformmodule machinetype="linux-arm64"/>
+  <platformmodule machinetype="linux-x64"/>
 </module>)",
      R"(<module id="codecs" name="codecs">
-  <platformmodule machinetype="linux-arm64" name="codecs-arm"/>
+  <platformmodule machinetype="linux-x64" name="codecs-sse"/>
 </module>)"},
 };
 

@@ -74,20 +74,29 @@ Json ToJson(const Suggestion& suggestion, const Source& source) {
           {"properties", {{"safe", suggestion.safe}}}};
 }
 
-// Makes fingerprints that stay when lines are put in before a finding: of the rule and the text of
-// its line, with a number for those that have both in common.
+// Makes fingerprints that stay when lines are put in before a finding: of the rule and what stands
+// around the place in its line, with a number for those that have both in common.
 class Fingerprints {
  public:
   std::string Of(const Finding& finding) {
     const Source& source = *finding.place.source;
     std::uint64_t hash = Mixed(kSeed, source.Path());
     hash = Mixed(hash, Describe(finding.rule).name);
-    hash = Mixed(hash, source.Text(source.Line(source.At(finding.place.span.begin).line)));
+    hash = Mixed(hash, source.Text(Around(source, finding.place.span.begin)));
     return fmt::format("{:016x}:{}", hash, ++counts_[hash]);
   }
 
  private:
   static constexpr std::uint64_t kSeed = 0xcbf29ce484222325U;  // FNV-1a
+
+  // Of a line without an end, a part is enough.
+  static Span Around(const Source& source, std::size_t place) {
+    constexpr std::size_t kMostBytes = 100;  // on either side
+    Span around = source.Line(source.At(place).line);
+    if (place - around.begin > kMostBytes) around.begin = place - kMostBytes;
+    if (around.end > place + kMostBytes) around.end = place + kMostBytes;
+    return around;
+  }
 
   static std::uint64_t Mixed(std::uint64_t hash, std::string_view text) {
     constexpr std::uint64_t kPrime = 0x100000001b3U;

@@ -1,0 +1,289 @@
+// How documents are read, in whatever encoding and however broken they are.
+#include <algorithm>
+#include <fmt/format.h>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <utf8.h>
+
+#include "check/manifest.h"
+#include "tests/support/case_file.h"
+
+namespace tarnmf::check {
+namespace {
+
+std::unique_ptr<const Manifest> Read(const std::string& bytes) {
+  auto manifest = std::make_unique<Manifest>(Source::OfManifest("test.tmfx", bytes));
+  ParseDocument(*manifest);
+  return manifest;
+}
+
+std::string PlaceText(const Source& source, Span span) {
+  const Position begin = source.At(span.begin);
+  const Position end = source.At(span.end);
+  return fmt::format("{}:{}-{}:{}", begin.line, begin.column, end.line, end.column);
+}
+
+// The nodes below one, as short as can be: <e a=value>…</e>, 'text', [CDATA], !comment, ?name, &name;
+std::string Outline(const Document& document, NodeId parent) {
+  std::string text;
+  for (const NodeId id : document.ChildrenOf(parent)) {
+    switch (document[id].kind) {
+      case NodeKind::kElement:
+        text += fmt::format("<{}", document.Name(id));
+        for (const Attribute& each : document.AttributesOf(id))
+          text += fmt::format(" {}={}{}", document.Name(each), each.text, each.isKnown ? "" : "?");
+        text += fmt::format(">{}</>", Outline(document, id));
+        break;
+      case NodeKind::kText:
+        text += fmt::format("'{}'", document.TextOf(id));
+        break;
+      case NodeKind::kCData:
+        text += fmt::format("[{}]", document.TextOf(id));
+        break;
+      case NodeKind::kComment:
+        text += fmt::format("!{}", document.source->Text(document[id].content));
+        break;
+      case NodeKind::kInstruction:
+        text += fmt::format("?{}", document.Name(id));
+        break;
+      case NodeKind::kEntity:
+        text += fmt::format("&{};", document.Name(id));
+        break;
+      case NodeKind::kDocument:
+        break;
+    }
+  }
+  return text;
+}
+
+std::string Outline(const Manifest& manifest) {
+  return Outline(manifest.document, kDocumentNode);
+}
+
+TEST(Document, FaultsAreToldWhereTheyAre) {
+  for (const test::FileCase& one :
+       test::ReadCaseFile(std::string(TARNMF_CASES) + "/faults.cases")) {
+    std::string bare = one.input;
+    std::erase(bare, '^');
+    const auto manifest = Read(bare);
+    const auto fault =
+        std::find_if(manifest->findings.begin(), manifest->findings.end(),
+                     [](const Finding& finding) { return finding.rule == Rule::kNotWellFormed; });
+    ASSERT_NE(fault, manifest->findings.end()) << one.name;
+    EXPECT_FALSE(manifest->isWellFormed) << one.name;
+    EXPECT_LE(manifest->trustedEnd, manifest->source.Text().size()) << one.name;
+    EXPECT_EQ(fault->message, one.result + "; the rest of this file is not judged") << one.name;
+    const std::size_t begin = one.input.find('^');
+    const std::size_t end = one.input.find('^', begin + 1);
+    const std::size_t mark = manifest->source.MarkSize();
+    EXPECT_EQ(fault->place.span.begin + mark, begin) << one.name;
+    if (manifest->source.IsUtf8()) {
+      EXPECT_EQ(fault->place.span.end + mark, end == std::string::npos ? begin : end - 1)
+          << one.name;
+    }
+  }
+}
+
+TEST(Document, PartsAreFound) {
+  constexpr struct {
+    const char* document;
+    const char* outline;
+  } kCases[] = {
+      {"<?xml version='1.0'?><!--c--><?p q?><a b = '1'\n c=\"&lt;&#x41;\t\"/>",
+       "!c?p<a b=1 c=<A ></>"},
+      {"<a>x &amp; y<![CDATA[<&\r\n]]>&#13;\r<!---->z</a>", "<a>'x & y'[<&\n]'\r\n'!'z'</>"},
+      {"<a:b:c \xC4\xB2.\xF0\x90\x80\x80='&#10;&#13;'/>",
+       "<a:b:c \xC4\xB2.\xF0\x90\x80\x80=\n\r></>"},
+      {"<?xml version='1.1'?><a b='&#1;\xC2\x85\r\xC2\x85\xE2\x80\xA8'\xC2\x85"
+       "c=''>\xC2\x85</a>",
+       "<a b=\x01    c=>'\n'</>"},
+      {"<!DOCTYPE a [<!ENTITY e '<b/>]>'><!-- ' ]> --><?p ]>?><!ATTLIST b d NMTOKEN ' 1 '>]>"
+       "<a f='&e2;'>&e;<b/></a>",
+       "<a f=?>&e;<b></></>"},
+      {"<!DOCTYPE a [<!ENTITY e 'x&amp;'><!ATTLIST b d NMTOKEN ' 1 ' e CDATA '&e;'>]>"
+       "<a f='&e;y'><b g='h'/><c/><b d=' 2 '/></a>",
+       "<a f=x&y><b g=h d=1 e=x&></><c></><b d=2 e=x&></></>"},
+      {"<a/>\n\0<b>", "<a></>'\n'"},
+      // Half-typed ones.
+      {"<a><b c='1' <d e=2 f/>x</a", "<a><b c=1><d e=2 f=></>'x'</></>"},
+      {"<a><b><c></b>y</x></a>z", "<a><b><c></></>'y'</>'z'"},
+      {"<a b=\"x>\n<c d=\"y\"/></a>", "<a b=x>'\n'<c d=y></></>"},
+      {"<a b=\"1 < 2\">&x< 1 &y;<?z", "<a b=1 < 2>'x''< 1 '&y;'<?z'</>"},
+      {"<", "'<'"},
+  };
+  for (const auto& one : kCases) {
+    // The one with a NUL in it is written with its size.
+    const std::string text = one.document == std::string_view("<a/>\n")
+                                 ? std::string("<a/>\n\0<b>", 9)
+                                 : std::string(one.document);
+    EXPECT_EQ(Outline(*Read(text)), one.outline) << text;
+  }
+}
+
+std::string Wide(const std::string& text, std::size_t width, bool isBigEndian) {
+  std::u16string units;
+  utf8::utf8to16(text.begin(), text.end(), std::back_inserter(units));
+  std::string bytes;
+  for (const char16_t unit : units) {
+    std::string one{static_cast<char>(unit & 0xFFU), static_cast<char>(unit >> 8U)};
+    one.resize(width);
+    if (isBigEndian) std::reverse(one.begin(), one.end());
+    bytes += one;
+  }
+  return bytes;
+}
+
+std::string Narrow(const std::string& text) {
+  std::string bytes;
+  for (auto at = text.begin(); at != text.end();)
+    bytes += static_cast<char>(utf8::unchecked::next(at));
+  return bytes;
+}
+
+// Where everything after the first line is, and what is found but for the encoding.
+std::string Places(const Manifest& manifest) {
+  std::string text;
+  for (const Node& node : manifest.document.nodes) {
+    if (manifest.source.At(node.span.begin).line > 1)
+      text += PlaceText(manifest.source, node.span) + " ";
+  }
+  for (const Finding& finding : manifest.findings) {
+    if (finding.rule == Rule::kEncoding) continue;
+    text += fmt::format("{} {} ", PlaceText(manifest.source, finding.place.span), finding.message);
+  }
+  return text;
+}
+
+TEST(Document, PlacesDoNotDependOnTheEncoding) {
+  const std::string body =
+      "\r\n<!-- \xC3\xA9\xC3\xBC -->\r<tarnmanifest version=\"1\">\n"
+      "<module \xC3\xA9=\"\xC3\xBF\" id=\"\" name=\"n\"></modul></tarnmanifest>";
+  const auto document = [&](std::string_view encoding) {
+    return fmt::format("<?xml version=\"1.0\" encoding=\"{}\"?>{}", encoding, body);
+  };
+  const auto plain = Read(document("UTF-8"));
+  const std::string expected = Places(*plain);
+  ASSERT_NE(expected.find("4:30-4:38 </modul> ends <module> of line 4"), std::string::npos)
+      << expected;
+  ASSERT_FALSE(plain->isWellFormed);
+
+  const struct {
+    std::string encoding;
+    std::string bytes;
+  } kCases[] = {
+      {"UTF-8", "\xEF\xBB\xBF" + document("utf8")},
+      {"UTF-8", document("UTF-16")},
+      {"UTF-16LE", "\xFF\xFE" + Wide(document("UTF-16"), 2, false)},
+      {"UTF-16BE", "\xFE\xFF" + Wide(document("UTF-16BE"), 2, true)},
+      {"UTF-16LE", Wide(document("UTF-16LE"), 2, false)},
+      {"UTF-16BE", Wide(document("UTF-16"), 2, true)},
+      {"UTF-32LE", std::string("\xFF\xFE\0\0", 4) + Wide(document("UCS-4"), 4, false)},
+      {"UTF-32BE", Wide(document("UTF-32"), 4, true)},
+      {"ISO-8859-1", Narrow(document("ISO-8859-1"))},
+      {"windows-1252", Narrow(document("windows-1252"))},
+  };
+  for (const auto& one : kCases) {
+    const auto manifest = Read(one.bytes);
+    EXPECT_EQ(manifest->source.Encoding(), one.encoding);
+    EXPECT_EQ(Places(*manifest), expected) << one.encoding;
+  }
+  EXPECT_FALSE(Read(document("no-such-thing"))->source.IsDecoded());
+}
+
+// What the XML library reads on over is no fault; where it ends, there is one.
+TEST(Document, EndsWhereTheLibraryDoes) {
+  std::ifstream file(std::string(TARNMF_SAMPLES) + "/platform/imaging.tmfx", std::ios::binary);
+  const std::string sample{std::istreambuf_iterator<char>(file), {}};
+  const std::size_t end = sample.rfind('>') + 1;
+  ASSERT_GT(end, 1000U);
+  for (std::size_t size = 0; size <= sample.size(); ++size) {
+    const auto manifest = Read(sample.substr(0, size));
+    ASSERT_EQ(manifest->isWellFormed, size >= end) << size;
+    const auto faults =
+        std::count_if(manifest->findings.begin(), manifest->findings.end(),
+                      [](const Finding& finding) { return finding.rule == Rule::kNotWellFormed; });
+    ASSERT_EQ(faults, size >= end ? 0 : 1) << size;
+  }
+}
+
+TEST(Document, TypesThatChangeWhatIsReadAreTold) {
+  constexpr const char* kLaughs =
+      "<!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;'><!ENTITY c '&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;'>"
+      "<!ENTITY d '&c;&c;&c;&c;&c;&c;&c;&c;&c;&c;'><!ENTITY e '&d;&d;&d;&d;&d;&d;&d;&d;&d;&d;'>"
+      "<!ENTITY f '&e;&e;&e;&e;&e;&e;&e;&e;&e;&e;'>";
+  const std::string cases[][3] = {
+      // the type; what refers to it; what is found
+      {"[<!ELEMENT tarnmanifest ANY>]", "", ""},
+      {"[<!ENTITY e 'x'><!ATTLIST module id CDATA 'm'>]", "",
+       "doctype 0 1:1: the document type declaration changes what is read: it declares the entity "
+       "\"e\", \"id\" of <module> by default; "},
+      {"SYSTEM 'https://example.com/x.dtd'", "",
+       "external-entity 0 1:32: reading this file fetches the document type from "
+       "\"https://example.com/x.dtd\"; "},
+      {"SYSTEM 'no/such.dtd'", "",
+       "entity-unreadable 42 1:32: the document type cannot be read from \"no/such.dtd\": the "
+       "whole "
+       "file is refused; "},
+      {"[<!ENTITY e SYSTEM 'no-such'>]", "", ""},
+      {"[<!ENTITY e SYSTEM 'no-such'>]", "<module id='m' name='&#65;'/><!-- &e; -->",
+       "entity-unreadable 0 1:44: the entity \"e\" cannot be read from \"no-such\": everything "
+       "after "
+       "the reference to it is lost; "},
+      {std::string("[<!ENTITY a '0123456789'>") + kLaughs + "]", "<module id='m' name='&f;'/>",
+       "entity-expansion 0 1:1: references to entities grow to 1000000 bytes; "},
+      {"[<!ENTITY a '" + std::string(1000, 'x') + "'>" + kLaughs + "]",
+       "<module id='m' name='&f;'/>",
+       "entity-expansion 0 1:1: references to entities grow to 100000000 bytes; "},
+  };
+  for (const auto& [type, content, expected] : cases) {
+    const auto manifest =
+        Read(fmt::format("<!DOCTYPE tarnmanifest {}>\n<tarnmanifest version='1'>{}"
+                         "</tarnmanifest>",
+                         type, content));
+    EXPECT_TRUE(manifest->isWellFormed) << type;
+    std::string found;
+    for (const Finding& each : manifest->findings) {
+      const Position place = manifest->source.At(each.place.span.begin);
+      found += fmt::format("{} {} {}:{}: {}; ", Describe(each.rule).name,
+                           static_cast<int>(each.code), place.line, place.column, each.message);
+    }
+    EXPECT_EQ(found, expected);
+  }
+}
+
+// Nothing here takes more than a moment, or a call for every level.
+TEST(Document, LargeTextsTakeLinearTime) {
+  std::string entities = "<!DOCTYPE a [<!ENTITY e0 'x'>";
+  for (int i = 1; i < 50'000; ++i)
+    entities += fmt::format("<!ENTITY e{} '&e{};'>", i, i - 1);
+  const auto repeated = [](std::string_view text) {
+    std::string all;
+    for (int i = 0; i < 200'000; ++i)
+      all += text;
+    return all;
+  };
+  const std::string cases[] = {
+      repeated("<a>"),
+      repeated("<a b='"),
+      repeated("<?a "),
+      repeated("</a"),
+      repeated("<a>&b"),
+      repeated("<a b=\"\n<c d='"),
+      repeated("<!--"),
+      repeated("<![CDATA["),
+      "<a>" + repeated("<b></a>"),
+      "<!DOCTYPE a [" + repeated("'\""),
+      entities + "]><a>&e49999;</a>",
+  };
+  for (const std::string& text : cases) {
+    const auto manifest = Read(text);
+    EXPECT_LE(manifest->trustedEnd, text.size());
+    EXPECT_EQ(manifest->findings.size(), 1U) << text.substr(0, 40);
+  }
+}
+
+}  // namespace
+}  // namespace tarnmf::check

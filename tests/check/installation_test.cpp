@@ -1,0 +1,66 @@
+// Load points as a whole: the files that are read, and what is found in them together.
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "check/check.h"
+#include "tests/check/example.h"
+#include "tests/support/case_file.h"
+#include "tests/support/documents.h"
+#include "tests/support/random_documents.h"
+#include "tests/support/temp_directory.h"
+
+namespace tarnmf::check {
+namespace {
+
+std::string Shown(const Place& place) {
+  const Position at = place.source->At(place.span.begin);
+  return fmt::format("{}:{}:{}", place.source->Path(), at.line, at.column);
+}
+
+// A line for each finding, below it one for each related place and suggestion.
+std::string Shown(const Report& report) {
+  std::string text;
+  for (const Finding& finding : report.findings) {
+    text += fmt::format("{} {}", Shown(finding.place), Describe(finding.rule).name);
+    if (finding.code != kBtkOk) text += fmt::format(" {}", static_cast<int>(finding.code));
+    text += fmt::format(": {}\n", finding.message);
+    for (const Related& related : finding.related)
+      text += fmt::format("  {} {}\n", Shown(related.place), related.message);
+    for (const Suggestion& suggestion : finding.suggestions)
+      text += fmt::format("  {} {}\n", suggestion.safe ? "safe:" : "offered:", suggestion.title);
+  }
+  if (!text.empty()) text.pop_back();
+  return text;
+}
+
+// Ids stand everywhere but in the line of arguments.
+std::string ExampleText(const std::string& input) {
+  const std::size_t begin = input.starts_with("$ ") ? input.find('\n') : 0;
+  return input.substr(0, begin) + test::WithIds(input.substr(begin));
+}
+
+TEST(Installations, ShowWhatTheCasesSay) {
+  for (const test::FileCase& one : test::ReadCaseFile(TARNMF_CASES "/installations.cases")) {
+    const test::Example example(ExampleText(one.input + "\n"));
+    DiskFiles files;
+    EXPECT_EQ(Shown(Check(example.Request(), files)), test::WithIds(one.result)) << one.name;
+  }
+}
+
+TEST(Installations, AgreeWithTheLibraryOnRandomDocuments) {
+  test::RandomDocuments documents(3);
+  const test::TempDirectory directory;
+  for (int round = 0; round < 600; ++round) {
+    const std::string pack = fmt::format("{}", round);
+    for (int i = 0; i <= round % 3; ++i)
+      directory.Write(fmt::format("{}/{}.tmfx", pack, i), documents.Next());
+    DiskFiles files;
+    const Report report = Check({"", {(directory.Path() / pack).string()}}, files);
+    for (const Finding& finding : report.findings)
+      ASSERT_NE(finding.rule, Rule::kLibraryDisagrees) << Shown(report);
+  }
+}
+
+}  // namespace
+}  // namespace tarnmf::check

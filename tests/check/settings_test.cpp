@@ -1,0 +1,69 @@
+#include "check/settings.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "tests/support/temp_directory.h"
+
+namespace tarnmf::check {
+namespace {
+
+TEST(Settings, AreReadLineByLine) {
+  const Settings settings = ParseSettings(
+      "some/.tarnmf-check",
+      "\xef\xbb\xbf# All.\r\n  class-hidden=off # for now\r\nbackslash = error\nbackslash = info\n"
+      "loadpoint = ../platform/  \n\nbad-id = error");
+  EXPECT_EQ(settings.faults, std::vector<std::string>());
+  EXPECT_EQ(settings.levels.Of(Rule::kClassHidden), Severity::kOff);
+  EXPECT_EQ(settings.levels.Of(Rule::kBackslash), Severity::kInfo);
+  EXPECT_EQ(settings.levels.Of(Rule::kFileMissing), std::nullopt);
+  EXPECT_EQ(std::filesystem::path(settings.loadpoint), "platform/");
+
+  const struct {
+    std::string line;
+    std::string fault;  // after the path
+  } rows[] = {
+      {"  backslsh = off", "1:3: there is no rule \"backslsh\"; did you mean \"backslash\"?"},
+      {"Backslash = off", "1:1: there is no rule \"Backslash\"; did you mean \"backslash\"?"},
+      {"backslash = Off",
+       "1:1: \"Off\" is no level for \"backslash\"; expected off, info, warning, "
+       "error"},
+      {"backslash =",
+       "1:1: \"\" is no level for \"backslash\"; expected off, info, warning, error"},
+      {"bad-id = warning", "1:1: \"bad-id\" cannot be lowered to \"warning\": it stays an error"},
+      {"loadpoint =", "1:1: \"loadpoint\" needs the path of a directory"},
+      {"\xc3\xa9 backslash",
+       "1:1: expected a line NAME = off|info|warning|error or loadpoint = DIR"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(ParseSettings("s", row.line).faults, std::vector{"s:" + row.fault}) << row.line;
+  }
+}
+
+TEST(Settings, OfTheNearestFolderCount) {
+  const test::TempDirectory directory;
+  directory.Write(".tarnmf-check", "backslash = info\nloadpoint = own\n");
+  directory.Write("own/a", "");
+  directory.Write("near/.tarnmf-check", "class-hidden = off\n");
+  directory.Write("near/pack/a", "");
+  const std::filesystem::path home = std::filesystem::current_path();
+  std::filesystem::current_path(directory.Path() / "near");
+  DiskFiles files;
+  SettingsFinder finder(files);
+  const Settings* const near = finder.For("pack/");
+  ASSERT_NE(near, nullptr);
+  EXPECT_EQ(near->path, ".tarnmf-check");
+  EXPECT_EQ(near->levels.Of(Rule::kBackslash), std::nullopt);
+  EXPECT_EQ(finder.For("."), near);
+  EXPECT_EQ(finder.For(directory.Path() / "near/pack"), near);
+  const Settings* const far = finder.For("../own");
+  ASSERT_NE(far, nullptr);
+  EXPECT_EQ(far->path, "../.tarnmf-check");
+  EXPECT_EQ(far->loadpoint, "../own");
+  EXPECT_EQ(finder.For("/"), nullptr);
+  std::filesystem::current_path(home);
+}
+
+}  // namespace
+}  // namespace tarnmf::check
