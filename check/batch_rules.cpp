@@ -101,6 +101,7 @@ class BatchCheck {
 void BatchCheck::CheckModules() {
   for (const auto& manifest : loadpoint_.manifests) {
     for (const ModuleDeclaration& module : manifest->declarations.modules) {
+      if (!IsRead(*manifest, module.node)) continue;
       CheckMachineTypes(*manifest, module);
       if (!module.id) continue;
       const Place place{&manifest->source, module.id->span};
@@ -218,6 +219,7 @@ void BatchCheck::CheckRunnables() {
   std::map<std::string, Place> services;  // by id
   for (const auto& manifest : loadpoint_.manifests) {
     for (const RunnableDeclaration& runnable : manifest->declarations.runnables) {
+      if (!IsRead(*manifest, runnable.node)) continue;
       const std::optional<TextValue>& reference = runnable.moduleref;
       if (reference && declared_.knowsModules && !declared_.modules.contains(reference->text)) {
         TellUnknown(

@@ -59,6 +59,7 @@ std::vector<ClassRecord> ClassRecordsOf(const LoadPoint& loadpoint) {
   for (const auto& manifest : loadpoint.manifests) {
     const ErrorPlaces errors(*manifest);
     for (const ClassDeclaration& declaration : manifest->declarations.classes) {
+      if (!IsRead(*manifest, declaration.node)) continue;
       ClassRecord& record = records.emplace_back(RecordOf(*manifest, declaration, errors));
       if (!declaration.id) continue;
       const auto [place, isFirst] =

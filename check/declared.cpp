@@ -74,6 +74,12 @@ bool ErrorPlaces::AreIn(Span span) const {
   return first != begins_.end() && *first < span.end;
 }
 
+bool IsRead(const Manifest& manifest, NodeId element) {
+  if (manifest.isWellFormed) return true;
+  const Span tag = manifest.document[element].startTag;
+  return tag.end <= manifest.trustedEnd && manifest.source.Text()[tag.end - 1] == '>';
+}
+
 // A module or service with an id that cannot be read may be any.
 bool MayHideModules(const Manifest& manifest) {
   if (MayHide(manifest, kWithoutModules)) return true;

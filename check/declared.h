@@ -32,6 +32,10 @@ struct Declared {
 
 Declared DeclaredBy(const std::vector<std::unique_ptr<LoadPoint>>& loadpoints);
 
+// Whether the start tag of an element is read. One that reaches up to a fault of the document, or
+// stands after it, is not.
+bool IsRead(const Manifest& manifest, NodeId element);
+
 // Whether what is wrong in the manifest may hide modules, or services, that it declares.
 bool MayHideModules(const Manifest& manifest);
 bool MayHideServices(const Manifest& manifest);

@@ -1,63 +1,60 @@
 #include "check/module_files.h"
 
 #include <algorithm>
-#include <optional>
+#include <cstdint>
+#include <iterator>
+#include <utility>
 
 #include "platform/filesystem.h"
 #include "platform/host/embedded_dlm.h"
 #include "platform/runtime.h"
 
 namespace tarnmf::check {
-namespace {
 
-class FileSearch {
- public:
-  FileSearch(const LoadPoint& loadpoint, const ModuleDeclaration& module)
-      : module_(module), loadpoint_(loadpoint.path.c_str()) {
-    if (module.loadpoint) loadpoint_ = btkFSPath(module.loadpoint->text.c_str());
-  }
+std::string LoadPointPathOf(const ModuleDeclaration& module, const LoadPoint& loadpoint) {
+  return module.loadpoint ? module.loadpoint->text : loadpoint.path;
+}
 
-  // True when there is a file.
-  bool Try(const ImplementationDeclaration& implementation) {
-    found_.implementation = &implementation;
-    if (!implementation.name) return false;
-    const std::uint32_t flags =
-        (implementation.forcePath ? std::uint32_t{kBtkForcePath} : 0U) |
-        (implementation.explicitName ? std::uint32_t{kBtkExplicitName} : 0U);
-    const btkFSPath name(implementation.name->text.c_str());
-    const btkFSPath path(implementation.path ? implementation.path->text.c_str() : "");
-    const btkModuleVersionT version{};
-    btkHostDlmManager manager;
-    btkZString file;
-    const BtkErrorT code = manager.ResolveModule(
-        &file, "", module_.type ? module_.type->text.c_str() : nullptr, name.WideText(),
-        path.WideText(), flags, loadpoint_.WideText(), "", 0, &version);
-    const std::vector<std::string>& tried = manager.Resolutions().back().tried;
-    found_.tried.insert(found_.tried.end(), tried.begin(), tried.end());
-    if (code == kBtkOk) found_.path = file.Text();
-    return code == kBtkOk;
-  }
-
-  ModuleFile Take() { return std::move(found_); }
-
- private:
-  const ModuleDeclaration& module_;
-  btkFSPath loadpoint_;
-  ModuleFile found_;
-};
-
-}  // namespace
-
-ModuleFile FindModuleFile(const LoadPoint& loadpoint, const ModuleDeclaration& module) {
-  FileSearch search(loadpoint, module);
+const ImplementationDeclaration& SelectedImplementation(const ModuleDeclaration& module) {
   const auto& implementations = module.implementations;
   const auto native = std::find_if(implementations.begin() + 1, implementations.end(),
                                    [](const ImplementationDeclaration& implementation) {
                                      return implementation.machinetype &&
                                             implementation.machinetype->text == btkGetVexMachine();
                                    });
-  if (native == implementations.end() || !search.Try(*native)) search.Try(implementations.front());
-  return search.Take();
+  return native != implementations.end() ? *native : implementations.front();
+}
+
+FileSearch SearchFile(const ModuleDeclaration& module,
+                      const ImplementationDeclaration& implementation, const std::string& loadpoint,
+                      const std::string& name, const std::string& path) {
+  const std::uint32_t flags = (implementation.forcePath ? std::uint32_t{kBtkForcePath} : 0U) |
+                              (implementation.explicitName ? std::uint32_t{kBtkExplicitName} : 0U);
+  const btkModuleVersionT version{};
+  btkHostDlmManager manager;
+  btkZString file;
+  const BtkErrorT code =
+      manager.ResolveModule(&file, module.id ? module.id->text.c_str() : "",
+                            module.type ? module.type->text.c_str() : nullptr,
+                            btkFSPath(name.c_str()).WideText(), btkFSPath(path.c_str()).WideText(),
+                            flags, btkFSPath(loadpoint.c_str()).WideText(), "", 0, &version);
+  return {code == kBtkOk ? file.Text() : "", manager.Resolutions().back().tried};
+}
+
+ModuleFile FindModuleFile(const LoadPoint& loadpoint, const ModuleDeclaration& module) {
+  const std::string path = LoadPointPathOf(module, loadpoint);
+  const auto search = [&](const ImplementationDeclaration& implementation) {
+    return implementation.name ? SearchFile(module, implementation, path, implementation.name->text,
+                                            implementation.path ? implementation.path->text : "")
+                               : FileSearch();
+  };
+  ModuleFile found{&SelectedImplementation(module), {}};
+  found.search = search(*found.implementation);
+  const ImplementationDeclaration& own = module.implementations.front();
+  if (!found.search.file.empty() || found.implementation == &own) return found;
+  FileSearch other = search(own);
+  std::move(other.tried.begin(), other.tried.end(), std::back_inserter(found.search.tried));
+  return {&own, {std::move(other.file), std::move(found.search.tried)}};
 }
 
 }  // namespace tarnmf::check

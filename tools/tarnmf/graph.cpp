@@ -84,7 +84,7 @@ class Drawing {
     const std::string name = module.id  ? module.id->text
                              : fileName ? fileName->text + " (nested)"
                                         : "(nested)";
-    const bool isMissing = file.path.empty();
+    const bool isMissing = file.search.file.empty();
     const std::size_t node = AddNode(isMissing ? NodeKind::kMissing : NodeKind::kModule, number,
                                      "module " + (module.id ? module.id->text : place), name,
                                      isMissing     ? "no file"

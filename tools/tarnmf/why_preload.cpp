@@ -63,10 +63,10 @@ Explanation Explain(const LoadPoint& loadpoint, const Manifest& manifest,
   explanation.needs = {
       {"it belongs to the process's own load point", loadpoint.role == LoadPoint::Role::kProcess},
       {"it is a shared library", !module.type.has_value()},
-      {file.path.empty()
-           ? fmt::format("its file is there (looked for {})", fmt::join(file.tried, ", "))
-           : fmt::format("its file is there ({})", file.path),
-       !file.path.empty()}};
+      {file.search.file.empty()
+           ? fmt::format("its file is there (looked for {})", fmt::join(file.search.tried, ", "))
+           : fmt::format("its file is there ({})", file.search.file),
+       !file.search.file.empty()}};
   for (const PreloadDeclaration& preload : file.implementation->preloads)
     explanation.conditions.push_back({at(preload.node), PartsOf(preload, process)});
   return explanation;
