@@ -139,11 +139,7 @@ class ProcessCheck {
     CheckAnswers(answers, loadpoint, findings);
     CheckPreloads(loadpoint, declared_, findings);
     CheckFiles(loadpoint, files_, findings);
-    if (files_.AreOnDisk()) {
-      std::vector<Finding> breaches;
-      CompareWithLibrary(loadpoint, findings, breaches);
-      append(breaches);
-    }
+    if (files_.AreOnDisk()) CompareWithLibrary(loadpoint, findings);
     MoveSorted(loadpoint, std::move(findings), report);
   }
 

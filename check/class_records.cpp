@@ -59,6 +59,7 @@ std::vector<ClassRecord> ClassRecordsOf(const LoadPoint& loadpoint) {
   for (const auto& manifest : loadpoint.manifests) {
     const ErrorPlaces errors(*manifest);
     for (const ClassDeclaration& declaration : manifest->declarations.classes) {
+      if (!IsRead(*manifest, declaration.node)) continue;
       ClassRecord& record = records.emplace_back(RecordOf(*manifest, declaration, errors));
       if (!declaration.id) continue;
       const auto [place, isFirst] =
@@ -77,18 +78,6 @@ std::vector<ClassRecord> ClassRecordsOf(const LoadPoint& loadpoint) {
 std::string NameOf(const ClassDeclaration& declaration) {
   if (declaration.commonname) return declaration.commonname->text;
   return declaration.id ? IdText(declaration.id->id) : "";
-}
-
-ErrorPlaces::ErrorPlaces(const Manifest& manifest) {
-  for (const Finding& finding : manifest.findings) {
-    if (finding.severity == Severity::kError) begins_.push_back(finding.place.span.begin);
-  }
-  std::sort(begins_.begin(), begins_.end());
-}
-
-bool ErrorPlaces::AreIn(Span span) const {
-  const auto first = std::lower_bound(begins_.begin(), begins_.end(), span.begin);
-  return first != begins_.end() && *first < span.end;
 }
 
 }  // namespace tarnmf::check

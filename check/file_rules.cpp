@@ -8,10 +8,10 @@
 #include <string_view>
 #include <utility>
 
+#include "check/module_files.h"
 #include "check/suggestions.h"
 #include "check/wording.h"
 #include "platform/filesystem.h"
-#include "platform/host/embedded_dlm.h"
 #include "platform/runtime.h"
 
 namespace tarnmf::check {
@@ -80,7 +80,6 @@ class FileCheck {
   const LoadPoint& loadpoint_;
   Files& files_;
   std::vector<Finding>& findings_;
-  btkHostDlmManager manager_;
   std::map<std::string, std::vector<std::string>> names_;  // by directory
   std::size_t compared_ = 0;
 };
@@ -91,18 +90,10 @@ std::string FileCheck::Resolve(const Module& module,
                                const ImplementationDeclaration& implementation,
                                const std::string& name, const std::string& path,
                                std::vector<std::string>* tried) {
-  const ModuleDeclaration& declared = module.declaration;
-  const std::uint32_t flags = (implementation.forcePath ? std::uint32_t{kBtkForcePath} : 0U) |
-                              (implementation.explicitName ? std::uint32_t{kBtkExplicitName} : 0U);
-  const btkFSPath loadpoint(module.loadpoint ? module.loadpoint->c_str() : "");
-  const btkModuleVersionT version{};
-  btkZString result;
-  const BtkErrorT code = manager_.ResolveModule(
-      &result, declared.id ? declared.id->text.c_str() : "",
-      declared.type ? declared.type->text.c_str() : nullptr, btkFSPath(name.c_str()).WideText(),
-      btkFSPath(path.c_str()).WideText(), flags, loadpoint.WideText(), "", 0, &version);
-  if (tried != nullptr) *tried = manager_.Resolutions().back().tried;
-  return code == kBtkOk ? result.Text() : "";
+  FileSearch search = check::SearchFile(module.declaration, implementation,
+                                        module.loadpoint.value_or(""), name, path);
+  if (tried != nullptr) *tried = std::move(search.tried);
+  return search.file;
 }
 
 Search FileCheck::SearchFile(const Module& module,
@@ -115,18 +106,11 @@ Search FileCheck::SearchFile(const Module& module,
 
 // The implementation for this machine is used; when it has no file, the module's own.
 void FileCheck::Check(const Manifest& manifest, const ModuleDeclaration& declaration) {
-  Module module{manifest, declaration, loadpoint_.path};
-  if (declaration.loadpoint) {
-    module.loadpoint = declaration.loadpoint->text;
-    if (module.loadpoint->empty()) module.loadpoint.reset();
-  }
+  Module module{manifest, declaration, LoadPointPathOf(declaration, loadpoint_)};
+  if (module.loadpoint->empty()) module.loadpoint.reset();
   const auto& implementations = declaration.implementations;
-  const auto isNative = [](const ImplementationDeclaration& implementation) {
-    return implementation.machinetype && implementation.machinetype->text == btkGetVexMachine();
-  };
-  const auto native = std::find_if(implementations.begin() + 1, implementations.end(), isNative);
-  const bool isOwn = native == implementations.end();
-  const ImplementationDeclaration& selected = isOwn ? implementations.front() : *native;
+  const ImplementationDeclaration& selected = SelectedImplementation(declaration);
+  const bool isOwn = &selected == &implementations.front();
   // A module of no load point has no file to look for.
   if (!selected.name || (!module.loadpoint && isOwn)) return;
   const Search search = SearchFile(module, selected);

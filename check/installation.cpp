@@ -24,13 +24,17 @@ void TellUnreadable(LoadPoint& loadpoint, const std::string& path) {
   loadpoint.findings.push_back(Found(Rule::kUnreadable, kBtkMissing,
                                      {loadpoint.unreadable.back().get(), {}},
                                      "the file cannot be read"));
+  loadpoint.knowsModules = false;
+  loadpoint.knowsServices = false;
   loadpoint.isComplete = false;
 }
 
 void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, Files& files) {
   for (const std::string& path : paths) {
     if (std::shared_ptr<const Manifest> manifest = files.ReadManifest(path)) {
-      if (MayHideDeclarations(*manifest)) loadpoint.isComplete = false;
+      if (MayHideModules(*manifest)) loadpoint.knowsModules = false;
+      if (MayHideServices(*manifest)) loadpoint.knowsServices = false;
+      loadpoint.isComplete = loadpoint.knowsModules && loadpoint.knowsServices;
       loadpoint.manifests.push_back(std::move(manifest));
     } else {
       TellUnreadable(loadpoint, path);
@@ -143,6 +147,8 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
   }
   if (!others.empty()) {
     // No load point reads these by themselves. So nobody knows what would be read with them.
+    loadpoint->knowsModules = false;
+    loadpoint->knowsServices = false;
     loadpoint->isComplete = false;
     manifests = std::move(others);
   }

@@ -50,7 +50,7 @@ class PreloadCheck {
  private:
   bool IsServiceUnknown(const PreloadDeclaration& preload) const {
     return preload.by == kMfByService && preload.svcid && !btkUniIdIsNull(preload.svcid->id) &&
-           declared_.isComplete && !declared_.services.contains(IdText(preload.svcid->id));
+           declared_.knowsServices && !declared_.services.contains(IdText(preload.svcid->id));
   }
   void TellNever(Place place, const std::string& why) {
     findings_.push_back(Found(Rule::kPreloadNeverHolds, kBtkOk, place,

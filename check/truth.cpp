@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <fmt/format.h>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "tarnmf/dispose.h"
 #include "tarnmf/ldp_data.h"
 #include "tarnmf/ldp_loader.h"
 #include "tarnmf/publisher.h"
 
+#include "check/wording.h"
 #include "platform/filesystem.h"
 #include "support/owned.h"
 
@@ -18,29 +21,37 @@ namespace {
 // Nothing: an exception of the XML library.
 using Outcome = std::optional<BtkErrorT>;
 
-btkFSList FilesOf(const LoadPoint& loadpoint) {
-  btkFSList files(0);
-  for (const auto& manifest : loadpoint.manifests)
-    files.Append(btkFSEntry(manifest->source.Path().c_str()));
-  for (const auto& source : loadpoint.unreadable)
-    files.Append(btkFSEntry(source->Path().c_str()));
-  return files;
+BtkErrorT AddToPublisher(const MfLdpDataT& data) {
+  DisposePtr<liMfPublisher> publisher;
+  if (BtkErrorT e = liMfPublisher::CreateNew(Out(publisher), kIntfAgentView)) return e;
+  return publisher->Add(data.classes.items, data.classes.count, data.modules.items,
+                        data.modules.count, data.runnables.items, data.runnables.count);
 }
 
-Outcome AskLibrary(const LoadPoint& loadpoint) {
+// Loads the files as those of one load point and hands their records to a publisher.
+Outcome AskLibrary(const LoadPoint& loadpoint, const std::vector<const Source*>& sources) {
   const btkFSPath path(loadpoint.path.c_str());
+  btkFSList files(0);
+  for (const Source* source : sources)
+    files.Append(btkFSEntry(source->Path().c_str()));
   MfLdpDataT data;
   try {
     const DisposePtr<liLdpMfLoader> loader(liLdpMfLoader::CreateNew(nullptr));
     if (!loader) return kBtkNoMemory;
-    if (BtkErrorT e = loader->Load(&data, path.WideText(), FilesOf(loadpoint))) return e;
-    DisposePtr<liMfPublisher> publisher;
-    if (BtkErrorT e = liMfPublisher::CreateNew(Out(publisher), kIntfAgentView)) return e;
-    return publisher->Add(data.classes.items, data.classes.count, data.modules.items,
-                          data.modules.count, data.runnables.items, data.runnables.count);
+    if (BtkErrorT e = loader->Load(&data, path.WideText(), files)) return e;
+    return AddToPublisher(data);
   } catch (...) {
     return std::nullopt;
   }
+}
+
+std::vector<const Source*> SourcesOf(const LoadPoint& loadpoint) {
+  std::vector<const Source*> sources;
+  for (const auto& manifest : loadpoint.manifests)
+    sources.push_back(&manifest->source);
+  for (const auto& source : loadpoint.unreadable)
+    sources.push_back(source.get());
+  return sources;
 }
 
 // Whether the library would read the same, and would be done with it soon.
@@ -56,27 +67,40 @@ bool IsOfManifests(const LoadPoint& loadpoint, const Finding& finding) {
          (loadpoint.layout == nullptr || finding.place.source != &loadpoint.layout->source);
 }
 
+// Of a text in an encoding that nobody here knows the library alone can say whether it is refused.
+void JudgeUndecoded(const LoadPoint& loadpoint, std::vector<Finding>& found) {
+  for (const auto& manifest : loadpoint.manifests) {
+    if (manifest->source.IsDecoded()) continue;
+    const Outcome outcome = AskLibrary(loadpoint, {&manifest->source});
+    if (outcome == kBtkOk) continue;
+    found.push_back(Found(Rule::kNotWellFormed, outcome.value_or(kBtkOk), {&manifest->source, {}},
+                          fmt::format("the library cannot read this file, whose encoding {} is not "
+                                      "known",
+                                      Quoted(manifest->source.Encoding()))));
+  }
+}
+
 }  // namespace
 
-void CompareWithLibrary(const LoadPoint& loadpoint, const std::vector<Finding>& found,
-                        std::vector<Finding>& findings) {
+void CompareWithLibrary(const LoadPoint& loadpoint, std::vector<Finding>& findings) {
   // With what a single file would be read is not known.
   if (loadpoint.role == LoadPoint::Role::kUnknown && !loadpoint.isComplete) return;
   const bool isSafe = std::all_of(loadpoint.manifests.begin(), loadpoint.manifests.end(),
                                   [](const auto& manifest) { return IsSafeToLoad(*manifest); });
   if (!isSafe) return;
-  const Outcome outcome = AskLibrary(loadpoint);
+  JudgeUndecoded(loadpoint, findings);
+  const Outcome outcome = AskLibrary(loadpoint, SourcesOf(loadpoint));
   if (outcome == kBtkNoMemory) return;
   bool hasCode = false;
   bool isExpected = false;
-  const Finding* refused = nullptr;  // one that the library has to refuse
-  for (const Finding& finding : found) {
+  std::optional<Place> refused;  // the place of something that the library has to refuse
+  for (const Finding& finding : findings) {
     if (!IsOfManifests(loadpoint, finding)) continue;
     if (finding.code == kBtkOk) {
       isExpected = true;
     } else {
       hasCode |= outcome == finding.code;
-      if (refused == nullptr) refused = &finding;
+      if (!refused) refused = finding.place;
     }
   }
   const Place place{&loadpoint.directory, {}};
@@ -90,10 +114,10 @@ void CompareWithLibrary(const LoadPoint& loadpoint, const std::vector<Finding>& 
                              fmt::format("the library answers {} and check found nothing: please "
                                          "report",
                                          static_cast<int>(*outcome))));
-  } else if (*outcome == kBtkOk && refused != nullptr) {
+  } else if (*outcome == kBtkOk && refused && !isExpected) {
     findings.push_back(Found(Rule::kLibraryDisagrees, kBtkOk, place,
                              "the library answers 0 and check found an error: please report"));
-    findings.back().related.push_back({refused->place, "the error that check found"});
+    findings.back().related.push_back({*refused, "the error that check found"});
   }
 }
 

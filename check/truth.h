@@ -10,11 +10,11 @@
 namespace tarnmf::check {
 
 // Loads the manifests and hands them to a publisher, which registers nothing, and compares the
-// outcome with the findings: a code that none of them has, or an error that the library does not
-// mind, is told. `found` are all findings of the load point. Nothing is loaded of manifests that
-// depend on something outside or grow when they are read.
-void CompareWithLibrary(const LoadPoint& loadpoint, const std::vector<Finding>& found,
-                        std::vector<Finding>& findings);
+// outcome with `findings`, which are all those of the load point: a code that none of them has, or an
+// error that the library does not mind, is added to them. What the library says of a text that nobody
+// else can decode is added, too. Nothing is loaded of manifests that depend on something outside or
+// grow when they are read.
+void CompareWithLibrary(const LoadPoint& loadpoint, std::vector<Finding>& findings);
 
 }  // namespace tarnmf::check
 

@@ -10,6 +10,7 @@ namespace tarnmf::test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr char kHost[] = "00000000-0000-0000-0000-0000000000e1";
 
@@ -53,9 +54,9 @@ TEST(Diff, TellsEachChangeOnce) {
   const Outcome changed = RunTool("diff " + before + " " + after);
   EXPECT_EQ(changed.status, 1);
   EXPECT_EQ(changed.out,
-            "load point " + pack + "/a: changed in registered\n" +  // the interface reference
-                "module gone in " + pack + "/a: removed\n" +        //
-                "module new in " + pack + "/a: added\n" +           //
+            "load point " + pack + "/a: changed in interfaces\n" + "module gone in " + pack +
+                "/a: removed\n" +                          //
+                "module new in " + pack + "/a: added\n" +  //
                 "module service side of " + first + " in " + pack + "/a: removed\n" +
                 "module service side of " + second + " in " + pack + "/b: resolves to " + pack +
                 "/b/linux-x64/libr.so, before to " + pack + "/b/libr.so\n" + "class \"Render\" (" +
@@ -68,6 +69,12 @@ TEST(Diff, TellsEachChangeOnce) {
   const auto json = nlohmann::json::parse(RunTool("diff --json " + before + " " + after).out);
   EXPECT_EQ(json["differences"].size(), 10U);
   EXPECT_EQ(json["differences"][9]["after"]["loadpoint"], pack + "/b");
+
+  // Callers of the scope have found what was for everybody before.
+  root.Write("pack/b/m/.installed", "scope = 00000000-0000-0000-0000-0000000000aa\n");
+  const Outcome scoped = RunTool("diff " + after + " " + scan("scoped.json"));
+  EXPECT_THAT(scoped.out, HasSubstr("without a scope: answered by nothing, before by " + second));
+  EXPECT_THAT(scoped.out, Not(HasSubstr("callers of scope")));
 }
 
 TEST(Diff, RefusesWhatIsNoScan) {

@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 #include <iterator>
 #include <memory>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -68,13 +69,13 @@ class Comparison {
         [this](const ItemKey& key, const Item& item) { Lone(key, item, "removed"); },
         [this](const ItemKey& key, const Item& item) { Lone(key, item, "added"); },
         [this](const ItemKey& key, const Item& old, const Item& now) { Compare(key, old, now); });
-    Walk(
-        before.answers, after.answers,
-        [this](const Query& query, const Answer& answer) { Answered(query, &answer, nullptr); },
-        [this](const Query& query, const Answer& answer) { Answered(query, nullptr, &answer); },
-        [this](const Query& query, const Answer& old, const Answer& now) {
-          if (!now.IsOf(old)) Answered(query, &old, &now);
-        });
+    std::set<Query> queries;
+    for (const ScanOutline* outline : {&before, &after}) {
+      for (const auto& [query, answer] : outline->answers)
+        queries.insert(query);
+    }
+    for (const Query& query : queries)
+      Compare(query, before.AnswerTo(query), after.AnswerTo(query));
   }
 
   const std::vector<Difference>& Differences() const { return differences_; }
@@ -138,7 +139,9 @@ class Comparison {
     return {{"id", answer->id}, {"loadpoint", answer->loadpoint}, {"svcVersion", answer->version}};
   }
 
-  void Answered(const Query& query, const Answer* old, const Answer* now) {
+  // At least one of the scans has an answer.
+  void Compare(const Query& query, const Answer* old, const Answer* now) {
+    if (old != nullptr && now != nullptr && now->IsOf(*old)) return;
     const bool anyScope = btkUniIdIsNull(ParseId(query.scope));
     differences_.push_back(
         {fmt::format("class \"{}\" for {}: answered by {}, before by {}", query.name,

@@ -12,11 +12,13 @@
 #include "tools/tarnmf/diff_command.h"
 #include "tools/tarnmf/explain_command.h"
 #include "tools/tarnmf/find_command.h"
+#include "tools/tarnmf/graph_command.h"
 #include "tools/tarnmf/list_command.h"
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
 #include "tools/tarnmf/schema_command.h"
 #include "tools/tarnmf/usage_error.h"
+#include "tools/tarnmf/why_command.h"
 
 namespace {
 
@@ -174,6 +176,8 @@ int main(int argc, char** argv) {
   AddList(app, list, action);
   tool::AddDiff(app, action);
   tool::AddSchema(app, action);
+  tool::AddWhy(app, action);
+  tool::AddGraph(app, action);
   try {
     app.parse(argc, argv);
     const int status = action();

@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "tools/tarnmf/text.h"
+
 namespace tool {
 namespace {
 
@@ -59,8 +61,8 @@ class StepReader {
       const std::string name = runnable.at("name");
       Add(ItemKind::kRunnable, name, {name, runnable, {}});
     }
-    Json rest = Without(step_, {"data", "modules", "filed", "id", "loadpoint"});
-    rest["registered"] = Without(registered, {"services", "runnables"});
+    Json rest = Without(step_, {"data", "modules", "filed", "id", "loadpoint", "registered"});
+    rest.update(Without(registered, {"services", "runnables"}));
     Add(ItemKind::kLoadpoint, "", {loadpoint_, std::move(rest), {}});
   }
 
@@ -104,6 +106,12 @@ class StepReader {
 };
 
 }  // namespace
+
+const Answer* ScanOutline::AnswerTo(const Query& query) const {
+  auto answer = answers.find(query);
+  if (answer == answers.end()) answer = answers.find({query.name, IdText({})});
+  return answer != answers.end() ? &answer->second : nullptr;
+}
 
 ScanOutline ReadOutline(const std::string& file) {
   std::ifstream stream(file, std::ios::binary);

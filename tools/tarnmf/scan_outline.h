@@ -50,7 +50,10 @@ struct Answer {
 
 struct ScanOutline {
   std::map<ItemKey, Item> items;
-  std::map<Query, Answer> answers;
+  std::map<Query, Answer> answers;  // those of the scope itself
+
+  // Null when there is none. Callers of a scope are also answered with what is for everybody.
+  const Answer* AnswerTo(const Query& query) const;
 };
 
 // Throws std::invalid_argument with a sentence when the file cannot be read as a scan.

@@ -1,14 +1,13 @@
 #include "tools/tarnmf/scan_session.h"
 
 #include <algorithm>
-#include <fmt/format.h>
-#include <stdexcept>
 
 #include "tarnmf/options.h"
 
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
 #include "tools/tarnmf/directory.h"
+#include "tools/tarnmf/option_switch.h"
 
 namespace tool {
 namespace {
@@ -29,22 +28,8 @@ void PoseInService(const std::string& id) {
   btkHostSetServiceSession(&session);
 }
 
-void SetOption(const std::string& setting) {
-  const std::size_t equals = setting.find('=');
-  const UniIdT id = ParseId(setting.substr(0, equals));
-  std::size_t used = 0;
-  unsigned long value = 0;
-  const std::string text = equals != std::string::npos ? setting.substr(equals + 1) : "";
-  try {
-    value = std::stoul(text, &used);
-  } catch (const std::exception&) {
-    used = 0;
-  }
-  if (used == 0 || used != text.size() || value > UINT32_MAX) {
-    throw std::invalid_argument(
-        fmt::format("\"{}\": an option is set as ID=VALUE with a number", setting));
-  }
-  btkConfEnableOption(&id, static_cast<std::uint32_t>(value));
+void SetOption(const OptionSwitch& option) {
+  btkConfEnableOption(&option.id, option.value);
 }
 
 // Watches what a step adds to the managers' lists.
@@ -96,7 +81,7 @@ LoadResult Try(Scan scan) {
 
 ScanSession::ScanSession(const ScanOptions& options) {
   for (const std::string& setting : options.options)
-    SetOption(setting);
+    SetOption(ParseOptionSwitch(setting));
   if (!options.service.empty()) PoseInService(options.service);
   btkHostEmbeddedDlmManager().SetPreloadMode(options.preload ? kBtkHostLoads : kBtkHostRecordsOnly);
   ScanProcess(options);

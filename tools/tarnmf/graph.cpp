@@ -1,0 +1,270 @@
+#include "tools/tarnmf/graph.h"
+
+#include <fmt/format.h>
+#include <map>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include "check/answers.h"
+#include "check/module_files.h"
+#include "tools/tarnmf/text.h"
+
+namespace tool {
+namespace {
+
+using namespace tarnmf::check;
+using NodeKind = GraphNode::Kind;
+using EdgeKind = GraphEdge::Kind;
+
+constexpr EdgeKind kSideEdges[] = {EdgeKind::kClient, EdgeKind::kService, EdgeKind::kAgent};
+
+std::string LineText(const Manifest& manifest, NodeId node) {
+  const Position at = manifest.source.At(manifest.document[node].span.begin);
+  return fmt::format("{}:{}", manifest.source.Path(), at.line);
+}
+
+class Drawing {
+ public:
+  explicit Drawing(const CheckedProcess& process) : process_(process) {}
+
+  Graph Draw() {
+    for (std::size_t i = 0; i < process_.LoadPoints().size(); ++i) {
+      const LoadPoint& loadpoint = *process_.LoadPoints()[i];
+      graph_.loadpoints.push_back({loadpoint.directory.Path(),
+                                   btkUniIdIsNull(loadpoint.scope) ? "" : IdText(loadpoint.scope)});
+      // One whose path another one has is not there for anybody.
+      if (!loadpoint.isDuplicate) drawn_.push_back(i);
+    }
+    for (const std::size_t number : drawn_)
+      AddNodes(number);
+    for (const std::size_t number : drawn_)
+      AddEdges(number);
+    AddAnswers();
+    return std::move(graph_);
+  }
+
+ private:
+  std::size_t AddNode(NodeKind kind, std::size_t loadpoint, const std::string& id,
+                      const std::string& name, const std::string& more, const std::string& place) {
+    const int number = numbers_[{loadpoint, id}]++;
+    const std::string unique = number == 0 ? id : fmt::format("{}#{}", id, number + 1);
+    graph_.nodes.push_back(
+        {kind, loadpoint, unique, name, more.empty() ? name : name + "\n" + more, place});
+    return graph_.nodes.size() - 1;
+  }
+
+  void AddEdge(EdgeKind kind, std::size_t from, std::size_t to) {
+    graph_.edges.push_back({kind, from, to});
+  }
+
+  // ---- Nodes -----------------------------------------------------------------------------------
+
+  void AddNodes(std::size_t number) {
+    const LoadPoint& loadpoint = *process_.LoadPoints()[number];
+    for (const auto& manifest : loadpoint.manifests) {
+      for (const ModuleDeclaration& module : manifest->declarations.modules)
+        AddModule(number, *manifest, module);
+    }
+    for (const ClassRecord& record : process_.Classes()[number]) {
+      if (!record.completesFirst) AddClass(number, record);
+    }
+    for (const auto& manifest : loadpoint.manifests) {
+      for (const RunnableDeclaration& runnable : manifest->declarations.runnables) {
+        for (const ServiceDeclaration& service : runnable.services)
+          AddService(number, *manifest, service);
+      }
+    }
+  }
+
+  void AddModule(std::size_t number, const Manifest& manifest, const ModuleDeclaration& module) {
+    const ModuleFile file = FindModuleFile(*process_.LoadPoints()[number], module);
+    const std::string place = LineText(manifest, module.node);
+    const auto& fileName = module.implementations.front().name;
+    const std::string name = module.id  ? module.id->text
+                             : fileName ? fileName->text + " (nested)"
+                                        : "(nested)";
+    const bool isMissing = file.search.file.empty();
+    const std::size_t node = AddNode(isMissing ? NodeKind::kMissing : NodeKind::kModule, number,
+                                     "module " + (module.id ? module.id->text : place), name,
+                                     isMissing     ? "no file"
+                                     : module.type ? module.type->text
+                                                   : "",
+                                     place);
+    modules_[&module] = node;
+    if (module.id) modulesById_.try_emplace({number, module.id->text}, node);
+  }
+
+  void AddClass(std::size_t number, const ClassRecord& record) {
+    const ClassDeclaration& declared = *record.declaration;
+    const std::string place = LineText(*record.manifest, declared.node);
+    const std::string id = declared.id ? IdText(declared.id->id) : place;
+    const std::string name = declared.commonname ? declared.commonname->text : id;
+    classes_[&record] = AddNode(NodeKind::kClass, number, "class " + id, name, "", place);
+  }
+
+  void AddService(std::size_t number, const Manifest& manifest, const ServiceDeclaration& service) {
+    const std::string place = LineText(manifest, service.node);
+    const std::string id = service.id ? IdText(service.id->id) : place;
+    const std::string name = service.commonname ? service.commonname->text : id;
+    const std::size_t node = AddNode(NodeKind::kService, number, "service " + id, name,
+                                     fmt::format("version {}", service.version), place);
+    services_[&service] = node;
+    servicesById_.try_emplace({number, id}, node);
+  }
+
+  // ---- Edges -----------------------------------------------------------------------------------
+
+  // A module that no manifest of the load point declares is drawn as one without a file.
+  std::size_t ModuleNamed(std::size_t number, const std::string& id) {
+    const auto [known, isNew] = modulesById_.try_emplace({number, id}, graph_.nodes.size());
+    if (isNew) AddNode(NodeKind::kMissing, number, "module " + id, id, "not declared", "");
+    return known->second;
+  }
+
+  void AddEdges(std::size_t number) {
+    for (const ClassRecord& record : process_.Classes()[number]) {
+      if (!record.completesFirst) AddSides(number, record);
+    }
+    for (const auto& manifest : process_.LoadPoints()[number]->manifests) {
+      for (const RunnableDeclaration& runnable : manifest->declarations.runnables) {
+        if (!runnable.moduleref) continue;
+        for (const ServiceDeclaration& service : runnable.services)
+          AddEdge(EdgeKind::kRuns, services_.at(&service),
+                  ModuleNamed(number, runnable.moduleref->text));
+      }
+      for (const ModuleDeclaration& module : manifest->declarations.modules) {
+        for (const ImplementationDeclaration& implementation : module.implementations) {
+          for (const PreloadDeclaration& preload : implementation.preloads)
+            AddPreload(number, module, preload);
+        }
+      }
+    }
+  }
+
+  void AddSides(std::size_t number, const ClassRecord& record) {
+    for (std::size_t side = 0; side < record.sides.size(); ++side) {
+      const SideDeclaration* const declared = record.sides[side];
+      if (declared == nullptr) continue;
+      const bool isOwn = declared == record.written[side] || record.completedBy == nullptr;
+      const Manifest& manifest = *(isOwn ? record : *record.completedBy).manifest;
+      const std::size_t module =
+          declared->nested >= 0
+              ? modules_.at(
+                    &manifest.declarations.modules[static_cast<std::size_t>(declared->nested)])
+              : ModuleNamed(number, declared->moduleref->text);
+      AddEdge(kSideEdges[side], classes_.at(&record), module);
+    }
+  }
+
+  // The service is of the module's load point, or else of the first one that has it.
+  void AddPreload(std::size_t number, const ModuleDeclaration& module,
+                  const PreloadDeclaration& preload) {
+    if (preload.by != kMfByService || !preload.svcid) return;
+    const std::string id = IdText(preload.svcid->id);
+    auto service = servicesById_.find({number, id});
+    for (std::size_t i = 0; service == servicesById_.end() && i < graph_.loadpoints.size(); ++i)
+      service = servicesById_.find({i, id});
+    if (service == servicesById_.end()) return;
+    AddEdge(EdgeKind::kPreloadedWith, modules_.at(&module), service->second);
+  }
+
+  // ---- What queries find -----------------------------------------------------------------------
+
+  // As if the library refused nothing, so that broken load points are drawn, too.
+  void AddAnswers() {
+    std::vector<IndexedLoadPoint> indexed;
+    for (const std::size_t number : drawn_)
+      indexed.push_back({process_.LoadPoints()[number].get(), &process_.Classes()[number]});
+    const Answers answers(indexed);
+    for (const NamedClass& named : answers.Classes()) {
+      const std::optional<std::size_t> node = NodeOf(named);
+      if (!node || named.state != NamedClass::State::kFiled) continue;
+      graph_.nodes[*node].label += fmt::format("\nversion {}", named.version);
+      AddEdge(EdgeKind::kHostedBy, *node, services_.at(named.host.service));
+      const std::optional<std::size_t> first =
+          named.found != nullptr && !named.Answers() ? NodeOf(*named.found) : std::nullopt;
+      if (first) AddEdge(EdgeKind::kHiddenBy, *node, *first);
+    }
+  }
+
+  // One record of a class may complete another, which stands for both.
+  std::optional<std::size_t> NodeOf(const NamedClass& named) const {
+    const ClassRecord* const record =
+        named.record->completesFirst ? named.record->first : named.record;
+    const auto node = classes_.find(record);
+    return node != classes_.end() ? std::optional(node->second) : std::nullopt;
+  }
+
+  using InLoadPoint = std::pair<std::size_t, std::string>;
+
+  const CheckedProcess& process_;
+  Graph graph_;
+  std::vector<std::size_t> drawn_;      // numbers of load points
+  std::map<InLoadPoint, int> numbers_;  // of nodes with one id
+  std::map<const ModuleDeclaration*, std::size_t> modules_;
+  std::map<InLoadPoint, std::size_t> modulesById_;
+  std::map<const ClassRecord*, std::size_t> classes_;
+  std::map<const ServiceDeclaration*, std::size_t> services_;
+  std::map<InLoadPoint, std::size_t> servicesById_;
+};
+
+// The text of an id as ids are shown, or the text itself.
+std::string AsIdText(const std::string& text) {
+  try {
+    return IdText(ParseId(text));
+  } catch (const std::invalid_argument&) {
+    return text;
+  }
+}
+
+bool IsNamed(const GraphNode& node, const std::string& focus, const std::string& id) {
+  const std::size_t space = node.id.find(' ');
+  return node.name == focus || node.id.compare(space + 1, std::string::npos, id) == 0;
+}
+
+}  // namespace
+
+Graph DrawGraph(const CheckedProcess& process) {
+  return Drawing(process).Draw();
+}
+
+Graph Surroundings(const Graph& graph, const std::string& focus, std::size_t depth) {
+  constexpr std::size_t kFar = SIZE_MAX;
+  std::vector<std::vector<std::size_t>> neighbours(graph.nodes.size());
+  for (const GraphEdge& edge : graph.edges) {
+    neighbours[edge.from].push_back(edge.to);
+    neighbours[edge.to].push_back(edge.from);
+  }
+  std::vector<std::size_t> distances(graph.nodes.size(), kFar);
+  std::vector<std::size_t> queue;
+  const std::string id = AsIdText(focus);
+  for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+    if (!IsNamed(graph.nodes[i], focus, id)) continue;
+    distances[i] = 0;
+    queue.push_back(i);
+  }
+  for (std::size_t next = 0; next < queue.size(); ++next) {
+    if (distances[queue[next]] == depth) break;
+    for (const std::size_t neighbour : neighbours[queue[next]]) {
+      if (distances[neighbour] != kFar) continue;
+      distances[neighbour] = distances[queue[next]] + 1;
+      queue.push_back(neighbour);
+    }
+  }
+
+  Graph part{graph.loadpoints, {}, {}};
+  std::vector<std::size_t> numbers(graph.nodes.size());
+  for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+    if (distances[i] == kFar) continue;
+    numbers[i] = part.nodes.size();
+    part.nodes.push_back(graph.nodes[i]);
+  }
+  for (const GraphEdge& edge : graph.edges) {
+    if (distances[edge.from] != kFar && distances[edge.to] != kFar)
+      part.edges.push_back({edge.kind, numbers[edge.from], numbers[edge.to]});
+  }
+  return part;
+}
+
+}  // namespace tool
