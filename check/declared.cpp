@@ -62,7 +62,7 @@ bool MayHide(const Manifest& manifest, Names without) {
 
 }  // namespace
 
-ErrorPlaces::ErrorPlaces(const Manifest& manifest) {
+ErrorPlaces::ErrorPlaces(const Manifest& manifest) : trustedEnd_(manifest.trustedEnd) {
   for (const Finding& finding : manifest.findings) {
     if (finding.severity == Severity::kError) begins_.push_back(finding.place.span.begin);
   }
@@ -70,6 +70,7 @@ ErrorPlaces::ErrorPlaces(const Manifest& manifest) {
 }
 
 bool ErrorPlaces::AreIn(Span span) const {
+  if (span.end > trustedEnd_) return true;
   const auto first = std::lower_bound(begins_.begin(), begins_.end(), span.begin);
   return first != begins_.end() && *first < span.end;
 }

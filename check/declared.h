@@ -21,6 +21,7 @@ class ErrorPlaces {
 
  private:
   std::vector<std::size_t> begins_;  // sorted
+  const std::size_t trustedEnd_;     // what goes on after it holds the fault of the document
 };
 
 struct Declared {
