@@ -144,11 +144,26 @@ Span WithItsSeparator(const Source& source, Span name) {
   return {text.find_last_not_of(kSeparators, name.begin - 1) + 1, name.end};
 }
 
-// Whether the rule is judged from the document or layout file and nothing else.
-bool DependsOnItsFileAlone(Rule rule) {
-  const auto isBetween = [rule](Rule first, Rule last) { return rule >= first && rule <= last; };
-  return !isBetween(Rule::kDuplicateModule, Rule::kOutsideLoadpoint) &&
-         !isBetween(Rule::kBaseMissing, Rule::kNoManifests);
+// What has to be judged for a rule to be.
+Judged Needed(Rule rule) {
+  switch (rule) {
+    case Rule::kRunnableModuleUnknown:
+    case Rule::kHostUnknown:
+    case Rule::kClassHidden:
+    case Rule::kPreloadNeverHolds:
+      return Judged::kProcess;
+    case Rule::kDuplicateService:
+    case Rule::kPreloadNotActedOn:
+    case Rule::kFileMissing:
+    case Rule::kNoImplementation:
+    case Rule::kPathTooLong:
+    case Rule::kOutsideLoadpoint:
+    case Rule::kBaseMissing:
+    case Rule::kNoManifests:
+      return Judged::kLoadPoint;
+    default:
+      return Judged::kFileAlone;
+  }
 }
 
 bool BeginsStatement(std::string_view line) {
@@ -231,16 +246,17 @@ std::vector<const Allowance*> Cover(Allowances& allowances, const std::vector<Fi
 
 std::vector<Finding> UnusedAllowances(const Allowances& allowances, Judged judged) {
   std::vector<Finding> findings;
-  if (judged == Judged::kNotToItsEnd) return findings;
+  // Findings about allowances come after this.
+  const auto isUnused = [judged](const Allowance& allowance) {
+    return !allowance.isUsed && judged >= Needed(allowance.rule) &&
+           allowance.rule != Rule::kAllowUnknown && allowance.rule != Rule::kAllowUnused;
+  };
   std::vector<std::size_t> unused(allowances.comments.size(), 0);
   for (const Allowance& allowance : allowances.rules) {
-    if (!allowance.isUsed) ++unused[allowance.comment];
+    if (isUnused(allowance)) ++unused[allowance.comment];
   }
   for (const Allowance& allowance : allowances.rules) {
-    const bool isLocal = DependsOnItsFileAlone(allowance.rule);
-    // Findings about allowances come after this.
-    if (allowance.rule == Rule::kAllowUnknown || allowance.rule == Rule::kAllowUnused) continue;
-    if (allowance.isUsed || (judged == Judged::kFileAlone && !isLocal)) continue;
+    if (!isUnused(allowance)) continue;
     const AllowComment& comment = allowances.comments[allowance.comment];
     const std::string_view name = allowances.source->Text(allowance.name);
     Finding finding = Found(Rule::kAllowUnused, kBtkOk, {allowances.source, allowance.name},
@@ -249,7 +265,9 @@ std::vector<Finding> UnusedAllowances(const Allowances& allowances, Judged judge
                              ? Remove(comment.span, "the comment")
                              : Remove(WithItsSeparator(*allowances.source, allowance.name),
                                       fmt::format("\"{}\"", name));
-    finding.suggestions.push_back(isLocal ? Safe(std::move(removal)) : std::move(removal));
+    // What lies around the file may be different on another machine.
+    const bool isSafe = Needed(allowance.rule) == Judged::kFileAlone;
+    finding.suggestions.push_back(isSafe ? Safe(std::move(removal)) : std::move(removal));
     findings.push_back(std::move(finding));
   }
   return findings;

@@ -50,11 +50,12 @@ bool CanBeAllowed(Rule rule);
 // places. The allowances that cover one are marked as used.
 std::vector<const Allowance*> Cover(Allowances& allowances, const std::vector<Finding>& findings);
 
-// How much of a file was judged.
+// How far around a file it was judged, the least first.
 enum class Judged {
-  kEverything,
-  kFileAlone,    // not what depends on other files
   kNotToItsEnd,  // what is not told may be there nevertheless
+  kFileAlone,
+  kLoadPoint,  // the load point's records and files with it
+  kProcess,    // and the other load points, that of the process among them
 };
 
 // allow-unused, for those that cover no finding of a rule that was judged.

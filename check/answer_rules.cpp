@@ -1,9 +1,12 @@
 // Rules about what queries come to.
 #include <fmt/format.h>
 #include <optional>
+#include <set>
+#include <string_view>
 #include <utility>
 
 #include "check/answers.h"
+#include "check/suggestions.h"
 #include "check/wording.h"
 
 namespace tarnmf::check {
@@ -53,7 +56,38 @@ std::optional<Finding> HostOfOtherHalf(const NamedClass& named) {
   return finding;
 }
 
-Finding HostUnknown(const NamedClass& named) {
+// The names that services of a load point have.
+class ServiceNames {
+ public:
+  explicit ServiceNames(const LoadPoint& loadpoint) {
+    for (const auto& manifest : loadpoint.manifests) {
+      for (const RunnableDeclaration& runnable : manifest->declarations.runnables) {
+        for (const ServiceDeclaration& service : runnable.services) {
+          if (service.commonname) names_.insert(service.commonname->text);
+        }
+      }
+    }
+  }
+
+  // One that there is was not meant otherwise.
+  std::string CloseTo(const std::string& name) {
+    if (compared_ > kMostCompared || names_.contains(name)) return {};
+    compared_ += names_.size();
+    CloseNames close(name);
+    for (const std::string_view each : names_)
+      close.Offer(each);
+    return DidYouMean(close.FewBest(), Quoted);
+  }
+
+ private:
+  // It bounds the time that a load point full of unknown names takes.
+  static constexpr std::size_t kMostCompared = 200'000;
+
+  std::set<std::string_view> names_;
+  std::size_t compared_ = 0;
+};
+
+Finding HostUnknown(const NamedClass& named, ServiceNames& names) {
   const ClassRecord& record = *named.record;
   const ClassDeclaration& declaration = *record.declaration;
   if (declaration.xsname) {
@@ -62,11 +96,11 @@ Finding HostUnknown(const NamedClass& named) {
     const std::string least = declaration.xsversion > 0
                                   ? fmt::format(" with version {} or above", declaration.xsversion)
                                   : "";
-    return FoundAt(
-        Rule::kHostUnknown, record, declaration.xsname->span,
-        NeverFound(named, fmt::format("it names the host {}, and no service {} has "
-                                      "that name{}",
-                                      name, isElsewhere ? "of its load point" : "here", least)));
+    return FoundAt(Rule::kHostUnknown, record, declaration.xsname->span,
+                   NeverFound(named, fmt::format("it names the host {}, and no service {} has "
+                                                 "that name{}{}",
+                                                 name, isElsewhere ? "of its load point" : "here",
+                                                 least, names.CloseTo(declaration.xsname->text))));
   }
   if (declaration.xsid && !btkUniIdIsNull(declaration.xsid->id)) {
     return FoundAt(Rule::kHostUnknown, record, declaration.xsid->span,
@@ -93,15 +127,17 @@ Finding Hidden(const NamedClass& named) {
 
 void CheckAnswers(const Answers& answers, const LoadPoint& loadpoint,
                   std::vector<Finding>& findings) {
+  ServiceNames names(loadpoint);
   for (const NamedClass& named : answers.Classes()) {
     if (named.loadpoint != &loadpoint || named.record->hasErrors || named.Answers()) continue;
     std::optional<Finding> finding;
     if (named.state == NamedClass::State::kFiled) {
       // Without another one its version is negative, which is told where that is written.
       if (named.found != nullptr) finding = Hidden(named);
-    } else if (loadpoint.isComplete) {
-      finding = named.state == NamedClass::State::kNamesNoHost ? HostOfOtherHalf(named)
-                                                               : std::optional(HostUnknown(named));
+    } else if (loadpoint.knowsServices) {
+      finding = named.state == NamedClass::State::kNamesNoHost
+                    ? HostOfOtherHalf(named)
+                    : std::optional(HostUnknown(named, names));
     }
     if (finding) findings.push_back(*std::move(finding));
   }

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <iterator>
+#include <numeric>
 #include <optional>
-#include <set>
 #include <utility>
 
 #include "platform/filesystem.h"
@@ -17,6 +18,12 @@ namespace {
 // The service that hosts classes which name none.
 constexpr char kDefaultHost[] = "GenLWSC";
 
+using IdBytes = std::array<std::uint8_t, sizeof(UniIdT)>;
+
+IdBytes BytesOf(const UniIdT& id) {
+  return std::to_array(id.bytes);
+}
+
 std::int16_t VersionKey(std::int16_t version) {
   return static_cast<std::int16_t>(2 * version);
 }
@@ -25,12 +32,17 @@ bool IsEqual(const UniIdT& left, const UniIdT& right) {
   return btkUniIdIsEqual(&left, &right);
 }
 
+// Keys have 16 bits, so that high versions wrap.
+bool IsOfVersion(const NamedClass& named, std::int16_t version) {
+  const auto threshold = static_cast<std::int16_t>((version < 0 ? 0 : 2 * version) - 1);
+  return VersionKey(named.version) > threshold;
+}
+
 // The entry that comes first among those that a query may find, after entries of lower versions.
 template <class Bucket>
 auto FirstOfVersion(const Bucket& bucket, std::int16_t version) {
-  const auto threshold = static_cast<std::int16_t>((version < 0 ? 0 : 2 * version) - 1);
-  return std::find_if(bucket.begin(), bucket.end(), [&](const NamedClass* named) {
-    return VersionKey(named->version) > threshold;
+  return std::partition_point(bucket.begin(), bucket.end(), [&](const NamedClass* named) {
+    return !IsOfVersion(*named, version);
   });
 }
 
@@ -59,14 +71,12 @@ class Answers::Indexing {
   }
 
  private:
-  using IdBytes = std::array<std::uint8_t, sizeof(UniIdT)>;
-
   void DefineServices(const LoadPoint& loadpoint) {
     for (const auto& manifest : loadpoint.manifests) {
       for (const RunnableDeclaration& runnable : manifest->declarations.runnables) {
         for (const ServiceDeclaration& service : runnable.services) {
           if (!service.id) continue;
-          hosts_.try_emplace(std::to_array(service.id->id.bytes), Host{manifest.get(), &service});
+          hosts_.try_emplace(BytesOf(service.id->id), Host{manifest.get(), &service});
           Define(service);
         }
       }
@@ -88,7 +98,7 @@ class Answers::Indexing {
     using State = NamedClass::State;
     const ClassRecord& record = *named.record;
     const ClassDeclaration& declaration = *record.declaration;
-    std::optional<UniIdT> id;
+    ServiceId id;
     if (declaration.xsname) {
       id = Resolve(declaration.xsname->text, declaration.xsversion);
     } else if (declaration.xsid && !btkUniIdIsNull(declaration.xsid->id)) {
@@ -99,7 +109,7 @@ class Answers::Indexing {
       id = Resolve(kDefaultHost, 0);
     }
     if (!id) return State::kHostUnknown;
-    const auto host = hosts_.find(std::to_array(id->bytes));
+    const auto host = hosts_.find(BytesOf(*id));
     if (host == hosts_.end()) return State::kHostElsewhere;
     named.host = host->second;
     if (!btkUniIdIsNull(record.serviceId)) {
@@ -110,24 +120,47 @@ class Answers::Indexing {
     return State::kFiled;
   }
 
-  // Nothing when no service has the name.
-  std::optional<UniIdT> Resolve(const std::string& name, std::int32_t version) {
-    const auto asked = static_cast<std::int16_t>(0U - static_cast<std::uint32_t>(version));
-    const auto [known, isNew] = resolved_.try_emplace({name, asked});
-    if (isNew) {
-      UniIdT id{};
-      if (manager_.ResolveExternalService(&id, name.c_str(), asked, 0, path_.WideText()) == kBtkOk)
-        known->second = id;
-    }
-    return known->second;
+  using ServiceId = std::optional<UniIdT>;  // nothing: no service has the name and the version
+  static bool IsSame(const ServiceId& left, const ServiceId& right) {
+    return left.has_value() == right.has_value() && (!left || IsEqual(*left, *right));
   }
+
+  // The newest service of the load point is the answer up to its version, then the newest one of all
+  // up to that one's, then none. So few questions tell the answers to all.
+  ServiceId Resolve(const std::string& name, std::int32_t version) {
+    const auto asked = static_cast<std::int16_t>(0U - static_cast<std::uint32_t>(version));
+    const int least = asked < 0 ? -asked : 0;
+    std::map<int, ServiceId>& known = resolved_[name];
+    if (known.empty()) {
+      for (const int end : {0, kHighestLeast})
+        known.emplace(end, Ask(name, end));
+    }
+    for (;;) {
+      const auto above = known.lower_bound(least);
+      if (above->first == least) return above->second;
+      const auto below = std::prev(above);
+      if (IsSame(below->second, above->second)) return above->second;
+      const int middle = std::midpoint(below->first, above->first);
+      const int next = middle > below->first ? middle : least;
+      known.emplace(next, Ask(name, next));
+    }
+  }
+
+  ServiceId Ask(const std::string& name, int least) {
+    UniIdT id{};
+    const BtkErrorT code = manager_.ResolveExternalService(
+        &id, name.c_str(), static_cast<std::int16_t>(-least), 0, path_.WideText());
+    return code == kBtkOk ? ServiceId(id) : std::nullopt;
+  }
+
+  static constexpr int kHighestLeast = 1 << 15;
 
   Answers& answers_;
   btkHostServiceManager manager_;
   // Of the load point at hand.
   btkFSPath path_{""};
-  std::map<std::pair<std::string, std::int16_t>, std::optional<UniIdT>> resolved_;
-  std::map<IdBytes, Host> hosts_;  // the first service of each id
+  std::map<std::string, std::map<int, ServiceId>> resolved_;  // by name and least version
+  std::map<IdBytes, Host> hosts_;                             // the first service of each id
 };
 
 Answers::Answers(const std::vector<IndexedLoadPoint>& loadpoints) {
@@ -140,8 +173,24 @@ Answers::Answers(const std::vector<IndexedLoadPoint>& loadpoints) {
                        return VersionKey(left->version) < VersionKey(right->version);
                      });
   }
-  for (NamedClass& named : classes_)
-    named.found = Find({std::string(named.Name()), named.loadpoint->scope, named.version});
+  FindAll();
+}
+
+// Each class by a query of its own. The last entry of a scope is the newest one.
+void Answers::FindAll() {
+  std::map<std::pair<std::string_view, IdBytes>, const NamedClass*> newest;
+  for (const auto& [name, bucket] : byName_) {
+    for (const NamedClass* named : bucket)
+      newest[{name, BytesOf(named->loadpoint->scope)}] = named;
+  }
+  for (NamedClass& named : classes_) {
+    for (const UniIdT& scope : {named.loadpoint->scope, kBtkNullUniId}) {
+      const auto entry = newest.find({named.Name(), BytesOf(scope)});
+      if (entry == newest.end() || !IsOfVersion(*entry->second, named.version)) continue;
+      named.found = entry->second;
+      break;
+    }
+  }
 }
 
 // An entry of the caller's own scope is preferred to any one without a scope.

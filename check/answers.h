@@ -87,6 +87,7 @@ class Answers {
 
  private:
   class Indexing;
+  void FindAll();
   using Bucket = std::vector<const NamedClass*>;  // by version, then in the order of filing
 
   std::deque<NamedClass> classes_;

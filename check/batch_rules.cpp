@@ -180,7 +180,7 @@ void BatchCheck::Claim(const ClassRecord& record, const RoleRule& rule) {
   if (!id) return;
   const auto known = modules_.find(id->text);
   if (known == modules_.end()) {
-    if (!loadpoint_.isComplete) return;
+    if (!loadpoint_.knowsModules) return;
     TellUnknown(Found(Rule::kModuleUnknown, kBtkUnexpected, {&manifest.source, id->span},
                       fmt::format("no manifest here declares module {}", Quoted(id->text))),
                 manifest, *id, true);
@@ -219,7 +219,7 @@ void BatchCheck::CheckRunnables() {
   for (const auto& manifest : loadpoint_.manifests) {
     for (const RunnableDeclaration& runnable : manifest->declarations.runnables) {
       const std::optional<TextValue>& reference = runnable.moduleref;
-      if (reference && declared_.isComplete && !declared_.modules.contains(reference->text)) {
+      if (reference && declared_.knowsModules && !declared_.modules.contains(reference->text)) {
         TellUnknown(
             Found(Rule::kRunnableModuleUnknown, kBtkOk, {&manifest->source, reference->span},
                   fmt::format("the runnable can never start: no manifest here declares "

@@ -79,16 +79,4 @@ std::string NameOf(const ClassDeclaration& declaration) {
   return declaration.id ? IdText(declaration.id->id) : "";
 }
 
-ErrorPlaces::ErrorPlaces(const Manifest& manifest) {
-  for (const Finding& finding : manifest.findings) {
-    if (finding.severity == Severity::kError) begins_.push_back(finding.place.span.begin);
-  }
-  std::sort(begins_.begin(), begins_.end());
-}
-
-bool ErrorPlaces::AreIn(Span span) const {
-  const auto first = std::lower_bound(begins_.begin(), begins_.end(), span.begin);
-  return first != begins_.end() && *first < span.end;
-}
-
 }  // namespace tarnmf::check

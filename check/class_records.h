@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "check/declared.h"
 #include "check/installation.h"
 
 namespace tarnmf::check {
@@ -35,16 +36,6 @@ std::vector<ClassRecord> ClassRecordsOf(const LoadPoint& loadpoint);
 
 // The name that people know a class by: its common name, else its id.
 std::string NameOf(const ClassDeclaration& declaration);
-
-// The manifest's errors, to be asked whether an element holds one.
-class ErrorPlaces {
- public:
-  explicit ErrorPlaces(const Manifest& manifest);
-  bool AreIn(Span span) const;
-
- private:
-  std::vector<std::size_t> begins_;  // sorted
-};
 
 }  // namespace tarnmf::check
 

@@ -76,33 +76,40 @@ State Served(const ClassAtHand& owner, const GivenAttributes& given) {
   return svcid == State::kUncertain || !owner.isWorker ? State::kUncertain : State::kAbsent;
 }
 
-// Whether it lacks something, which then has been told.
-bool IsIncomplete(Inspection& inspection, const ClassAtHand& owner, const ElementAtHand& side) {
-  const bool isEmpty = inspection[side.node].firstChild == kNoNode && inspection.IsWhole(side.node);
-  const bool holdsSomething = inspection.FirstChild(side.node) != kNoNode;
-  const State moduleref = side.given.StateOf("moduleref");
-  if (&side.described != &grammar::kServiceSide) {
-    if (!isEmpty || moduleref != State::kAbsent) return false;
-    ReportIncomplete(inspection, side.node, "\"moduleref\" or a <module>");
-    return true;
-  }
+// What stands in a side, as far as it is known.
+struct SideContent {
+  bool isEmpty;
+  bool holdsSomething;
+};
 
-  const State served = Served(owner, side.given);
-  const bool hasHost = !side.given.IsAbsent("xsid");
-  if (served == State::kAbsent && !hasHost) {
+SideContent ContentOf(const Inspection& inspection, NodeId side) {
+  return {inspection[side].firstChild == kNoNode && inspection.IsWhole(side),
+          inspection.FirstChild(side) != kNoNode};
+}
+
+// Tells what a side lacks; false when that is nothing.
+bool TellMissingOfPlain(Inspection& inspection, const ElementAtHand& side) {
+  if (!ContentOf(inspection, side.node).isEmpty || !side.given.IsAbsent("moduleref")) return false;
+  ReportIncomplete(inspection, side.node, "\"moduleref\" or a <module>");
+  return true;
+}
+
+bool TellMissingOfService(Inspection& inspection, const ClassAtHand& owner,
+                          const ElementAtHand& side) {
+  const SideContent content = ContentOf(inspection, side.node);
+  const bool isUnserved = Served(owner, side.given) == State::kAbsent;
+  const bool mayHaveHost = !side.given.IsAbsent("xsid");
+  const bool hasModule = content.holdsSomething || side.given.IsGiven("moduleref");
+  if (isUnserved && !mayHaveHost) {
     ReportUnserved(inspection, owner, side.node, "\"svcid\" or \"xsid\"");
-    return true;
-  }
-  const bool hasModule = holdsSomething || (isEmpty && moduleref == State::kGiven);
-  if (served == State::kAbsent && hasModule) {
+  } else if (isUnserved && hasModule) {
     ReportUnserved(inspection, owner, side.node, "\"svcid\" for its module");
-    return true;
-  }
-  if (isEmpty && moduleref == State::kAbsent && !hasHost) {
+  } else if (content.isEmpty && side.given.IsAbsent("moduleref") && !mayHaveHost) {
     ReportIncomplete(inspection, side.node, "\"moduleref\", a <module> or \"xsid\"");
-    return true;
+  } else {
+    return false;
   }
-  return false;
+  return true;
 }
 
 // ---- The modules of a side ---------------------------------------------------------------------
@@ -123,8 +130,10 @@ void CheckModules(Inspection& inspection, const ElementAtHand& side) {
 }
 
 void CheckSide(Inspection& inspection, const ClassAtHand& owner, const ElementAtHand& side) {
-  const bool isIncomplete = IsIncomplete(inspection, owner, side);
-  if (!isIncomplete && side.given.IsEmpty()) ReportNothingGiven(inspection, side);
+  const bool lacksSomething = &side.described == &grammar::kServiceSide
+                                  ? TellMissingOfService(inspection, owner, side)
+                                  : TellMissingOfPlain(inspection, side);
+  if (!lacksSomething && side.given.IsEmpty()) ReportNothingGiven(inspection, side);
   if (!side.given.IsGiven("moduleref")) {
     CheckModules(inspection, side);
     return;

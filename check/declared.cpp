@@ -1,24 +1,24 @@
 #include "check/declared.h"
 
 #include <algorithm>
-#include <iterator>
+#include <span>
 #include <string_view>
 
-#include "platform/text.h"
+#include "check/names.h"
 #include "support/ignore_refusal.h"
 
 namespace tarnmf::check {
 namespace {
 
-// Elements in which neither modules nor services can stand.
-bool HoldsNoDeclaration(std::string_view element) {
-  static constexpr std::string_view kNames[] = {
-      "args",    "arg",     "env", "set",      "unset",          "append",
-      "prepend", "service", "app", "launcher", "platformmodule", "preload"};
-  std::string name(element);
-  std::transform(name.begin(), name.end(), name.begin(), btkAsciiToLower<char>);
-  return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
-}
+// Elements in which no module can stand, and those in which no service can.
+constexpr std::string_view kWithoutModules[] = {
+    "runnables", "runnable", "service", "app",    "launcher", "args",           "arg",
+    "env",       "set",      "unset",   "append", "prepend",  "platformmodule", "preload"};
+constexpr std::string_view kWithoutServices[] = {
+    "modules", "module", "classes",  "class",          "clientside", "agentside", "serviceside",
+    "service", "app",    "launcher", "args",           "arg",        "env",       "set",
+    "unset",   "append", "prepend",  "platformmodule", "preload"};
+using Names = std::span<const std::string_view>;
 
 // The innermost element that the place is in or begins.
 NodeId ElementAt(const Document& document, std::size_t offset) {
@@ -33,48 +33,72 @@ NodeId ElementAt(const Document& document, std::size_t offset) {
   return node;
 }
 
-bool MayHide(const Finding& finding, const Document& document) {
+// Whether an element may be lost by the finding that could have stood in one of the others.
+bool MayHide(const Finding& finding, const Document& document, Names without) {
+  NodeId holder = ElementAt(document, finding.place.span.begin);
   switch (finding.rule) {
-    case Rule::kUnreadable:
-    case Rule::kNotWellFormed:
     case Rule::kEntityUnreadable:
-    case Rule::kOnlyElements:
       return true;
+    case Rule::kOnlyElements:
+      break;
     case Rule::kElementUnknown:
-    case Rule::kElementMisplaced: {
-      const NodeId node = ElementAt(document, finding.place.span.begin);
-      if (node == kNoNode) return true;
-      const NodeId parent = document[node].parent;
-      return parent == kNoNode || document[parent].kind != NodeKind::kElement ||
-             !HoldsNoDeclaration(document.Name(parent));
-    }
+    case Rule::kElementMisplaced:
+      if (holder != kNoNode) holder = document[holder].parent;
+      break;
     default:
       return false;
   }
+  if (holder == kNoNode || document[holder].kind != NodeKind::kElement) return true;
+  const std::string name = Folded(document.Name(holder));
+  return std::find(without.begin(), without.end(), name) == without.end();
+}
+
+bool MayHide(const Manifest& manifest, Names without) {
+  if (!manifest.isWellFormed || !manifest.source.IsDecoded() || manifest.isExternal) return true;
+  return std::any_of(
+      manifest.findings.begin(), manifest.findings.end(),
+      [&](const Finding& finding) { return MayHide(finding, manifest.document, without); });
 }
 
 }  // namespace
 
-bool MayHideDeclarations(const Manifest& manifest) {
-  if (!manifest.isWellFormed || !manifest.source.IsDecoded() || manifest.isExternal) return true;
-  const auto hides = [&](const Finding& finding) { return MayHide(finding, manifest.document); };
-  if (std::any_of(manifest.findings.begin(), manifest.findings.end(), hides)) return true;
-  const Declarations& declared = manifest.declarations;
-  const auto hasNoId = [](const ModuleDeclaration& module) {
-    return !module.id && !module.isNested;
+ErrorPlaces::ErrorPlaces(const Manifest& manifest) {
+  for (const Finding& finding : manifest.findings) {
+    if (finding.severity == Severity::kError) begins_.push_back(finding.place.span.begin);
+  }
+  std::sort(begins_.begin(), begins_.end());
+}
+
+bool ErrorPlaces::AreIn(Span span) const {
+  const auto first = std::lower_bound(begins_.begin(), begins_.end(), span.begin);
+  return first != begins_.end() && *first < span.end;
+}
+
+// A module or service with an id that cannot be read may be any.
+bool MayHideModules(const Manifest& manifest) {
+  if (MayHide(manifest, kWithoutModules)) return true;
+  const ErrorPlaces errors(manifest);
+  const auto isUnclear = [&](const ModuleDeclaration& module) {
+    return !module.id && errors.AreIn(manifest.document[module.node].span);
   };
-  const auto hidesService = [](const RunnableDeclaration& runnable) {
-    return std::any_of(runnable.services.begin(), runnable.services.end(),
-                       [](const ServiceDeclaration& service) { return !service.id; });
-  };
-  return std::any_of(declared.modules.begin(), declared.modules.end(), hasNoId) ||
-         std::any_of(declared.runnables.begin(), declared.runnables.end(), hidesService);
+  const std::vector<ModuleDeclaration>& modules = manifest.declarations.modules;
+  return std::any_of(modules.begin(), modules.end(), isUnclear);
+}
+
+bool MayHideServices(const Manifest& manifest) {
+  if (MayHide(manifest, kWithoutServices)) return true;
+  const auto isUnclear = [](const ServiceDeclaration& service) { return !service.id; };
+  const std::vector<RunnableDeclaration>& runnables = manifest.declarations.runnables;
+  return std::any_of(runnables.begin(), runnables.end(), [&](const RunnableDeclaration& runnable) {
+    return std::any_of(runnable.services.begin(), runnable.services.end(), isUnclear);
+  });
 }
 
 Declared DeclaredBy(const std::vector<std::unique_ptr<LoadPoint>>& loadpoints) {
   Declared declared;
   for (const auto& loadpoint : loadpoints) {
-    declared.isComplete &= loadpoint->isComplete;
+    declared.knowsModules &= loadpoint->knowsModules;
+    declared.knowsServices &= loadpoint->knowsServices;
     for (const auto& manifest : loadpoint->manifests) {
       for (const ModuleDeclaration& module : manifest->declarations.modules) {
         if (module.id) declared.modules.insert(module.id->text);

@@ -2,6 +2,7 @@
 #ifndef CHECK_DECLARED_H
 #define CHECK_DECLARED_H
 
+#include <cstddef>
 #include <memory>
 #include <set>
 #include <string>
@@ -12,16 +13,28 @@
 
 namespace tarnmf::check {
 
+// The manifest's errors, to be asked whether an element holds one.
+class ErrorPlaces {
+ public:
+  explicit ErrorPlaces(const Manifest& manifest);
+  bool AreIn(Span span) const;
+
+ private:
+  std::vector<std::size_t> begins_;  // sorted
+};
+
 struct Declared {
   std::unordered_set<std::string> modules;
   std::set<std::string> services;  // the texts of their ids, as IdText makes them
-  bool isComplete = true;          // what is not here is nowhere
+  bool knowsModules = true;        // those that are not here are nowhere
+  bool knowsServices = true;
 };
 
 Declared DeclaredBy(const std::vector<std::unique_ptr<LoadPoint>>& loadpoints);
 
-// Whether what is wrong in the manifest may hide modules or services that it declares.
-bool MayHideDeclarations(const Manifest& manifest);
+// Whether what is wrong in the manifest may hide modules, or services, that it declares.
+bool MayHideModules(const Manifest& manifest);
+bool MayHideServices(const Manifest& manifest);
 
 // 36 characters in lower case.
 std::string IdText(const UniIdT& id);

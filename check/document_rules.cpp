@@ -7,8 +7,11 @@
 #include <iterator>
 #include <string>
 #include <system_error>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
+#include "check/characters.h"
 #include "check/encoding.h"
 #include "check/expansion.h"
 
@@ -71,19 +74,33 @@ class TypeRules {
     return {all.begin, all.begin + heading.find_last_not_of(" \t") + 1};
   }
 
-  bool IsReferredTo(const Entity& entity) const {
-    const std::string reference = (entity.isParameter ? '%' : '&') + entity.name + ';';
-    return text_.find(reference, manifest_.document.doctype.begin) != std::string_view::npos;
+  // The names after "&" and "%" with these before them, wherever they stand.
+  std::unordered_set<std::string_view> References() const {
+    std::unordered_set<std::string_view> names;
+    std::size_t at = manifest_.document.doctype.begin;
+    while ((at = text_.find_first_of("&%", at)) != std::string_view::npos) {
+      const std::size_t begin = at++;
+      while (at < text_.size() && IsOfName(text_[at]))
+        ++at;
+      if (at < text_.size() && text_[at] == ';') names.insert(text_.substr(begin, at - begin));
+    }
+    return names;
   }
 
   void CheckExternals() {
-    const std::size_t begin = manifest_.document.doctype.begin;
+    std::size_t from = manifest_.document.doctype.begin;
     if (!Type().systemId.empty())
-      CheckExternal("document type", Type().systemId, kBtkUnexpected, begin);
+      CheckExternal("document type", Type().systemId, kBtkUnexpected, from);
+    const auto isOutside = [](const Entity& each) { return each.isExternal && !each.isUnparsed; };
+    if (std::none_of(Type().entities.begin(), Type().entities.end(), isOutside)) return;
+    const std::unordered_set<std::string_view> references = References();
     for (const Entity& entity : Type().entities) {
-      if (!entity.isExternal || entity.isUnparsed || !IsReferredTo(entity)) continue;
+      const std::string reference = (entity.isParameter ? '%' : '&') + entity.name;
+      if (!isOutside(entity) || !references.contains(reference)) continue;
+      // Entities come in the order of their declarations, so that the search goes on where it was.
+      from = std::max(from, Find(entity.name, from).begin);
       CheckExternal(fmt::format("entity \"{}\"", entity.name), entity.systemId,
-                    entity.isParameter ? kBtkUnexpected : kBtkOk, Find(entity.name, begin).end);
+                    entity.isParameter ? kBtkUnexpected : kBtkOk, from + entity.name.size());
     }
   }
 

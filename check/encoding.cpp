@@ -172,23 +172,25 @@ class Converter {
   iconv_t handle_;
 };
 
-// Bytes without a meaning: of windows-1252 they are control characters to the XML library, of other
-// encodings of single bytes U+FFFD, and of all others a fault.
+// What becomes of a byte without a meaning. The XML library passes over most of them, as U+FFFD.
+void AppendMeaningless(unsigned char byte, std::string_view upperName, Decoding& out) {
+  const bool isStrict = upperName == "US-ASCII" || upperName == "ASCII" || upperName == "EUC-JP" ||
+                        upperName == "EUC-KR";
+  if (isStrict) {
+    out.Refuse(fmt::format("byte 0x{:02X} is no {}", byte, upperName));
+  } else if (upperName.starts_with("WINDOWS-125") && byte < 0xA0U) {
+    out.Append(byte);
+  } else {
+    out.text += kReplacement;
+  }
+}
+
 void AppendConverted(std::string_view bytes, std::string_view upperName, Converter& converter,
                      Decoding& out) {
-  const bool isSingleByte = upperName.starts_with("ISO-8859") || upperName.starts_with("KOI8") ||
-                            upperName.starts_with("WINDOWS-125");
   for (;;) {
     converter.Convert(bytes, out.text);
     if (bytes.empty()) return;
-    const auto byte = static_cast<unsigned char>(bytes[0]);
-    if (upperName == "WINDOWS-1252") {
-      out.Append(byte);
-    } else if (isSingleByte) {
-      out.text += kReplacement;
-    } else {
-      out.Refuse(fmt::format("byte 0x{:02X} is no {}", byte, upperName));
-    }
+    AppendMeaningless(static_cast<unsigned char>(bytes[0]), upperName, out);
     bytes.remove_prefix(1);
   }
 }
@@ -197,7 +199,7 @@ void AppendConverted(std::string_view bytes, std::string_view upperName, Convert
 std::string KnownName(std::string upperName) {
   if (!Converter(upperName).IsKnown())
     upperName.erase(std::remove_if(upperName.begin(), upperName.end(),
-                                   [](char c) { return !IsDigit(c) && !BeginsName(c); }),
+                                   [](char c) { return !IsDigit(c) && (c < 'A' || c > 'Z'); }),
                     upperName.end());
   return upperName == "UTF8" ? "UTF-8" : upperName;
 }
@@ -247,24 +249,6 @@ void DecodeAs(const std::string& encoding, std::string_view bytes, DecodedText& 
   result.isUtf8 = !result.fault && result.text == bytes;
 }
 
-}  // namespace
-
-Span DeclaredValue(std::string_view text, std::string_view name) {
-  if (!text.starts_with("<?xml") || text.find_first_of(kBlanks, 5) != 5) return {};
-  text = text.substr(0, text.find("?>"));
-  std::size_t at = text.find(name);
-  if (at == std::string_view::npos) return {};
-  at = SkipBlanks(text, at + name.size());
-  if (at == text.size() || text[at] != '=') return {};
-  at = SkipBlanks(text, at + 1);
-  if (at == text.size() || (text[at] != '"' && text[at] != '\'')) return {};
-  const std::size_t end = text.find(text[at], at + 1);
-  if (end == std::string_view::npos) return {};
-  return {at + 1, end};
-}
-
-namespace {
-
 constexpr std::string_view kMark = "\xEF\xBB\xBF"sv;
 
 // What the XML library does not take for the beginning of a document, though others do.
@@ -282,6 +266,20 @@ void CheckBegin(std::string_view bytes, DecodedText& result) {
 }
 
 }  // namespace
+
+Span DeclaredValue(std::string_view text, std::string_view name) {
+  if (!text.starts_with("<?xml") || text.find_first_of(kBlanks, 5) != 5) return {};
+  text = text.substr(0, text.find("?>"));
+  std::size_t at = text.find(name);
+  if (at == std::string_view::npos) return {};
+  at = SkipBlanks(text, at + name.size());
+  if (at == text.size() || text[at] != '=') return {};
+  at = SkipBlanks(text, at + 1);
+  if (at == text.size() || (text[at] != '"' && text[at] != '\'')) return {};
+  const std::size_t end = text.find(text[at], at + 1);
+  if (end == std::string_view::npos) return {};
+  return {at + 1, end};
+}
 
 DecodedText Decode(std::string_view bytes) {
   DecodedText result;

@@ -109,7 +109,7 @@ Fault InMarkup(const Surroundings& here, std::size_t less) {
   const Span doctype = here.LineFrom(less);
   if (here.IsAt(less, "<!DOCTYPE"))
     return {doctype, "a document has one document type declaration, before its root", {}};
-  const Span name = here.NameAt(less + 2);
+  const Span name = here.NameAt(std::min(less + 2, here.text.size()));
   std::string word(here.text.substr(name.begin, name.Size()));
   std::transform(word.begin(), word.end(), word.begin(), ToUpper);
   if (here.IsAt(less, "<!") && word == "DOCTYPE")
@@ -189,6 +189,13 @@ Span RefusedReference(const Surroundings& here, int error) {
   return last;
 }
 
+// Where the end tag begins that another tag ends at the offset.
+std::optional<std::size_t> UnfinishedEndTag(const Surroundings& here) {
+  if (here.offset == 0 || !here.IsAt("<")) return std::nullopt;
+  const std::size_t begin = here.text.find_last_of("<>", here.offset - 1);
+  return here.IsAt(begin, "</") ? std::optional(begin) : std::nullopt;
+}
+
 Fault ByNode(const Surroundings& here, int error) {
   const Node& node = here.document[here.node];
   const bool isInside = here.offset > node.span.begin && here.offset < node.span.end;
@@ -205,6 +212,8 @@ Fault ByNode(const Surroundings& here, int error) {
   const NodeId before = here.ElementBefore();
   if (here.IsAt("<") && before != kNoNode && IsUnfinishedTag(here, before))
     return ExplainStartTag(here, before);
+  if (const auto endTag = UnfinishedEndTag(here))
+    return ExplainEndTag(Surroundings(here.document, *endTag));
   if (here.OpenElement() == nullptr) return OutsideRoot(here);
   const std::size_t less = here.IsAt("<") ? here.offset : here.offset - 1;
   if (here.IsAt(less, "</") || here.IsAt(here.offset - 2, "</"))

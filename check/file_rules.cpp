@@ -73,7 +73,8 @@ class FileCheck {
   void SuggestFile(Finding& finding, const Module& module, const Search& search);
   void SuggestName(Finding& finding, const Module& module,
                    const ImplementationDeclaration& implementation, std::string_view file);
-  std::string Shown(const std::string& path) const;
+  std::string Shown(const Module& module, const Search& search, const std::string& file) const;
+  std::string ShownPlaces(const Module& module, const Search& search) const;
   const std::vector<std::string>& NamesIn(const std::string& directory);
 
   const LoadPoint& loadpoint_;
@@ -141,9 +142,9 @@ void FileCheck::TellOutside(const Module& module, const Search& search) {
       implementation.path && implementation.path->text.find("..") != std::string::npos;
   const TextValue& value = byPath ? *implementation.path : *implementation.name;
   const std::string& file = search.file.empty() ? search.tried.back() : search.file;
-  findings_.push_back(
-      Found(Rule::kOutsideLoadpoint, kBtkOk, module.At(value.span),
-            fmt::format("{} leads out of the load point: to {}", Quoted(value.text), Shown(file))));
+  findings_.push_back(Found(Rule::kOutsideLoadpoint, kBtkOk, module.At(value.span),
+                            fmt::format("{} leads out of the load point: to {}", Quoted(value.text),
+                                        Shown(module, search, file))));
 }
 
 // True when something was told.
@@ -172,40 +173,46 @@ bool FileCheck::TellBackslashes(const Module& module, const Search& search) {
   return true;
 }
 
-// As a path that is below the directory, or beside it, where people have named that.
-std::string FileCheck::Shown(const std::string& path) const {
-  const fs::path file = fs::path(path).lexically_normal();
-  const fs::path root = fs::path(loadpoint_.path).lexically_normal();
-  const fs::path relative = file.lexically_relative(root);
-  if (relative.empty() || *relative.begin() == "..") return file.string();
-  const std::string& directory = loadpoint_.directory.Path();
-  const fs::path below = file.lexically_relative(AbsolutePath(directory));
-  return (fs::path(directory) / below).lexically_normal().string();
+// Paths that a manifest gives as they stand are told as they stand.
+std::string FileCheck::Shown(const Module& module, const Search& search,
+                             const std::string& file) const {
+  const bool stands = search.implementation->forcePath || module.declaration.loadpoint;
+  return stands ? file : ShownPath(loadpoint_, file);
 }
 
 // ---- Missing files -----------------------------------------------------------------------------
 
+std::string FileCheck::ShownPlaces(const Module& module, const Search& search) const {
+  std::string places;
+  for (const std::string& file : search.tried)
+    places += (places.empty() ? "" : ", ") + Shown(module, search, file);
+  return places;
+}
+
 // `own` is the search for the module's own file after that for this machine's.
 void FileCheck::TellMissing(const Module& module, const Search& search, const Search* own) {
   const ModuleDeclaration& declared = module.declaration;
-  std::vector<std::string> tried = search.tried;
-  if (own != nullptr && own->file.empty())
-    tried.insert(tried.end(), own->tried.begin(), own->tried.end());
-  std::string places;
-  for (const std::string& file : tried)
-    places += (places.empty() ? "" : ", ") + Shown(file);
-  Finding finding =
-      Found(Rule::kFileMissing, kBtkOk, module.At(search.implementation->name->span),
-            fmt::format("the file of {} is not there: looked for {}", NameOf(declared), places));
+  const std::string machine = fmt::format("machine type {}", Quoted(btkGetVexMachine()));
+  const std::string name = NameOf(declared);
+  std::string message =
+      fmt::format("the file of {} is not there: looked for {}", name, ShownPlaces(module, search));
+  if (own != nullptr && !own->file.empty()) {
+    message = fmt::format("the file of {} for {} is not there, and its own is used: looked for {}",
+                          name, machine, ShownPlaces(module, search));
+  } else if (own != nullptr) {
+    message += ", " + ShownPlaces(module, *own);
+  }
+  Finding finding = Found(Rule::kFileMissing, kBtkOk, module.At(search.implementation->name->span),
+                          std::move(message));
   SuggestFile(finding, module, search);
   // With a file of nearly that name it is one for this machine, which has another name.
   const bool isForOthers = own == nullptr && declared.implementations.size() > 1;
   if (isForOthers && finding.suggestions.empty()) {
     finding = Found(Rule::kNoImplementation, kBtkOk,
                     module.At(module.manifest.document[declared.node].name),
-                    fmt::format("{} has no implementation for machine type {}, and its own file is "
-                                "not there: looked for {}",
-                                NameOf(declared), Quoted(btkGetVexMachine()), places));
+                    fmt::format("{} has no implementation for {}, and its own file is not there: "
+                                "looked for {}",
+                                name, machine, ShownPlaces(module, search)));
   }
   findings_.push_back(std::move(finding));
 }

@@ -4,7 +4,6 @@
 #include <cassert>
 #include <map>
 #include <set>
-#include <unordered_set>
 #include <utility>
 
 #include "check/edited_files.h"
@@ -27,19 +26,6 @@ std::string WithCrLf(const std::string& text) {
     changed += character;
   }
   return changed;
-}
-
-// What stands before the root outside comments and instructions.
-bool HasDocumentType(const Document& document) {
-  const std::string& text = document.source->Text();
-  std::size_t begin = 0;
-  for (NodeId node : document.ChildrenOf(kDocumentNode)) {
-    const Span span = document[node].span;
-    if (text.substr(begin, span.begin - begin).find("<!DOCTYPE") != text.npos) return true;
-    if (document[node].kind == NodeKind::kElement) break;
-    begin = span.end;
-  }
-  return false;
 }
 
 // Places of one file that are edited already.
@@ -111,34 +97,19 @@ class Fixer {
   }
 
   Changes SafeChanges() const {
-    const std::unordered_set<const Source*> editable = Editable();
     Changes changes;
     for (const Finding& finding : verdict_.findings) {
       const Source* const source = finding.place.source;
       const auto safe = std::find_if(finding.suggestions.begin(), finding.suggestions.end(),
                                      [](const Suggestion& suggestion) { return suggestion.safe; });
-      if (safe == finding.suggestions.end() || !editable.contains(source)) continue;
+      if (safe == finding.suggestions.end() || left_.contains(source->Path())) continue;
       Change& change = changes[source->Path()];
       if (change.source == nullptr) change.source = source;
-      if (change.source != source || !change.places.Take(safe->edits)) continue;
+      if (!change.places.Take(safe->edits)) continue;
       change.edits.insert(change.edits.end(), safe->edits.begin(), safe->edits.end());
       ++change.fixes;
     }
     return changes;
-  }
-
-  std::unordered_set<const Source*> Editable() const {
-    std::unordered_set<const Source*> editable;
-    const auto add = [&](const Source& source) {
-      if (source.IsUtf8() && !left_.contains(source.Path())) editable.insert(&source);
-    };
-    for (const auto& loadpoint : report_.loadpoints) {
-      if (loadpoint->layout) add(loadpoint->layout->source);
-      for (const auto& manifest : loadpoint->manifests) {
-        if (manifest->isWellFormed && !HasDocumentType(manifest->document)) add(manifest->source);
-      }
-    }
-    return editable;
   }
 
   void Apply(Changes changes) {

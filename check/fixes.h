@@ -29,8 +29,8 @@ struct FixOutcome {
       putBack;  // those that had more errors afterwards, and so stay as they are
 };
 
-// Fixes and checks again until there is nothing left to fix, four times at most. Files that are no
-// well-formed UTF-8, or that have a document type, are left alone. Nothing is written.
+// Applies safe suggestions and checks again until there are none left, four times at most. Nothing is
+// written.
 FixOutcome Fix(const Request& request, Files& files, SettingsFinder& settings,
                const Levels& levels);
 

@@ -16,7 +16,7 @@ namespace tarnmf::check {
 // nodes there nor what an element that goes on there lacks.
 class Inspection {
  public:
-  explicit Inspection(Manifest& manifest) : manifest_(manifest) {}
+  explicit Inspection(Manifest& manifest);
 
   const Document& Doc() const { return manifest_.document; }
   const Source& Text() const { return manifest_.source; }
@@ -57,7 +57,10 @@ class Inspection {
   }
 
  private:
+  bool IsWholeStartTag(NodeId element) const;
+
   Manifest& manifest_;
+  std::size_t fault_ = SIZE_MAX;  // where the document is told to be at fault
 };
 
 struct ElementPlace {

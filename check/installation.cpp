@@ -24,13 +24,17 @@ void TellUnreadable(LoadPoint& loadpoint, const std::string& path) {
   loadpoint.findings.push_back(Found(Rule::kUnreadable, kBtkMissing,
                                      {loadpoint.unreadable.back().get(), {}},
                                      "the file cannot be read"));
+  loadpoint.knowsModules = false;
+  loadpoint.knowsServices = false;
   loadpoint.isComplete = false;
 }
 
 void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, Files& files) {
   for (const std::string& path : paths) {
     if (std::shared_ptr<const Manifest> manifest = files.ReadManifest(path)) {
-      if (MayHideDeclarations(*manifest)) loadpoint.isComplete = false;
+      if (MayHideModules(*manifest)) loadpoint.knowsModules = false;
+      if (MayHideServices(*manifest)) loadpoint.knowsServices = false;
+      loadpoint.isComplete = loadpoint.knowsModules && loadpoint.knowsServices;
       loadpoint.manifests.push_back(std::move(manifest));
     } else {
       TellUnreadable(loadpoint, path);
@@ -74,7 +78,8 @@ void CheckBase(LoadPoint& loadpoint, Files& files) {
   LayoutFileText* const layout = loadpoint.layout.get();
   if (layout == nullptr || layout->base.empty() || layout->basePath.empty()) return;
   if (files.IsDirectory(layout->basePath)) return;
-  const fs::path shown = (fs::path(loadpoint.directory.Path()) / layout->base).lexically_normal();
+  fs::path shown = ShownPath(loadpoint, layout->basePath);
+  if (!shown.has_filename()) shown = shown.parent_path();
   CloseNames close(shown.filename().string());
   const std::vector<std::string> names = files.NamesIn(shown.parent_path().string());
   for (const std::string& name : names)
@@ -90,6 +95,13 @@ void CheckBase(LoadPoint& loadpoint, Files& files) {
 
 std::string AbsolutePath(const std::string& path) {
   return fs::absolute(path.empty() ? "." : path).lexically_normal().string();
+}
+
+std::string ShownPath(const LoadPoint& loadpoint, const std::string& path) {
+  const std::string& directory = loadpoint.directory.Path();
+  const fs::path there = fs::path(path).lexically_normal();
+  const fs::path below = there.lexically_relative(AbsolutePath(directory));
+  return below.empty() ? there.string() : (fs::path(directory) / below).lexically_normal().string();
 }
 
 std::unique_ptr<LoadPoint> ReadProcessLoadPoint(const std::string& directory, Files& files) {
@@ -135,6 +147,8 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
   }
   if (!others.empty()) {
     // No load point reads these by themselves. So nobody knows what would be read with them.
+    loadpoint->knowsModules = false;
+    loadpoint->knowsServices = false;
     loadpoint->isComplete = false;
     manifests = std::move(others);
   }
@@ -158,10 +172,10 @@ void FindDuplicates(std::vector<std::unique_ptr<LoadPoint>>& loadpoints) {
     const auto same = std::find_if(loadpoints.begin(), stop, isSame);
     if (same == stop) continue;
     loadpoint.isDuplicate = true;
-    const std::string base = fs::path(loadpoint.path).lexically_normal().string();
-    Finding finding = Found(
-        Rule::kDuplicateLoadpoint, kBtkDuplicate, {&loadpoint.directory, {}},
-        fmt::format("the base folder {} is that of {} already", base, (*same)->directory.Path()));
+    Finding finding =
+        Found(Rule::kDuplicateLoadpoint, kBtkDuplicate, {&loadpoint.directory, {}},
+              fmt::format("same base folder as {}: {}", Quoted((*same)->directory.Path()),
+                          Quoted(ShownPath(loadpoint, loadpoint.path))));
     finding.related.push_back({{&(*same)->directory, {}}, "the other load point"});
     loadpoint.findings.push_back(std::move(finding));
   }

@@ -51,8 +51,10 @@ struct LoadPoint {
   std::unique_ptr<LayoutFileText> layout;  // null: there is no such file
   std::vector<std::shared_ptr<const Manifest>> manifests;
   std::vector<std::unique_ptr<const Source>> unreadable;  // files that are there and cannot be read
-  // Whether everything was read, so that what is not declared is nowhere.
-  bool isComplete = true;
+  // Whether all of them were read, so that one that is not declared is nowhere.
+  bool knowsModules = true;
+  bool knowsServices = true;
+  bool isComplete = true;  // both
   // The library refuses the load point because an earlier one has its path.
   bool isDuplicate = false;
   // The files that were asked for; empty: all of them. The others only say what is declared.
@@ -73,6 +75,8 @@ void FindDuplicates(std::vector<std::unique_ptr<LoadPoint>>& loadpoints);
 
 // Absolute, without "." and "..".
 std::string AbsolutePath(const std::string& path);
+// A path below the load point, or beside it, as people who named its directory would write it.
+std::string ShownPath(const LoadPoint& loadpoint, const std::string& path);
 
 }  // namespace tarnmf::check
 

@@ -33,6 +33,7 @@ class Judgement {
     XML_SetDoctypeDeclHandler(parser_.get(), OnDoctype, OnDoctypeEnd);
     XML_SetEntityDeclHandler(parser_.get(), OnEntity);
     XML_SetAttlistDeclHandler(parser_.get(), OnAttribute);
+    XML_SetSkippedEntityHandler(parser_.get(), OnSkipped);
     if (readsValues) XML_SetStartElementHandler(parser_.get(), OnElement);
   }
 
@@ -82,8 +83,12 @@ class Judgement {
 
   static void OnDoctype(void* data, const XML_Char*, const XML_Char* systemId, const XML_Char*,
                         int) {
-    if (systemId != nullptr) Of(data).verdict_.type.systemId = systemId;
+    if (systemId == nullptr) return;
+    Of(data).verdict_.type.systemId = systemId;
+    Of(data).isOpenEnded_ = true;
   }
+
+  static void OnSkipped(void* data, const XML_Char*, int) { Of(data).isOpenEnded_ = true; }
 
   static void OnDoctypeEnd(void* data) {
     Judgement& self = Of(data);
@@ -101,6 +106,7 @@ class Judgement {
     entity.name = name;
     entity.isParameter = isParameter != 0;
     entity.isExternal = value == nullptr;
+    self.isOpenEnded_ |= entity.isParameter && entity.isExternal;
     entity.isUnparsed = notation != nullptr;
     if (value != nullptr) entity.value.assign(value, static_cast<std::size_t>(valueLength));
     if (systemId != nullptr) entity.systemId = systemId;
@@ -158,8 +164,7 @@ class Judgement {
     for (std::uint32_t i = 0; i < node.attributeCount; ++i, attributes += 2) {
       Attribute& attribute = document_.attributes[node.firstAttribute + i];
       attribute.text = attributes[1];
-      // What is not read may declare more.
-      attribute.isKnown = attribute.isKnown || !IsOpenEnded();
+      attribute.isKnown = attribute.isKnown || !isOpenEnded_;
     }
     const std::string element(text_.substr(node.name.begin, node.name.Size()));
     for (; *attributes != nullptr; attributes += 2) {
@@ -168,13 +173,6 @@ class Judgement {
       defaults_.push_back({static_cast<NodeId>(node_), number->second, attributes[1]});
     }
     if (defaults_.size() > kMostDefaults) CutShort();
-  }
-
-  bool IsOpenEnded() const {
-    const DocumentType& type = verdict_.type;
-    return !type.systemId.empty() ||
-           std::any_of(type.entities.begin(), type.entities.end(),
-                       [](const Entity& each) { return each.isParameter && each.isExternal; });
   }
 
   // The attributes of an element stand together, so that defaults move those of all later ones.
@@ -209,6 +207,7 @@ class Judgement {
   std::vector<Default> defaults_;
   std::size_t node_ = 0;  // the first one that has not been met
   std::uint32_t parameterChain_ = 0;
+  bool isOpenEnded_ = false;  // what is not read may declare more
 };
 
 }  // namespace

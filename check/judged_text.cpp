@@ -91,7 +91,10 @@ void ReplaceControlReferences(std::string& text) {
 std::string JudgedText(std::string_view text, XmlVersion version) {
   std::string judged;
   judged.reserve(text.size());
-  ReplaceCharacters(text, version, judged);
+  // The XML declaration has to be in ASCII, in every version.
+  const std::size_t end = text.starts_with("<?xml") ? text.find("?>") : 0;
+  judged = text.substr(0, end);
+  ReplaceCharacters(text.substr(judged.size()), version, judged);
   if (version == XmlVersion::k10) return judged;
   ReplaceControlReferences(judged);
   const Span number = DeclaredValue(judged, "version");

@@ -54,6 +54,12 @@ std::string Told(std::string_view bytes) {
   return text.starts_with('"') ? quoted.substr(1, quoted.size() - 2) : quoted;
 }
 
+std::string Lower(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(), btkAsciiToLower<char>);
+  return lower;
+}
+
 // Whether the platform can make a wide text of it.
 bool IsConvertible(const std::string& text) {
   WideText wide;
@@ -290,6 +296,8 @@ void LayoutScan::TellUnknownKey(Span key, Span assignment) {
   CloseNames close(Text(name));
   for (const Statement& statement : kStatements)
     close.Offer(statement.key);
+  const bool isCase = close.IsOneStepAway() && Lower(Text(name)) == close.Best()[0];
+  if (isCase) message += "; keys are in lower case";
   message += DidYouMean(close.Best(), Quoted);
   Tell(Rule::kLayoutKeyUnknown, kBtkOk, name, std::move(message));
   for (const std::string_view meant : close.Best()) {

@@ -59,7 +59,7 @@ std::optional<Finding> SourceFault(const Source& source, const Document& documen
                                    const std::optional<Refusal>& refusal) {
   const Span version = DeclaredValue(source.Text(), "version");
   const std::string_view number = source.Text(version);
-  if (document.declaration.Size() > 0 && number != "1.0" && number != "1.1" && !number.empty()) {
+  if (document.declaration.Size() > 0 && version.begin > 0 && number != "1.0" && number != "1.1") {
     return NotWellFormed({&source, version},
                          fmt::format("XML of version \"{}\" is not known: write \"1.0\"", number));
   }

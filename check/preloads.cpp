@@ -39,7 +39,7 @@ class PreloadCheck {
       findings_.back().related.push_back(
           {{&manifest.source, module.type->span}, "the type is given here"});
     } else if (preload.by == kMfByNone) {
-      TellNever(element, "it says neither by whom nor gives a service or a program");
+      TellNever(element, "it needs \"by\", \"svcid\" or \"name\"");
     } else if (loadpoint_.role == LoadPoint::Role::kProcess && IsServiceUnknown(preload)) {
       TellNever({&manifest.source, preload.svcid->span},
                 fmt::format("no service here has the id {}",
@@ -50,7 +50,7 @@ class PreloadCheck {
  private:
   bool IsServiceUnknown(const PreloadDeclaration& preload) const {
     return preload.by == kMfByService && preload.svcid && !btkUniIdIsNull(preload.svcid->id) &&
-           declared_.isComplete && !declared_.services.contains(IdText(preload.svcid->id));
+           declared_.knowsServices && !declared_.services.contains(IdText(preload.svcid->id));
   }
   void TellNever(Place place, const std::string& why) {
     findings_.push_back(Found(Rule::kPreloadNeverHolds, kBtkOk, place,

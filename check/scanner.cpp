@@ -228,22 +228,21 @@ class Scanner {
     if (quote != '"' && quote != '\'') return ReadBareValue();
     const std::size_t begin = ++pos_;
     const std::size_t closing = std::min(text_.find(quote, begin), text_.size());
-    const std::size_t markup = std::min(text_.find('<', begin), closing);
-    if (closing < text_.size() && (markup == closing || EndsValue(begin, closing))) {
+    const std::string_view value = text_.substr(begin, closing - begin);
+    const std::size_t markup = std::min(value.find('<'), value.size());
+    if (closing < text_.size() && (markup == value.size() || EndsValue(value, closing))) {
       pos_ = closing + 1;
       return {begin, closing};
     }
     // The closing quote is missing: the value ends with its line or its tag.
-    const std::string_view range = text_.substr(begin, markup - begin);
-    pos_ = begin + std::min(range.find_first_of(">\r\n"), range.size());
+    pos_ = begin + std::min(value.substr(0, markup).find_first_of(">\r\n"), markup);
     if (At(pos_) == '>' && pos_ > begin && text_[pos_ - 1] == '/') --pos_;
     return {begin, pos_};
   }
 
   // Whether a value with a "<" in it is meant to reach to this quote.
-  bool EndsValue(std::size_t begin, std::size_t closing) const {
-    const bool isOneLine =
-        text_.substr(begin, closing - begin).find_first_of("\r\n") == std::string_view::npos;
+  bool EndsValue(std::string_view value, std::size_t closing) const {
+    const bool isOneLine = value.find_first_of("\r\n") == std::string_view::npos;
     const char next = At(closing + 1);
     return isOneLine && (IsBlank(next) || next == '/' || next == '>');
   }

@@ -46,6 +46,7 @@ const Node* Surroundings::RootBefore() const {
 }
 
 Span Surroundings::NameAt(std::size_t begin) const {
+  begin = std::min(begin, text.size());
   std::size_t end = begin;
   while (end < text.size() && IsOfName(text[end]))
     ++end;

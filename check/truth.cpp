@@ -60,6 +60,8 @@ bool IsOfManifests(const LoadPoint& loadpoint, const Finding& finding) {
 
 void CompareWithLibrary(const LoadPoint& loadpoint, const std::vector<Finding>& found,
                         std::vector<Finding>& findings) {
+  // With what a single file would be read is not known.
+  if (loadpoint.role == LoadPoint::Role::kUnknown && !loadpoint.isComplete) return;
   const bool isSafe = std::all_of(loadpoint.manifests.begin(), loadpoint.manifests.end(),
                                   [](const auto& manifest) { return IsSafeToLoad(*manifest); });
   if (!isSafe) return;

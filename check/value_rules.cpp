@@ -111,7 +111,7 @@ const Synonym* SynonymOf(const std::string& text) {
   return synonym != std::end(kBooleanSynonyms) ? synonym : nullptr;
 }
 
-// Reports a value that is none of the words, and suggests the ones that may have been meant.
+// Reports a value other than the admitted words, and suggests those that may have been meant.
 void ReportWord(Inspection& inspection, const ValueAtHand& value, Rule rule,
                 const std::vector<std::string_view>& admitted,
                 const std::vector<std::string_view>& meant, bool isCertain) {

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
+#include <set>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -12,7 +14,8 @@
 namespace tarnmf::check {
 namespace {
 
-// The findings of one source.
+// The findings of one file, or about one directory. A file may have been read twice, for two load
+// points.
 struct Part {
   std::string directory;
   std::vector<Finding> findings;
@@ -30,9 +33,12 @@ class Judgement {
     for (const auto& loadpoint : report.loadpoints) {
       Open(loadpoint->directory, loadpoint->directory.Path());
       if (loadpoint->layout) Open(loadpoint->layout->source);
+      for (const auto& source : loadpoint->unreadable)
+        Open(*source);
       for (const auto& manifest : loadpoint->manifests)
         Open(manifest->source);
     }
+    isProcessKnown_ = IsProcessKnown(report);
     for (const Finding& finding : report.findings)
       Open(*finding.place.source).findings.push_back(finding);
     for (const auto& loadpoint : report.loadpoints)
@@ -48,9 +54,26 @@ class Judgement {
   }
 
   Part& Open(const Source& source, std::string directory) {
-    const auto [entry, isNew] = numbers_.emplace(&source, parts_.size());
+    const auto [entry, isNew] = numbers_.emplace(source.Path(), parts_.size());
     if (isNew) parts_.push_back({std::move(directory), {}, {}});
     return parts_[entry->second];
+  }
+
+  static bool IsProcessKnown(const Report& report) {
+    bool hasProcess = false;
+    for (const auto& loadpoint : report.loadpoints) {
+      if (!loadpoint->isComplete) return false;
+      hasProcess = hasProcess || loadpoint->role == LoadPoint::Role::kProcess;
+    }
+    return hasProcess;
+  }
+
+  // Records that cannot be made out may be what others lack.
+  Judged HowFar(const LoadPoint& loadpoint) const {
+    const bool isPart = loadpoint.role != LoadPoint::Role::kUnknown && !loadpoint.isDuplicate;
+    if (!isPart || !loadpoint.isComplete) return Judged::kFileAlone;
+    if (loadpoint.layout && LacksBase(*loadpoint.layout)) return Judged::kFileAlone;
+    return isProcessKnown_ ? Judged::kProcess : Judged::kLoadPoint;
   }
 
   // Without its base folder, nothing is known about an installation's files.
@@ -60,30 +83,53 @@ class Judgement {
   }
 
   void Allow(const LoadPoint& loadpoint) {
-    const bool isKnown = loadpoint.isComplete && loadpoint.role != LoadPoint::Role::kUnknown &&
-                         !(loadpoint.layout && LacksBase(*loadpoint.layout));
-    const Judged judged = isKnown ? Judged::kEverything : Judged::kFileAlone;
+    const Judged judged = HowFar(loadpoint);
     const auto isAsked = [&](const Source& source) {
       return loadpoint.asked.empty() || loadpoint.asked.contains(source.Path());
     };
     if (loadpoint.layout && isAsked(loadpoint.layout->source)) {
       const LayoutFileText& layout = *loadpoint.layout;
-      Allow(AllowancesOf(layout), layout.isRefused ? Judged::kNotToItsEnd : judged);
+      Allow(AllowancesOf(layout), layout.isRefused ? Judged::kNotToItsEnd : judged,
+            layout.source.IsUtf8());
     }
     for (const auto& manifest : loadpoint.manifests) {
       if (!isAsked(manifest->source)) continue;
-      Allow(AllowancesOf(*manifest), manifest->isWellFormed ? judged : Judged::kNotToItsEnd);
+      const bool isEditable = manifest->source.IsUtf8() && manifest->source.Encoding() == "UTF-8" &&
+                              manifest->isWellFormed && manifest->document.doctype.Size() == 0;
+      Allow(AllowancesOf(*manifest), manifest->isWellFormed ? judged : Judged::kNotToItsEnd,
+            isEditable);
     }
   }
 
-  void Allow(Allowances allowances, Judged judged) {
+  void Allow(Allowances allowances, Judged judged, bool isEditable) {
     Part& part = Open(*allowances.source);
     if (std::exchange(part.isDone, true)) return;
-    Separate(allowances, std::exchange(part.findings, {}), part);
+    Separate(allowances, Different(std::exchange(part.findings, {})), part);
     std::vector<Finding> about = UnusedAllowances(allowances, judged);
     std::move(allowances.misspelt.begin(), allowances.misspelt.end(), std::back_inserter(about));
     Separate(allowances, std::move(about), part);
     SortByPlace(part.findings);
+    if (!isEditable) MakeUnsafe(part.findings);
+  }
+
+  static std::vector<Finding> Different(std::vector<Finding> findings) {
+    std::set<std::tuple<Rule, std::size_t, std::size_t, std::string_view>> seen;
+    std::vector<Finding> different;
+    different.reserve(findings.size());
+    for (Finding& finding : findings) {
+      const Span place = finding.place.span;
+      if (seen.contains({finding.rule, place.begin, place.end, finding.message})) continue;
+      const Finding& kept = different.emplace_back(std::move(finding));
+      seen.insert({kept.rule, place.begin, place.end, kept.message});
+    }
+    return different;
+  }
+
+  static void MakeUnsafe(std::vector<Finding>& findings) {
+    for (Finding& finding : findings) {
+      for (Suggestion& suggestion : finding.suggestions)
+        suggestion.safe = false;
+    }
   }
 
   static void Separate(Allowances& allowances, std::vector<Finding> findings, Part& part) {
@@ -128,8 +174,9 @@ class Judgement {
 
   SettingsFinder& settings_;
   const Levels& levels_;
-  std::vector<Part> parts_;  // in the order in which they are told
-  std::unordered_map<const Source*, std::size_t> numbers_;
+  std::vector<Part> parts_;                               // in the order in which they are told
+  std::unordered_map<std::string, std::size_t> numbers_;  // by path
+  bool isProcessKnown_ = false;
   Verdict verdict_;
 };
 

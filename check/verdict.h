@@ -1,4 +1,5 @@
-// What is told of a report: its findings after allowances and settings.
+// What is told of a report: its findings after allowances and settings, none twice. Suggestions for
+// files that are no well-formed UTF-8, or that have a document type, are not safe.
 #ifndef CHECK_VERDICT_H
 #define CHECK_VERDICT_H
 

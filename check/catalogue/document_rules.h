@@ -8,7 +8,9 @@ namespace tarnmf::check {
 
 inline constexpr RuleT kDocumentRules[] = {
     {Rule::kUnreadable, "unreadable", Severity::kError, "1", Fix::kNone, "A file cannot be read.",
-     "", "", ""},
+     "The whole load point is refused. Let those who run the program read the file, or take it "
+     "away.",
+     nullptr, nullptr},
     {Rule::kNotWellFormed, "not-well-formed", Severity::kError, "", Fix::kNone,
      "A document is no well-formed XML; what follows the fault is not judged.",
      "The library reads as much of such a file as there is before the fault, and tells nobody. "

@@ -19,11 +19,13 @@ std::string Shown(const Finding& finding) {
 // What is told of an installation with one file of interest, and in parentheses what is allowed.
 std::string Judged(const std::string& name, const std::string& text) {
   const test::TempDirectory directory;
+  directory.Write("process/a.tmfx", "<tarnmanifest version=\"1\"/>");
   directory.Write("pack/other.tmfx", "<tarnmanifest version=\"1\"/>");
   directory.Write("pack/" + name, text);
   DiskFiles files;
   SettingsFinder settings(files);
-  const Report report = Check({"", {(directory.Path() / "pack").string()}}, files);
+  const Report report = Check(
+      {(directory.Path() / "process").string(), {(directory.Path() / "pack").string()}}, files);
   const Verdict verdict = Judge(report, settings, Levels());
   std::string shown;
   for (const Finding& finding : verdict.findings)
@@ -98,6 +100,8 @@ TEST(Allowances, AreDeletedWithoutAUse) {
        root + "<!-- tarnmf: allow runnable-module-unknown (x)-->" + kOdd + kEnd},
       {root + "<!-- tarnmf: allow runnable-module-unknown, text-cut-->" + kOdd + kEnd,
        root + "<!-- tarnmf: allow runnable-module-unknown-->" + kOdd + kEnd},
+      {root + "<!-- tarnmf: allow class-hidden, stray-text -->" + kEnd,
+       root + "<!-- tarnmf: allow class-hidden -->" + kEnd},
       // On another machine, or in another installation, it may have a use.
       {root + "<!-- tarnmf: allow file-missing -->" + kEnd,
        root + "<!-- tarnmf: allow file-missing -->" + kEnd},

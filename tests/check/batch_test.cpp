@@ -76,7 +76,7 @@ TEST(BatchRules, RefuseWhatThePublisherRefuses) {
     refused += isRefused ? 1 : 0;
   }
   EXPECT_GT(refused, 1000);
-  EXPECT_LT(refused, 4000);
+  EXPECT_LT(refused, 4500);
 }
 
 }  // namespace

@@ -30,8 +30,7 @@ std::string Shown(const Report& report) {
     for (const Suggestion& suggestion : finding.suggestions)
       text += fmt::format("  {} {}\n", suggestion.safe ? "safe:" : "offered:", suggestion.title);
   }
-  if (!text.empty()) text.pop_back();
-  return text;
+  return text.empty() ? "nothing\n" : text;
 }
 
 // Ids stand everywhere but in the line of arguments.

@@ -42,6 +42,9 @@ TEST(LayoutText, SaysWhatIsWrong) {
             "key \"other\" is not known, and the line is passed over with the next one");
   EXPECT_EQ(said("Layouts += {}\n"),
             "key \"Layouts\" is not known, and the line is passed over; did you mean \"layout\"?");
+  EXPECT_EQ(said("Bits = 64\n"),
+            "key \"Bits\" is not known, and the line is passed over; keys are "
+            "in lower case; did you mean \"bits\"?");
   EXPECT_EQ(
       said(std::string(2040, '\n') + "bits = 64\nbits = 32\n"),
       "the statement must end within a block of 2048 bytes of the file, and crosses byte 2048");

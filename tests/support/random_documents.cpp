@@ -40,6 +40,31 @@ std::string RandomDocuments::Next() {
   return std::move(text_);
 }
 
+std::string RandomDocuments::NextDamaged() {
+  std::string document = Next();
+  if (OneIn(4)) {
+    document.resize(Below(document.size()));
+    return document;
+  }
+  constexpr std::string_view kDamage("<>&;\"'/=!-?[] x\nA\0", 18);
+  for (std::size_t count = 1 + Below(3); count > 0 && !document.empty(); --count) {
+    const char damage = kDamage[Below(kDamage.size())];
+    const std::size_t at = Below(document.size());
+    switch (Below(3)) {
+      case 0:
+        document[at] = damage;
+        break;
+      case 1:
+        document.insert(at, 1, damage);
+        break;
+      default:
+        document.erase(at, 1 + Below(6));
+        break;
+    }
+  }
+  return document;
+}
+
 // ---- Names and values --------------------------------------------------------------------------
 
 std::string RandomDocuments::Name(std::string name) {

@@ -10,13 +10,16 @@
 
 namespace tarnmf::test {
 
-// The same documents in the same order for the same seed. All are well-formed. Each has its own rate
-// of mistakes: some have none that an element makes by itself, in some there are many.
+// The same documents in the same order for the same seed. Each has its own rate of mistakes: some
+// have none that an element makes by itself, in some there are many.
 class RandomDocuments {
  public:
   explicit RandomDocuments(std::uint64_t seed) : random_(seed) {}
 
+  // A well-formed one.
   std::string Next();
+  // One that breaks off, or in which a few characters were exchanged, put in or taken out.
+  std::string NextDamaged();
 
  private:
   std::size_t Below(std::size_t count) { return random_() % count; }

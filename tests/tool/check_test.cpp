@@ -78,6 +78,7 @@ TEST_F(CheckCommand, ExitStatusSaysWhatWasFound) {
       {"good --rule class-hidden=loud", 2, "expected off, info, warning, error"},
       {"good --json --sarif", 2, ""},
       {"good --fix --diff", 2, ""},
+      {"good --max -1", 2, "\"-1\" is no number of findings"},
       {"unset/pack", 2,
        "unset/.tarnmf-check:3:1: there is no rule \"clas-hidden\"; did you mean \"class-hidden\"?\n"
        "tarnmf: unset/.tarnmf-check:4:1: \"bad-id\" cannot be lowered"},
@@ -97,6 +98,9 @@ TEST_F(CheckCommand, PrintsFindingsInAllForms) {
   EXPECT_EQ(json.status, 1);
   EXPECT_EQ(Json::parse(json.out).dump(1) + "\n", ReadFile(TARNMF_TEST_DATA "/check.json"));
   EXPECT_EQ(RunTool("check pack").out, ReadFile(TARNMF_TEST_DATA "/check.txt"));
+  // What is told of the files is told once; the second load point is one finding more.
+  EXPECT_EQ(Json::parse(RunTool("check --json pack pack").out).size(),
+            Json::parse(json.out).size() + 1);
   EXPECT_EQ(RunTool("check --github pack").out, ReadFile(TARNMF_TEST_DATA "/check.github"));
 }
 
@@ -158,11 +162,16 @@ TEST_F(CheckCommand, FixesWhatIsCertain) {
   Write("pack/b.tmfx",
         "<!DOCTYPE tarnmanifest []>\n<tarnmanifest version=\"1\">"
         "<module id=\"c\" name=\"b\" private=\"1\"/></tarnmanifest>");
-  Write("pack/c.tmfx", "<tarnmanifest version=\"1\"><module id=\"d\" nmae=\"b\"/>");
+  Write("pack/c.tmfx", "<tarnmanifest version=\"1\"><module id=\"d\" name=\"b\" private=\"1\"/>");
+  Write("pack/d.tmfx",
+        "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><tarnmanifest version=\"1\">"
+        "<module id=\"e\" name=\"b\" private=\"1\"/></tarnmanifest>");
   fs::create_symlink("../files/a.tmfx", "pack/a.tmfx");
   ASSERT_EQ(chmod("files/a.tmfx", 0640), 0);
-  const std::string left = ReadFile("pack/b.tmfx") + ReadFile("pack/c.tmfx");
-
+  const std::string untouched = "pack/b.tmfx pack/c.tmfx pack/d.tmfx";
+  const std::string left = RunCommand("cat " + untouched).out;
+  EXPECT_THAT(RunTool("check --json " + untouched).out,
+              testing::AllOf(HasSubstr("bad-boolean"), Not(HasSubstr("\"safe\": true"))));
   const std::string diff = RunTool("check --diff pack").out;
   EXPECT_EQ(ReadFile("pack/a.tmfx"), wrong);
   const Outcome first = RunTool("check --fix pack");
@@ -175,7 +184,7 @@ TEST_F(CheckCommand, FixesWhatIsCertain) {
                        "\r\n</tarnmodulemanifest>\r\n");
   EXPECT_TRUE(fs::is_symlink("pack/a.tmfx"));
   EXPECT_EQ(fs::status("files/a.tmfx").permissions(), fs::perms(0640));
-  EXPECT_EQ(ReadFile("pack/b.tmfx") + ReadFile("pack/c.tmfx"), left);
+  EXPECT_EQ(RunCommand("cat " + untouched).out, left);
   const Outcome second = RunTool("check --fix pack");
   EXPECT_EQ(second.out, first.out);
   EXPECT_EQ(second.errors, "");

@@ -144,7 +144,7 @@ bool Store(const FixedFile& file) {
       return false;
     }
     ReplaceFile(file.path, file.after);
-    fmt::print(stderr, "tarnmf: {}: {} fixed\n", file.path, file.fixes);
+    fmt::print(stderr, "tarnmf: {}: corrections applied: {}\n", file.path, file.fixes);
     return true;
   } catch (const std::system_error& error) {
     fmt::print(stderr, "tarnmf: {}: not fixed: {}\n", file.path, error.what());

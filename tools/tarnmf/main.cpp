@@ -119,6 +119,10 @@ void AddCheck(CLI::App& app, tool::CheckOptions& options, Action& action) {
       ->allow_extra_args(false);
   check->add_option("--max", options.most, "findings of one rule to print as text")
       ->type_name("N")
+      ->check([](const std::string& text) {
+        const bool isCount = text.find_first_not_of("0123456789") == text.npos;
+        return isCount ? "" : fmt::format("\"{}\" is no number of findings", text);
+      })
       ->capture_default_str();
   CLI::Option* const fix =
       check->add_flag("--fix", options.fix, "apply the corrections that are certain");
