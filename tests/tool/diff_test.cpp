@@ -79,10 +79,13 @@ TEST(Diff, TellsEachChangeOnce) {
 
 TEST(Diff, RefusesWhatIsNoScan) {
   const TempDirectory root;
-  for (const char* text : {"", "{", "[]", "{\"steps\": 1}", "{\"steps\": [{\"loadpoint\": 1}]}"}) {
+  const std::string deep = std::string(200'000, '[') + std::string(200'000, ']');
+  for (const std::string& text :
+       {std::string(), std::string("{"), std::string("[]"), std::string("{\"steps\": 1}"),
+        std::string("{\"steps\": [{\"loadpoint\": 1}]}"), "{\"steps\": " + deep + "}"}) {
     const std::string file = root.Write("x.json", text);
     const Outcome outcome = RunTool("diff " + file + " " + file);
-    EXPECT_EQ(outcome.status, 2) << text;
+    EXPECT_EQ(outcome.status, 2) << text.substr(0, 40);
     EXPECT_THAT(outcome.errors, HasSubstr("x.json: "));
   }
   EXPECT_EQ(RunTool("diff /nowhere/a /nowhere/b").status, 2);

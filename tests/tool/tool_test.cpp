@@ -79,7 +79,7 @@ TEST(Usage, IsChecked) {
   for (const char* arguments : {"", "read", "dance", "scan --add", "find class", "find", "list all",
                                 "find class x --scope 1", "scan --option x=1",
                                 "list classes --option 00000000-0000-0000-0000-0000000000e1=many",
-                                "find class x --version 99999"}) {
+                                "find class x --version 99999", "scan ."}) {
     EXPECT_EQ(RunTool(arguments).status, 2) << arguments;
   }
   const struct {

@@ -105,6 +105,13 @@ class StepReader {
   std::map<std::pair<ItemKind, std::string>, int> numbers_;
 };
 
+// What a scan prints is never that deep, and the functions above descend into everything.
+bool RefuseDepth(int depth, Json::parse_event_t /*event*/, Json& /*parsed*/) {
+  constexpr int kDeepest = 64;
+  if (depth > kDeepest) throw std::invalid_argument("the file holds too many levels");
+  return true;
+}
+
 }  // namespace
 
 const Answer* ScanOutline::AnswerTo(const Query& query) const {
@@ -118,10 +125,10 @@ ScanOutline ReadOutline(const std::string& file) {
   if (!stream) throw std::invalid_argument(fmt::format("{}: the file cannot be read", file));
   ScanOutline outline;
   try {
-    const Json scan = Json::parse(stream);
+    const Json scan = Json::parse(stream, RefuseDepth);
     for (const Json& step : scan.at("steps"))
       StepReader(step, outline).Read();
-  } catch (const Json::exception& error) {
+  } catch (const std::exception& error) {
     throw std::invalid_argument(
         fmt::format("{}: this is not what \"tarnmf scan --json\" prints: {}", file, error.what()));
   }

@@ -1,6 +1,10 @@
 #include "tools/tarnmf/scan_session.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fmt/format.h>
+#include <stdexcept>
+#include <system_error>
 
 #include "tarnmf/options.h"
 
@@ -77,9 +81,19 @@ LoadResult Try(Scan scan) {
   return result;
 }
 
+void RefuseDirectories(const std::vector<std::string>& files) {
+  std::error_code ignored;
+  for (const std::string& file : files) {
+    if (!std::filesystem::is_directory(file, ignored)) continue;
+    throw std::invalid_argument(fmt::format(
+        "{} is a directory, not a manifest; an installation is added with --add", file));
+  }
+}
+
 }  // namespace
 
 ScanSession::ScanSession(const ScanOptions& options) {
+  RefuseDirectories(options.files);
   for (const std::string& setting : options.options)
     SetOption(ParseOptionSwitch(setting));
   if (!options.service.empty()) PoseInService(options.service);

@@ -81,8 +81,8 @@ std::string ContentText(const ElementT& element) {
     case Content::kArgument:
       return "It holds one text at most: no comment, CDATA section or element.";
     case Content::kValue:
-      return "It holds a text, which comes first: what stands behind a comment, a CDATA section or "
-             "an element is lost.";
+      return "It holds a text, which comes first: what stands after a comment, a CDATA section "
+             "or an element is lost.";
     case Content::kNothing:
       return "Nothing may stand inside, not even a blank.";
   }
