@@ -19,14 +19,19 @@ namespace fs = std::filesystem;
 
 constexpr char kLayoutName[] = ".installed";
 
+// What is not declared by what was read may be declared elsewhere.
+void LeaveOpen(LoadPoint& loadpoint) {
+  loadpoint.knowsModules = false;
+  loadpoint.knowsServices = false;
+  loadpoint.isComplete = false;
+}
+
 void TellUnreadable(LoadPoint& loadpoint, const std::string& path) {
   loadpoint.unreadable.push_back(std::make_unique<const Source>(Source::OfText(path, "")));
   loadpoint.findings.push_back(Found(Rule::kUnreadable, kBtkMissing,
                                      {loadpoint.unreadable.back().get(), {}},
                                      "the file cannot be read"));
-  loadpoint.knowsModules = false;
-  loadpoint.knowsServices = false;
-  loadpoint.isComplete = false;
+  LeaveOpen(loadpoint);
 }
 
 void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, Files& files) {
@@ -147,9 +152,7 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
   }
   if (!others.empty()) {
     // No load point reads these by themselves. So nobody knows what would be read with them.
-    loadpoint->knowsModules = false;
-    loadpoint->knowsServices = false;
-    loadpoint->isComplete = false;
+    LeaveOpen(*loadpoint);
     manifests = std::move(others);
   }
   CheckBase(*loadpoint, files);
