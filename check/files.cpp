@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -18,8 +18,10 @@ std::optional<std::string> DiskFiles::Read(const std::string& path) {
   if (!IsFile(path)) return std::nullopt;
   std::ifstream file(path, std::ios::binary);
   if (!file) return std::nullopt;
-  std::string bytes(std::istreambuf_iterator<char>(file), {});
-  return file.bad() ? std::nullopt : std::optional(std::move(bytes));
+  std::ostringstream bytes;
+  // Copying nothing counts as a failure.
+  if (file.peek() != std::ifstream::traits_type::eof()) bytes << file.rdbuf();
+  return file.bad() || bytes.fail() ? std::nullopt : std::optional(std::move(bytes).str());
 }
 
 std::shared_ptr<const Manifest> DiskFiles::ReadManifest(const std::string& path) {

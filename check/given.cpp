@@ -14,6 +14,7 @@ GivenAttributes::GivenAttributes(const Document& document, NodeId node,
   assert(element.attributes.size() <= kMostAttributes);
   first_.fill(kNone);
   if (element.form == grammar::AttributeForm::kIgnored) return;
+  known_.reserve(document[node].attributeCount);
   for (const Attribute& attribute : document.AttributesOf(node)) {
     const std::string_view name = document.Name(attribute);
     const grammar::AttributeT* const described = AttributeNamed(element, name);
@@ -26,12 +27,12 @@ GivenAttributes::GivenAttributes(const Document& document, NodeId node,
     if (isFirst) first = known_.size();
     known_.push_back({&attribute, described, isFirst ? nullptr : known_[first].written});
   }
-  for (const grammar::AttributeT& candidate : element.attributes) {
-    if (candidate.kind == grammar::ValueKind::kRefused || FindKnown(candidate.name)) continue;
-    for (Unknown& unknown : unknown_)
-      unknown.meant.Offer(candidate.name);
-  }
-  for (const Unknown& unknown : unknown_) {
+  for (Unknown& unknown : unknown_) {
+    for (std::size_t i = 0; i < element.attributes.size(); ++i) {
+      const grammar::AttributeT& candidate = element.attributes[i];
+      if (candidate.kind != grammar::ValueKind::kRefused && first_[i] == kNone)
+        unknown.meant.Offer(candidate.name);
+    }
     for (const std::string_view name : unknown.meant.Best())
       ++meant_[IndexOf(name)];
   }
@@ -42,8 +43,9 @@ GivenAttributes::GivenAttributes(const Document& document, NodeId node,
 std::size_t GivenAttributes::IndexOf(std::string_view name) const {
   const auto& attributes = element_.attributes;
   const auto attribute =
-      std::find_if(attributes.begin(), attributes.end(),
-                   [&](const grammar::AttributeT& candidate) { return candidate.name == name; });
+      std::find_if(attributes.begin(), attributes.end(), [&](const grammar::AttributeT& candidate) {
+        return candidate.name[0] == name[0] && candidate.name == name;
+      });
   assert(attribute != attributes.end());
   return static_cast<std::size_t>(attribute - attributes.begin());
 }

@@ -11,12 +11,25 @@ namespace {
 
 using grammar::ElementT;
 
-// Whether the written name is that of the grammar, which is in lower-case ASCII.
-bool IsNamed(std::string_view written, std::string_view name) {
-  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-  if (!std::all_of(written.begin(), written.end(), isAscii)) return Folded(written) == name;
-  return std::equal(written.begin(), written.end(), name.begin(), name.end(),
-                    [](char left, char right) { return btkAsciiToLower(left) == right; });
+bool IsAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
+}
+
+bool IsSame(std::string_view written, const char* name) {
+  const char* expected = name;
+  for (const char c : written) {
+    if (!IsAscii(c)) return Folded(written) == name;
+    if (btkAsciiToLower(c) != *expected++) return false;
+  }
+  return *expected == '\0';
+}
+
+// Whether the written name is that of the grammar, which is in lower-case ASCII. Most are told apart
+// by their first letter.
+inline bool IsNamed(std::string_view written, const char* name) {
+  if (written.empty()) return false;
+  if (IsAscii(written[0]) && btkAsciiToLower(written[0]) != name[0]) return false;
+  return IsSame(written, name);
 }
 
 void Collect(const ElementT& element, std::vector<const ElementT*>& all) {

@@ -96,6 +96,10 @@ std::string ResolveText(std::string_view raw, XmlVersion version) {
 }
 
 ResolvedValue ResolveValue(std::string_view raw, XmlVersion version) {
+  // Most values read as they are written.
+  const auto isPlain = [](char c) { return c != '&' && static_cast<unsigned char>(c) >= ' '; };
+  if (version == XmlVersion::k10 && std::all_of(raw.begin(), raw.end(), isPlain))
+    return {std::string(raw), true};
   ResolvedValue value{NormaliseLineEnds(raw, version, ' '), true};
   std::replace(value.text.begin(), value.text.end(), '\t', ' ');
   if (value.text.find('&') != std::string::npos) value.isKnown = ReplaceReferences(value.text);
