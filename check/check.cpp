@@ -102,8 +102,12 @@ void MoveSorted(const LoadPoint& loadpoint, std::vector<Finding>&& findings,
 // The load points with what is needed to judge them together.
 class ProcessCheck {
  public:
-  ProcessCheck(const std::vector<std::unique_ptr<LoadPoint>>& loadpoints, Files& files)
-      : loadpoints_(loadpoints), files_(files), declared_(DeclaredBy(loadpoints)) {
+  ProcessCheck(const std::vector<std::unique_ptr<LoadPoint>>& loadpoints, Files& files,
+               bool asksLibrary)
+      : loadpoints_(loadpoints),
+        files_(files),
+        asksLibrary_(asksLibrary),
+        declared_(DeclaredBy(loadpoints)) {
     for (const auto& loadpoint : loadpoints)
       classes_.push_back(ClassRecordsOf(*loadpoint));
   }
@@ -139,12 +143,13 @@ class ProcessCheck {
     CheckAnswers(answers, loadpoint, findings);
     CheckPreloads(loadpoint, declared_, findings);
     CheckFiles(loadpoint, files_, findings);
-    if (files_.AreOnDisk()) CompareWithLibrary(loadpoint, findings);
+    if (asksLibrary_) CompareWithLibrary(loadpoint, findings);
     MoveSorted(loadpoint, std::move(findings), report);
   }
 
   const std::vector<std::unique_ptr<LoadPoint>>& loadpoints_;
   Files& files_;
+  const bool asksLibrary_;
   const Declared declared_;
   std::vector<std::vector<ClassRecord>> classes_;  // by load point
 };
@@ -155,7 +160,8 @@ Report Check(const Request& request, Files& files) {
   Report report;
   report.loadpoints = ReadLoadPoints(request, files);
   FindDuplicates(report.loadpoints);
-  ProcessCheck(report.loadpoints, files).Run(report.findings);
+  const bool asksLibrary = request.asksLibrary && files.AreOnDisk();
+  ProcessCheck(report.loadpoints, files, asksLibrary).Run(report.findings);
   return report;
 }
 

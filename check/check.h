@@ -16,6 +16,8 @@ namespace tarnmf::check {
 struct Request {
   std::string loadpoint;           // of the process; empty: none is known
   std::vector<std::string> paths;  // installation directories, and single manifest or layout files
+  // Whether the library is asked for its verdict, too, where all texts are those of the file system.
+  bool asksLibrary = true;
 };
 
 // What was read and what was found in it. The findings come file by file in the order of reading, in

@@ -9,6 +9,7 @@ using namespace tarnmf::check;
 
 Request RequestOf(const ScannedLoadPoints& scanned) {
   Request request;
+  request.asksLibrary = false;  // it has just been asked
   if (scanned.files.empty()) request.loadpoint = scanned.loadpoint;
   request.paths = scanned.installations;
   request.paths.insert(request.paths.end(), scanned.files.begin(), scanned.files.end());

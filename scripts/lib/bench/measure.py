@@ -136,6 +136,27 @@ def plugin_loader(table, folder):
     table.add("start-up / pluginlib, 1,000 short files of 1/1/1", ratios(pairs), 1.2, 1.0)
 
 
+def tool(table, folder):
+    """Processor time of whole commands. A scan ends with what check finds, so that only a part of it is
+    the scan itself."""
+    path = manifests(folder / "20", 1000, 20, 20, 10)
+    runs = [(command("check", path), command("scan", path)) for _ in range(7)]
+    table.add("tarnmf check / tarnmf scan, 1,000 files of 20/20/10", ratios(runs), 2.0)
+    large = manifests(folder / "modules-10", 1, 10_000, 0, 0)
+    table.add("seconds of tarnmf check, one file of 10,000 modules",
+              [command("check", large) for _ in range(5)], 1.0)
+
+
+def command(name, loadpoint):
+    """Seconds."""
+    before = os.times()
+    subprocess.run(["build/release/tools/tarnmf/tarnmf", name, "--loadpoint", loadpoint],
+                   stdout=subprocess.DEVNULL, check=True)
+    after = os.times()
+    return (after.children_user + after.children_system
+            - before.children_user - before.children_system)
+
+
 def manifests(path, files, modules, classes, runnables, detail="full"):
     if not path.exists():
         bench("write", path, files, modules, classes, runnables, detail)
@@ -167,6 +188,7 @@ def main():
         publish(table)
         lookup(table)
         plugin_loader(table, folder)
+        tool(table, folder)
     results |= {"load_after": load(), "figures": table.figures}
     RESULTS.write_text(json.dumps(results, indent=2, ensure_ascii=False) + "\n")
     missed = [figure["title"] for figure in table.figures if figure["verdict"] == "MISSED"]
