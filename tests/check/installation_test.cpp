@@ -61,5 +61,23 @@ TEST(Installations, AgreeWithTheLibraryOnRandomDocuments) {
   }
 }
 
+TEST(Installations, TellOfAProcessWhosePathIsTooLong) {
+  const test::TempDirectory directory;
+  for (const std::size_t length : {260U, 261U}) {
+    std::string name(99, 'x');
+    while (directory.Path().string().size() + 1 + name.size() + 101 < length)
+      name += "/" + std::string(99, 'x');
+    name += "/" + std::string(length - directory.Path().string().size() - name.size() - 2, 'x');
+    const std::string path = (directory.Path() / name).string();
+    directory.Write(name + "/a.tmfx", test::InRoot(""));
+    DiskFiles files;
+    const std::string shown = Shown(Check({path, {}}, files));
+    EXPECT_EQ(shown, length == 260 ? "nothing\n"
+                                   : path +
+                                         ":1:1 path-too-long: the process has no load point: its "
+                                         "path has more than 260 UTF-16 units\n");
+  }
+}
+
 }  // namespace
 }  // namespace tarnmf::check
