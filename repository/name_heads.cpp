@@ -46,7 +46,7 @@ void NameHeads::InsertReserved(std::int32_t place, const char* name) {
 
 void NameHeads::Renew(const SortedNames& names) {
   prefixes_.Choose(names);
-  placeBits_ = std::bit_width(static_cast<unsigned>(2 * prefixes_.Count()));
+  placeBits_ = static_cast<int>(std::bit_width(static_cast<unsigned>(2 * prefixes_.Count())));
   for (std::int32_t i = 0; i < names.count; ++i)
     heads_[i] = HeadOf(names[i]);
   areUseful_ = TellNamesApart();
