@@ -150,6 +150,8 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
+  // The system's word for "none" is this number, whatever its type is.
+  // NOLINTNEXTLINE(performance-no-int-to-ptr)
   bool IsKnown() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
   // Converts up to the first bytes that stand for nothing, which stay in `bytes`.
