@@ -92,15 +92,14 @@ Finding HostUnknown(const NamedClass& named, ServiceNames& names) {
   const ClassDeclaration& declaration = *record.declaration;
   if (declaration.xsname) {
     const std::string name = Quoted(declaration.xsname->text);
-    const bool isElsewhere = named.state == NamedClass::State::kHostElsewhere;
     const std::string least = declaration.xsversion > 0
                                   ? fmt::format(" with version {} or above", declaration.xsversion)
                                   : "";
-    return FoundAt(Rule::kHostUnknown, record, declaration.xsname->span,
-                   NeverFound(named, fmt::format("it names the host {}, and no service {} has "
-                                                 "that name{}{}",
-                                                 name, isElsewhere ? "of its load point" : "here",
-                                                 least, names.CloseTo(declaration.xsname->text))));
+    return FoundAt(
+        Rule::kHostUnknown, record, declaration.xsname->span,
+        NeverFound(named, fmt::format("it names the host {}, and no service of its load "
+                                      "point has that name{}{}",
+                                      name, least, names.CloseTo(declaration.xsname->text))));
   }
   if (declaration.xsid && !btkUniIdIsNull(declaration.xsid->id)) {
     return FoundAt(Rule::kHostUnknown, record, declaration.xsid->span,
