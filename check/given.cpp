@@ -83,6 +83,10 @@ const GivenAttributes::Known* GivenAttributes::FindReadable(std::string_view nam
   return CodeOf(known->written->text, *known->described) == kBtkOk ? known : nullptr;
 }
 
+bool GivenAttributes::IsClear(std::string_view name) const {
+  return IsAbsent(name) || FindReadable(name) != nullptr;
+}
+
 std::optional<TextValue> GivenAttributes::Text(std::string_view name) const {
   const Known* const known = FindReadable(name);
   if (known == nullptr) return {};
