@@ -122,6 +122,11 @@ Finding Hidden(const NamedClass& named) {
   return finding;
 }
 
+// Of two classes with one id only one can stay.
+bool IsRefused(const ClassRecord& record) {
+  return record.first != nullptr && !record.completesFirst;
+}
+
 }  // namespace
 
 void CheckAnswers(const Answers& answers, const LoadPoint& loadpoint,
@@ -132,7 +137,8 @@ void CheckAnswers(const Answers& answers, const LoadPoint& loadpoint,
     std::optional<Finding> finding;
     if (named.state == NamedClass::State::kFiled) {
       // Without another one its version is negative, which is told where that is written.
-      if (named.found != nullptr) finding = Hidden(named);
+      const bool isHidden = named.found != nullptr && !IsRefused(*named.found->record);
+      if (isHidden && !IsRefused(*named.record)) finding = Hidden(named);
     } else if (loadpoint.knowsServices) {
       finding = named.state == NamedClass::State::kNamesNoHost
                     ? HostOfOtherHalf(named)
