@@ -42,19 +42,22 @@ Suggestion Rename(const Inspection& inspection, NodeId node, std::string_view na
 }
 
 void ReportUnknown(Inspection& inspection, NodeId node, const ElementT& parent) {
-  CloseNames meant(inspection.Doc().Name(node));
+  CloseNames close(inspection.Doc().Name(node));
   for (const ElementT* child : parent.children)
-    meant.Offer(child->name);
+    close.Offer(child->name);
+  for (const ElementT* child : parent.children)
+    close.OfferAsLongForm(child->name);
+  const std::vector<std::string_view> meant = close.FewBest();
   const std::string expected = parent.children.empty()
                                    ? "it holds no elements"
                                    : "expected " + Listed(TagsOf(parent.children), "or");
-  Finding& finding = inspection.Report(Rule::kElementUnknown, kBtkUnexpected, inspection[node].name,
-                                       fmt::format("{}; {}{}", NoPlace(inspection, node), expected,
-                                                   DidYouMean(meant.Best(), Tagged)));
+  Finding& finding = inspection.Report(
+      Rule::kElementUnknown, kBtkUnexpected, inspection[node].name,
+      fmt::format("{}; {}{}", NoPlace(inspection, node), expected, DidYouMean(meant, Tagged)));
   if (!inspection.IsWhole(node)) return;
-  for (const std::string_view name : meant.Best()) {
+  for (const std::string_view name : meant) {
     finding.suggestions.push_back(Rename(inspection, node, name));
-    finding.suggestions.back().safe = meant.IsCertain();
+    finding.suggestions.back().safe = close.IsCertain();
   }
 }
 

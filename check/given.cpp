@@ -26,11 +26,15 @@ GivenAttributes::GivenAttributes(const Document& document, NodeId node,
     if (isFirst) first = known_.size();
     known_.push_back({&attribute, described, isFirst ? nullptr : known_[first].written});
   }
-  for (const grammar::AttributeT& candidate : element.attributes) {
-    if (candidate.kind == grammar::ValueKind::kRefused || FindKnown(candidate.name)) continue;
-    for (Unknown& unknown : unknown_)
-      unknown.meant.Offer(candidate.name);
-  }
+  const auto offer = [&](void (CloseNames::*how)(std::string_view)) {
+    for (const grammar::AttributeT& candidate : element.attributes) {
+      if (candidate.kind == grammar::ValueKind::kRefused || FindKnown(candidate.name)) continue;
+      for (Unknown& unknown : unknown_)
+        (unknown.meant.*how)(candidate.name);
+    }
+  };
+  offer(&CloseNames::Offer);
+  offer(&CloseNames::OfferAsLongForm);
   for (const Unknown& unknown : unknown_) {
     for (const std::string_view name : unknown.meant.Best())
       ++meant_[IndexOf(name)];
