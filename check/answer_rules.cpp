@@ -92,15 +92,14 @@ Finding HostUnknown(const NamedClass& named, ServiceNames& names) {
   const ClassDeclaration& declaration = *record.declaration;
   if (declaration.xsname) {
     const std::string name = Quoted(declaration.xsname->text);
-    const bool isElsewhere = named.state == NamedClass::State::kHostElsewhere;
     const std::string least = declaration.xsversion > 0
                                   ? fmt::format(" with version {} or above", declaration.xsversion)
                                   : "";
-    return FoundAt(Rule::kHostUnknown, record, declaration.xsname->span,
-                   NeverFound(named, fmt::format("it names the host {}, and no service {} has "
-                                                 "that name{}{}",
-                                                 name, isElsewhere ? "of its load point" : "here",
-                                                 least, names.CloseTo(declaration.xsname->text))));
+    return FoundAt(
+        Rule::kHostUnknown, record, declaration.xsname->span,
+        NeverFound(named, fmt::format("it names the host {}, and no service of its load "
+                                      "point has that name{}{}",
+                                      name, least, names.CloseTo(declaration.xsname->text))));
   }
   if (declaration.xsid && !btkUniIdIsNull(declaration.xsid->id)) {
     return FoundAt(Rule::kHostUnknown, record, declaration.xsid->span,
@@ -123,6 +122,11 @@ Finding Hidden(const NamedClass& named) {
   return finding;
 }
 
+// Of two classes with one id only one can stay.
+bool IsRefused(const ClassRecord& record) {
+  return record.first != nullptr && !record.completesFirst;
+}
+
 }  // namespace
 
 void CheckAnswers(const Answers& answers, const LoadPoint& loadpoint,
@@ -133,7 +137,8 @@ void CheckAnswers(const Answers& answers, const LoadPoint& loadpoint,
     std::optional<Finding> finding;
     if (named.state == NamedClass::State::kFiled) {
       // Without another one its version is negative, which is told where that is written.
-      if (named.found != nullptr) finding = Hidden(named);
+      const bool isHidden = named.found != nullptr && !IsRefused(*named.found->record);
+      if (isHidden && !IsRefused(*named.record)) finding = Hidden(named);
     } else if (loadpoint.knowsServices) {
       finding = named.state == NamedClass::State::kNamesNoHost
                     ? HostOfOtherHalf(named)

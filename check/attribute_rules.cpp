@@ -117,8 +117,7 @@ bool IsRequired(const AttributeT& attribute, const ElementAtHand& element) {
   if (&element.described != &grammar::kModule || std::string_view(attribute.name) != "id") {
     return true;
   }
-  const grammar::ElementT* const parent = element.place.parent;
-  return parent != nullptr && parent->content != grammar::Content::kSide;
+  return element.parent.content != grammar::Content::kSide;
 }
 
 // An element that needs one attribute at least, whichever it is. What a side needs is told with its

@@ -163,11 +163,12 @@ void BatchCheck::CheckSides(const ClassRecord& record, SideSet sides) {
   bool hasBare = false;  // there is such a side, which has no module
   for (MfSideT side : {kMfClientSide, kMfServiceSide, kMfAgentSide}) {
     if ((needed & SideBit(side)) == 0) continue;
-    words += (words.empty() ? "" : " or ") + std::string(SideInWords(side));
+    words += words.empty() ? (side == kMfAgentSide ? "an " : "a ") : " or ";
+    words += SideInWords(side);
     hasBare |= record.declaration->sides[static_cast<std::size_t>(side)].IsThere();
   }
   Tell(Rule::kSideMissing, *record.manifest, record.ElementName(),
-       fmt::format("{} class {} needs a {} side{}", AffinityInWords(record.declaration->affinity),
+       fmt::format("{} class {} needs {} side{}", AffinityInWords(record.declaration->affinity),
                    Quoted(NameOf(*record.declaration)), words, hasBare ? " with a module" : ""));
 }
 

@@ -49,9 +49,10 @@ std::vector<std::unique_ptr<LoadPoint>> ReadLoadPoints(const Request& request, F
     directories.insert(DirectoryKey(request.loadpoint));
   }
   std::vector<std::string> singles;
+  std::set<std::string> known;  // however a file is written, it is checked once
   for (const std::string& path : request.paths) {
     if (!files.IsDirectory(path)) {
-      singles.push_back(path);
+      if (known.insert(AbsolutePath(path)).second) singles.push_back(path);
       continue;
     }
     loadpoints.push_back(ReadInstallation(path, files));

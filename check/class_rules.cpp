@@ -174,8 +174,7 @@ void CheckSides(Inspection& inspection, const ElementAtHand& element) {
       ReportForbidden(inspection, owner, child);
       return;
     }
-    CheckSide(inspection, owner,
-              {child, *side, {&grammar::kClass, true}, inspection.Given(child, *side)});
+    CheckSide(inspection, owner, {child, *side, grammar::kClass, inspection.Given(child, *side)});
   });
 }
 

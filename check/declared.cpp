@@ -4,7 +4,9 @@
 #include <span>
 #include <string_view>
 
+#include "check/given.h"
 #include "check/names.h"
+#include "grammar/manifest.h"
 #include "support/ignore_refusal.h"
 
 namespace tarnmf::check {
@@ -92,9 +94,13 @@ bool MayHideModules(const Manifest& manifest) {
   return std::any_of(modules.begin(), modules.end(), isUnclear);
 }
 
+// One whose name or version is not clear may be the host that a class asks for.
 bool MayHideServices(const Manifest& manifest) {
   if (MayHide(manifest, kWithoutServices)) return true;
-  const auto isUnclear = [](const ServiceDeclaration& service) { return !service.id; };
+  const auto isUnclear = [&](const ServiceDeclaration& service) {
+    const GivenAttributes given(manifest.document, service.node, grammar::kService);
+    return !service.id || !given.IsClear("commonname") || !given.IsClear("version");
+  };
   const std::vector<RunnableDeclaration>& runnables = manifest.declarations.runnables;
   return std::any_of(runnables.begin(), runnables.end(), [&](const RunnableDeclaration& runnable) {
     return std::any_of(runnable.services.begin(), runnable.services.end(), isUnclear);

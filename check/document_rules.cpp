@@ -14,6 +14,8 @@
 #include "check/characters.h"
 #include "check/encoding.h"
 #include "check/expansion.h"
+#include "check/suggestions.h"
+#include "check/wording.h"
 
 namespace tarnmf::check {
 namespace {
@@ -159,20 +161,41 @@ class TypeRules {
   const std::string_view text_;
 };
 
+// ---- The encoding -------------------------------------------------------------------------------
+
+void TellUnknownEncoding(std::string_view name, Finding& finding) {
+  constexpr std::string_view kUsual[] = {"UTF-8",      "UTF-16",      "US-ASCII",
+                                         "ISO-8859-1", "ISO-8859-15", "windows-1252"};
+  CloseNames close(name);
+  for (const std::string_view usual : kUsual)
+    close.Offer(usual);
+  finding.message += close.Best().empty() ? "; write UTF-8" : DidYouMean(close.Best(), Quoted);
+  for (const std::string_view meant : close.Best())
+    finding.suggestions.push_back(Replace(finding.place.span, name, std::string(meant)));
+}
+
 }  // namespace
 
 void CheckEncoding(Manifest& manifest) {
   const Source& source = manifest.source;
   const std::string& encoding = source.Encoding();
-  if (encoding == "UTF-8" || IsAsciiName(encoding)) return;
-  const Span declared = DeclaredValue(source.Text(), "encoding");
-  manifest.findings.push_back(
-      Found(Rule::kEncoding, kBtkOk, {&source, declared},
-            source.IsDecoded()
-                ? fmt::format("read as {}; write UTF-8", encoding)
-                : fmt::format("the encoding \"{}\" is not known here, so that nothing of this file "
-                              "is judged; write UTF-8",
-                              encoding)));
+  const Span span = DeclaredValue(source.Text(), "encoding");
+  const std::string_view declared = source.Text(span);
+  const auto tell = [&](std::string message) -> Finding& {
+    manifest.findings.push_back(
+        Found(Rule::kEncoding, kBtkOk, {&source, span}, std::move(message)));
+    return manifest.findings.back();
+  };
+  if (!source.IsDecoded()) {
+    TellUnknownEncoding(declared, tell(fmt::format("the encoding {} is not known here, so that "
+                                                   "nothing of this file is judged",
+                                                   Quoted(encoding))));
+  } else if (encoding == "UTF-8" && NamesWideUnits(declared)) {
+    tell(fmt::format("{} is declared, but the file is read as UTF-8; write UTF-8",
+                     Quoted(declared)));
+  } else if (encoding != "UTF-8" && !IsAsciiName(encoding)) {
+    tell(fmt::format("read as {}; write UTF-8", encoding));
+  }
 }
 
 void CheckDocumentType(Manifest& manifest, const Verdict& verdict) {

@@ -13,7 +13,7 @@ using grammar::Content;
 using grammar::ElementT;
 
 void CheckElement(Inspection& inspection, NodeId node, const ElementT& described,
-                  const ElementPlace& place);
+                  const ElementT& parent);
 
 std::vector<std::string> TagsOf(std::span<const ElementT* const> elements) {
   std::vector<std::string> tags;
@@ -41,41 +41,55 @@ Suggestion Rename(const Inspection& inspection, NodeId node, std::string_view na
   return suggestion;
 }
 
-void ReportUnknown(Inspection& inspection, NodeId node, const ElementT& parent) {
-  CloseNames meant(inspection.Doc().Name(node));
+// What could stand there instead.
+CloseNames CloseChildren(const Inspection& inspection, NodeId node, const ElementT& parent) {
+  CloseNames close(inspection.Doc().Name(node));
   for (const ElementT* child : parent.children)
-    meant.Offer(child->name);
+    close.Offer(child->name);
+  for (const ElementT* child : parent.children)
+    close.OfferAsLongForm(child->name);
+  return close;
+}
+
+void ReportUnknown(Inspection& inspection, NodeId node, const ElementT& parent) {
+  const CloseNames close = CloseChildren(inspection, node, parent);
+  const std::vector<std::string_view> meant = close.FewBest();
   const std::string expected = parent.children.empty()
                                    ? "it holds no elements"
                                    : "expected " + Listed(TagsOf(parent.children), "or");
-  Finding& finding = inspection.Report(Rule::kElementUnknown, kBtkUnexpected, inspection[node].name,
-                                       fmt::format("{}; {}{}", NoPlace(inspection, node), expected,
-                                                   DidYouMean(meant.Best(), Tagged)));
+  Finding& finding = inspection.Report(
+      Rule::kElementUnknown, kBtkUnexpected, inspection[node].name,
+      fmt::format("{}; {}{}", NoPlace(inspection, node), expected, DidYouMean(meant, Tagged)));
   if (!inspection.IsWhole(node)) return;
-  for (const std::string_view name : meant.Best()) {
+  for (const std::string_view name : meant) {
     finding.suggestions.push_back(Rename(inspection, node, name));
-    finding.suggestions.back().safe = meant.IsCertain();
+    finding.suggestions.back().safe = close.IsCertain();
   }
 }
 
-void ReportMisplaced(Inspection& inspection, NodeId node, const ElementT& described) {
+void ReportMisplaced(Inspection& inspection, NodeId node, const ElementT& described,
+                     const ElementT& parent) {
   const std::vector<const ElementT*> parents = ParentsOf(described);
   const bool isRoot = parents.front() == &grammar::kDocument;
-  inspection.Report(Rule::kElementMisplaced, kBtkUnexpected, inspection[node].name,
-                    fmt::format("{}; it {}", NoPlace(inspection, node),
-                                isRoot ? "is the root of a document"
-                                       : "belongs into " + Listed(TagsOf(parents), "or")));
+  const std::vector<std::string_view> meant = CloseChildren(inspection, node, parent).FewBest();
+  Finding& finding =
+      inspection.Report(Rule::kElementMisplaced, kBtkUnexpected, inspection[node].name,
+                        fmt::format("{}; it {}{}", NoPlace(inspection, node),
+                                    isRoot ? "is the root of a document"
+                                           : "belongs into " + Listed(TagsOf(parents), "or"),
+                                    DidYouMean(meant, Tagged)));
+  if (!inspection.IsWhole(node)) return;
+  for (const std::string_view name : meant)
+    finding.suggestions.push_back(Rename(inspection, node, name));
 }
 
-// Below an unknown element nothing is judged. A misplaced one is judged as what it is, but not what
-// is misplaced in it again.
-void CheckChild(Inspection& inspection, NodeId node, const ElementT& parent, bool isInPlace) {
+// Of an element that has no place nothing else is judged: it may be meant to be another one.
+void CheckChild(Inspection& inspection, NodeId node, const ElementT& parent) {
   const std::string_view name = inspection.Doc().Name(node);
   if (const ElementT* const described = ChildNamed(parent, name)) {
-    CheckElement(inspection, node, *described, {&parent, isInPlace});
+    CheckElement(inspection, node, *described, parent);
   } else if (const ElementT* const elsewhere = ElementNamed(name)) {
-    ReportMisplaced(inspection, node, *elsewhere);
-    if (isInPlace) CheckElement(inspection, node, *elsewhere, {nullptr, false});
+    ReportMisplaced(inspection, node, *elsewhere, parent);
   } else {
     ReportUnknown(inspection, node, parent);
   }
@@ -159,7 +173,7 @@ void CheckRoleParts(Inspection& inspection, const ElementAtHand& element) {
 void CheckContent(Inspection& inspection, const ElementAtHand& element) {
   inspection.ForEachChild(element.node, [&](NodeId child) {
     if (inspection[child].kind == NodeKind::kElement) {
-      CheckChild(inspection, child, element.described, element.place.isInPlace);
+      CheckChild(inspection, child, element.described);
     } else {
       CheckBetween(inspection, element, child);
     }
@@ -167,8 +181,8 @@ void CheckContent(Inspection& inspection, const ElementAtHand& element) {
 }
 
 void CheckElement(Inspection& inspection, NodeId node, const ElementT& described,
-                  const ElementPlace& place) {
-  const ElementAtHand element = {node, described, place, inspection.Given(node, described)};
+                  const ElementT& parent) {
+  const ElementAtHand element = {node, described, parent, inspection.Given(node, described)};
   CheckAttributes(inspection, element);
   switch (described.content) {
     case Content::kArgument:
@@ -195,7 +209,7 @@ void CheckElements(Manifest& manifest) {
   Inspection inspection(manifest);
   const NodeId root = manifest.document.Root();
   if (root != kNoNode && inspection.IsTrusted(root)) {
-    CheckChild(inspection, root, grammar::kDocument, true);
+    CheckChild(inspection, root, grammar::kDocument);
     const ElementT* const described = ChildNamed(grammar::kDocument, manifest.document.Name(root));
     if (described != nullptr) CheckBareElements(inspection, root, *described);
   }

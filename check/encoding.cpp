@@ -53,6 +53,12 @@ bool IsEbcdic(const Sensed& sensed) {
   return sensed.name == "IBM037"sv;
 }
 
+std::string UpperCase(std::string_view name) {
+  std::string upper(name);
+  std::transform(upper.begin(), upper.end(), upper.begin(), ToUpper);
+  return upper;
+}
+
 // Names that say nothing about the order of bytes: the XML library goes by what it has sensed.
 bool IsGeneric(std::string_view upperName) {
   constexpr std::string_view kNames[] = {
@@ -206,8 +212,8 @@ std::string KnownName(std::string upperName) {
   return upperName == "UTF8" ? "UTF-8" : upperName;
 }
 
-// False: nobody knows the encoding.
-bool AppendDecoded(std::string_view bytes, const std::string& upperName, Decoding& out) {
+// Appends nothing when the system does not know the encoding.
+void AppendDecoded(std::string_view bytes, const std::string& upperName, Decoding& out) {
   if (upperName == "UTF-8") {
     AppendUtf8(bytes, out);
   } else if (upperName == "UTF-16LE" || upperName == "UTF-16BE") {
@@ -216,10 +222,8 @@ bool AppendDecoded(std::string_view bytes, const std::string& upperName, Decodin
     AppendUtf32({bytes, upperName.ends_with("BE")}, out);
   } else {
     Converter converter(upperName);
-    if (!converter.IsKnown()) return false;
-    AppendConverted(bytes, upperName, converter, out);
+    if (converter.IsKnown()) AppendConverted(bytes, upperName, converter, out);
   }
-  return true;
 }
 
 // ---- The declaration ----------------------------------------------------------------------------
@@ -240,12 +244,13 @@ bool IsEncodingName(std::string_view name) {
 // Does `encoding` read the beginning of the bytes as the XML declaration that was sensed there?
 bool ReadsDeclaration(std::string_view bytes, const std::string& encoding) {
   Decoding begin;
-  return AppendDecoded(bytes.substr(0, 24), encoding, begin) && begin.text.starts_with("<?xml");
+  AppendDecoded(bytes.substr(0, 24), encoding, begin);
+  return begin.text.starts_with("<?xml");
 }
 
 void DecodeAs(const std::string& encoding, std::string_view bytes, DecodedText& result) {
   Decoding decoding;
-  result.isKnown = AppendDecoded(bytes, encoding, decoding);
+  AppendDecoded(bytes, encoding, decoding);
   result.text = std::move(decoding.text);
   result.fault = std::move(decoding.fault);
   result.isUtf8 = !result.fault && result.text == bytes;
@@ -283,6 +288,10 @@ Span DeclaredValue(std::string_view text, std::string_view name) {
   return {at + 1, end};
 }
 
+bool NamesWideUnits(std::string_view encoding) {
+  return IsGeneric(UpperCase(encoding));
+}
+
 DecodedText Decode(std::string_view bytes) {
   DecodedText result;
   const Sensed& sensed = Sense(bytes);
@@ -293,8 +302,7 @@ DecodedText Decode(std::string_view bytes) {
   AppendDecoded(bytes.substr(0, kDeclarationBytes), sensed.name, begin);
   const Span place = DeclaredValue(begin.text, "encoding");
   const std::string declared = begin.text.substr(place.begin, place.Size());
-  std::string upperName = declared;
-  std::transform(upperName.begin(), upperName.end(), upperName.begin(), ToUpper);
+  std::string upperName = UpperCase(declared);
   if (!IsGeneric(upperName)) upperName = KnownName(upperName);
 
   result.encoding = sensed.name;
@@ -305,7 +313,13 @@ DecodedText Decode(std::string_view bytes) {
   } else if (!IsEncodingName(declared)) {
     DecodeAs(sensed.name, bytes, result);
     result.fault = DecodingFault{place, fmt::format(R"("{}" is no name of an encoding)", declared)};
-  } else if (Converter(upperName).IsKnown() && !ReadsDeclaration(bytes, upperName)) {
+  } else if (!Converter(upperName).IsKnown()) {
+    DecodeAs(sensed.name, bytes, result);
+    result.encoding = declared;
+    result.isKnown = false;
+    result.fault.reset();
+    return result;
+  } else if (!ReadsDeclaration(bytes, upperName)) {
     DecodeAs(sensed.name, bytes, result);
     result.fault =
         DecodingFault{place, fmt::format(R"("{}" is declared, but the file is written in {})",

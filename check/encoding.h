@@ -15,12 +15,16 @@ struct DecodedText {
   std::string encoding;  // as it is told to people
   std::string text;      // in UTF-8, without the byte order mark
   std::size_t markSize = 0;
-  bool isKnown = true;  // false: no text
+  bool isKnown = true;  // false: the text is good for places alone
   bool isUtf8 = false;  // the text is the bytes after the mark
   std::optional<DecodingFault> fault;
 };
 
 DecodedText Decode(std::string_view bytes);
+
+// Whether the encoding's name says that the text is written in units of two or four bytes, and
+// nothing about their order.
+bool NamesWideUnits(std::string_view encoding);
 
 // Where "version", "encoding" or "standalone" stands in the XML declaration that a text begins with,
 // between its quotes; an empty span where it is not given.

@@ -63,6 +63,7 @@ Fault Unfinished(const Surroundings& here) {
     if (here.IsAt(each.begin))
       return {{here.offset, here.offset + each.begin.size()}, each.message, {}};
   }
+  if (here.IsAt("</")) return ExplainEndTag(here);
   const Node& node = here.document[here.node];
   if (node.kind == NodeKind::kElement && node.span.begin == here.offset)
     return ExplainUnfinishedTag(here);

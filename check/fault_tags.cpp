@@ -52,7 +52,9 @@ std::optional<Fault> InAttribute(const Surroundings& here, const Attribute& attr
         attribute.value, fmt::format(R"(the value of "{}" must stand in quotes)", name), {}};
   }
   if (auto fault = UnclosedValue(here, attribute)) return fault;
-  if (offset >= attribute.value.end) return std::nullopt;
+  // The judge may stop only at the closing quote, after a reference that lacks its end.
+  if (offset == attribute.value.end) return ExplainReference(here);
+  if (offset > attribute.value.end) return std::nullopt;
   return ExplainText(here);
 }
 

@@ -3,14 +3,18 @@
 #include <algorithm>
 #include <filesystem>
 #include <fmt/format.h>
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
 
+#include "check/given.h"
 #include "check/module_files.h"
+#include "check/names.h"
 #include "check/suggestions.h"
 #include "check/wording.h"
+#include "grammar/manifest.h"
 #include "platform/filesystem.h"
 #include "platform/runtime.h"
 
@@ -42,7 +46,37 @@ bool IsWritten(const Manifest& manifest, const TextValue& value) {
 }
 
 std::string NameOf(const ModuleDeclaration& module) {
-  return module.id ? "module " + Quoted(module.id->text) : "the nested module";
+  if (module.id) return "module " + Quoted(module.id->text);
+  return module.isNested ? "the nested module" : "the module";
+}
+
+bool AreClear(const Manifest& manifest, NodeId node, const grammar::ElementT& element,
+              std::initializer_list<std::string_view> attributes) {
+  const GivenAttributes given(manifest.document, node, element);
+  return std::all_of(attributes.begin(), attributes.end(),
+                     [&](std::string_view name) { return given.IsClear(name); });
+}
+
+// Whether it can be made out which implementation is meant for this machine, and by which name.
+// Where something else is wrong with it, nobody knows what is looked for.
+bool IsClear(const Manifest& manifest, const ModuleDeclaration& module,
+             const ImplementationDeclaration& selected) {
+  const Document& document = manifest.document;
+  if (!AreClear(manifest, module.node, grammar::kModule,
+                {"name", "path", "explicitname", "forcepath", "type", "loadpoint"})) {
+    return false;
+  }
+  if (&selected != &module.implementations.front()) {
+    return AreClear(manifest, selected.node, grammar::kPlatformModule,
+                    {"name", "path", "explicitname", "forcepath"});
+  }
+  for (const NodeId child : document.ChildrenOf(module.node)) {
+    const bool isElement = document[child].kind == NodeKind::kElement;
+    if (isElement && !ChildNamed(grammar::kModule, document.Name(child))) return false;
+  }
+  return std::all_of(
+      module.implementations.begin() + 1, module.implementations.end(),
+      [](const ImplementationDeclaration& each) { return each.machinetype.has_value(); });
 }
 
 class FileCheck {
@@ -113,6 +147,7 @@ void FileCheck::Check(const Manifest& manifest, const ModuleDeclaration& declara
   const bool isOwn = &selected == &implementations.front();
   // A module of no load point has no file to look for.
   if (!selected.name || (!module.loadpoint && isOwn)) return;
+  if (!IsClear(manifest, declaration, selected)) return;
   const Search search = SearchFile(module, selected);
   if (search.tried.empty()) return;
   if (LeadsOut(module, search)) return TellOutside(module, search);
@@ -199,7 +234,7 @@ void FileCheck::TellMissing(const Module& module, const Search& search, const Se
   if (own != nullptr && !own->file.empty()) {
     message = fmt::format("the file of {} for {} is not there, and its own is used: looked for {}",
                           name, machine, ShownPlaces(module, search));
-  } else if (own != nullptr) {
+  } else if (own != nullptr && own->tried != search.tried) {
     message += ", " + ShownPlaces(module, *own);
   }
   Finding finding = Found(Rule::kFileMissing, kBtkOk, module.At(search.implementation->name->span),

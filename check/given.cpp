@@ -27,12 +27,16 @@ GivenAttributes::GivenAttributes(const Document& document, NodeId node,
     if (isFirst) first = known_.size();
     known_.push_back({&attribute, described, isFirst ? nullptr : known_[first].written});
   }
-  for (Unknown& unknown : unknown_) {
+  const auto offer = [&](CloseNames& meant, void (CloseNames::*how)(std::string_view)) {
     for (std::size_t i = 0; i < element.attributes.size(); ++i) {
       const grammar::AttributeT& candidate = element.attributes[i];
       if (candidate.kind != grammar::ValueKind::kRefused && first_[i] == kNone)
-        unknown.meant.Offer(candidate.name);
+        (meant.*how)(candidate.name);
     }
+  };
+  for (Unknown& unknown : unknown_) {
+    offer(unknown.meant, &CloseNames::Offer);
+    offer(unknown.meant, &CloseNames::OfferAsLongForm);
     for (const std::string_view name : unknown.meant.Best())
       ++meant_[IndexOf(name)];
   }
@@ -83,6 +87,10 @@ const GivenAttributes::Known* GivenAttributes::FindReadable(std::string_view nam
   const Known* const known = FindKnown(name);
   if (known == nullptr || !known->written->isKnown) return nullptr;
   return CodeOf(known->written->text, *known->described) == kBtkOk ? known : nullptr;
+}
+
+bool GivenAttributes::IsClear(std::string_view name) const {
+  return IsAbsent(name) || FindReadable(name) != nullptr;
 }
 
 std::optional<TextValue> GivenAttributes::Text(std::string_view name) const {

@@ -52,6 +52,8 @@ class GivenAttributes {
   State StateOf(std::string_view name) const;
   bool IsGiven(std::string_view name) const { return StateOf(name) == State::kGiven; }
   bool IsAbsent(std::string_view name) const { return StateOf(name) == State::kAbsent; }
+  // Whether it is known what the attribute says: it is absent, or its value can be read.
+  bool IsClear(std::string_view name) const;
   // The state of "name", or of "name=word", which is absent where the value is another one.
   State StateOfTerm(std::string_view term) const;
 

@@ -63,16 +63,11 @@ class Inspection {
   std::size_t fault_ = SIZE_MAX;  // where the document is told to be at fault
 };
 
-struct ElementPlace {
-  const grammar::ElementT* parent;  // null where the element has no place
-  bool isInPlace;                   // the element has its place, and so have all those around it
-};
-
 // An element with its description.
 struct ElementAtHand {
   NodeId node;
   const grammar::ElementT& described;
-  ElementPlace place;
+  const grammar::ElementT& parent;  // the description of what it stands in
   GivenAttributes given;
 };
 

@@ -87,10 +87,13 @@ void CheckBase(LoadPoint& loadpoint, Files& files) {
   if (!shown.has_filename()) shown = shown.parent_path();
   CloseNames close(shown.filename().string());
   const std::vector<std::string> names = files.NamesIn(shown.parent_path().string());
-  for (const std::string& name : names)
-    close.Offer(name);
-  std::string message = fmt::format("base folder {} is not there: looked for {}",
-                                    Quoted(layout->base), shown.string());
+  for (const std::string& name : names) {
+    if (files.IsDirectory((shown.parent_path() / name).string())) close.Offer(name);
+  }
+  std::string message = files.IsFile(shown.string())
+                            ? fmt::format("base folder {} is a file", Quoted(layout->base))
+                            : fmt::format("base folder {} is not there: looked for {}",
+                                          Quoted(layout->base), shown.string());
   message += DidYouMean(close.Best(), Quoted);
   layout->findings.push_back(
       Found(Rule::kBaseMissing, kBtkOk, {&layout->source, layout->basePlace}, std::move(message)));

@@ -202,9 +202,25 @@ void LayoutScan::TellUnknownKey(Span key, Span assignment) {
   }
 }
 
+// A value may stand on the next line. Where a statement stands there, it is taken for the value and
+// nothing of it is read, or refused.
+LayoutResult LayoutScan::CheckNextLine(const Statement& statement, Span assignment) {
+  if (bytes_.find('\n', assignment.end) >= at_ || !IsLetter(bytes_[at_])) return {};
+  const std::string message = fmt::format("a value is expected after \"{}\"", Text(assignment));
+  if (statement.key == "base" || statement.key == "layout") return LayoutFault{assignment, message};
+  if (statement.key == "version" || statement.key == "bits") {
+    Tell(Rule::kLayoutKeyUnknown, kBtkOk, assignment,
+         message + ": the next line is passed over with this one");
+  }
+  return {};
+}
+
 LayoutResult LayoutScan::ReadValue(const Statement& statement, Span key, Span assignment) {
   if (statement.readValue == &LayoutScan::ReadBase) text_.basePath.clear();
-  if (Text(assignment) == statement.assignment) return (this->*statement.readValue)();
+  if (Text(assignment) == statement.assignment) {
+    const LayoutResult fault = CheckNextLine(statement, assignment);
+    return fault ? fault : (this->*statement.readValue)();
+  }
   if (assignment.Size() == 0) return Expected(fmt::format("\"{}\"", statement.assignment), key);
   return LayoutFault{assignment, fmt::format("\"{}\" takes \"{}\", not \"{}\"", statement.key,
                                              statement.assignment, Text(assignment))};

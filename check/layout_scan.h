@@ -61,6 +61,7 @@ class LayoutScan {
   LayoutResult ReadStatement();
   LayoutResult ReadValue(const Statement& statement, Span key, Span assignment);
   void TellUnknownKey(Span key, Span assignment);
+  LayoutResult CheckNextLine(const Statement& statement, Span assignment);
   LayoutResult ReadBase();
   LayoutResult ReadScope();
   LayoutResult ReadBits();

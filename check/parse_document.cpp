@@ -75,6 +75,10 @@ void ParseDocument(Manifest& manifest) {
   Document& document = manifest.document;
   document.source = &source;
   CheckEncoding(manifest);
+  if (!source.IsDecoded()) {
+    Scan({}, document);
+    return;
+  }
   // The XML library reads no further than to a NUL.
   const std::string_view text = std::string_view(source.Text()).substr(0, source.Text().find('\0'));
   document.declaration = DeclarationOf(text);
@@ -84,7 +88,6 @@ void ParseDocument(Manifest& manifest) {
   const std::string_view judged = is11 ? rewritten : text;
   Scan(judged, document);
   manifest.trustedEnd = source.Text().size();
-  if (!source.IsDecoded()) return;
 
   Verdict verdict = JudgeManifest(judged, document);
   // What breaks off at a NUL is at fault there.

@@ -46,7 +46,7 @@ class Source {
   const std::string& Path() const { return path_; }
   // As they stand in the file.
   const std::string& Bytes() const { return bytes_; }
-  // In UTF-8, without the byte order mark. Empty when the encoding is not known.
+  // In UTF-8, without the byte order mark.
   const std::string& Text() const { return text_; }
   std::string_view Text(Span span) const {
     return std::string_view(text_).substr(span.begin, span.Size());
@@ -54,7 +54,8 @@ class Source {
 
   // The encoding's name as it is told to people, such as "UTF-16LE".
   const std::string& Encoding() const { return encoding_; }
-  // False: nobody here can decode it, and there is no text.
+  // False: nobody here can decode it. Its text then holds the bytes as far as they are ASCII, for
+  // the places that are told, and nothing is made of it.
   bool IsDecoded() const { return isDecoded_; }
   // Text and bytes are the same, but for a byte order mark of MarkSize() bytes before them.
   bool IsUtf8() const { return isUtf8_; }

@@ -13,6 +13,8 @@ namespace {
 constexpr std::size_t kLongest = 64;
 constexpr std::size_t kFew = 3;
 constexpr std::size_t kCertainLength = 5;
+constexpr std::size_t kShortestPart = 3;
+constexpr std::size_t kPart = kLongest;  // the distance of a long form: further than any steps
 
 std::string Lower(std::string_view text) {
   std::string lower(text);
@@ -64,6 +66,14 @@ void CloseNames::Offer(std::string_view name) {
   if (steps < distance_) best_.clear();
   distance_ = steps;
   if (std::find(best_.begin(), best_.end(), name) == best_.end()) best_.push_back(name);
+}
+
+void CloseNames::OfferAsLongForm(std::string_view name) {
+  if (word_.size() < kShortestPart || (!best_.empty() && distance_ != kPart)) return;
+  const std::string lower = Lower(name);
+  if (!lower.starts_with(word_) && !lower.ends_with(word_)) return;
+  distance_ = kPart;
+  best_.push_back(name);
 }
 
 std::vector<std::string_view> CloseNames::FewBest() const {

@@ -23,6 +23,11 @@ class CloseNames {
   // The name has to outlive the search. One that has been offered before is offered in vain.
   void Offer(std::string_view name);
 
+  // Offers what the word may be short for, as "ref" is for "moduleref". It counts only where no name
+  // is close otherwise.
+  // REQUIRES: all other names have been offered.
+  void OfferAsLongForm(std::string_view name);
+
   // The closest of those offered, in their order; several when they are equally far away.
   const std::vector<std::string_view>& Best() const { return best_; }
   // The same, but none when they are so many that no single one can have been meant.

@@ -73,10 +73,13 @@ void JudgeUndecoded(const LoadPoint& loadpoint, std::vector<Finding>& found) {
     if (manifest->source.IsDecoded()) continue;
     const Outcome outcome = AskLibrary(loadpoint, {&manifest->source});
     if (outcome == kBtkOk) continue;
-    found.push_back(Found(Rule::kNotWellFormed, outcome.value_or(kBtkOk), {&manifest->source, {}},
+    // Told where the encoding is, with what was probably meant by it.
+    const Finding& encoding = manifest->findings.front();
+    found.push_back(Found(Rule::kNotWellFormed, outcome.value_or(kBtkOk), encoding.place,
                           fmt::format("the library cannot read this file, whose encoding {} is not "
                                       "known",
                                       Quoted(manifest->source.Encoding()))));
+    found.back().suggestions = encoding.suggestions;
   }
 }
 
