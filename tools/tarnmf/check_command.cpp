@@ -12,6 +12,7 @@
 #include "check/fixes.h"
 #include "check/settings.h"
 #include "check/verdict.h"
+#include "tools/tarnmf/directory.h"
 #include "tools/tarnmf/replace_file.h"
 #include "tools/tarnmf/report_github.h"
 #include "tools/tarnmf/report_json.h"
@@ -43,18 +44,26 @@ Levels LevelsOf(const std::vector<std::string>& rules) {
   return levels;
 }
 
+// Empty when the directory or file can be checked.
+std::string PathProblem(const std::string& path, Files& files) {
+  if (files.IsFile(path)) return "";
+  std::error_code failure;
+  const std::filesystem::file_status status = std::filesystem::status(path, failure);
+  if (std::filesystem::is_directory(status)) return DirectoryProblem(path);
+  if (status.type() == std::filesystem::file_type::not_found)
+    return "there is no such directory or file";
+  return failure ? "it cannot be read: " + failure.message()
+                 : "this is neither a directory nor a file";
+}
+
 void RequirePaths(const CheckOptions& options, Files& files) {
   std::vector<std::string> faults;
-  if (!options.loadpoint.empty() && !files.IsDirectory(options.loadpoint)) {
-    faults.push_back(fmt::format("{}: there is no such directory", options.loadpoint));
-  }
-  std::error_code ignored;
-  for (const std::string& path : options.paths) {
-    if (files.IsDirectory(path) || files.IsFile(path)) continue;
-    faults.push_back(std::filesystem::exists(path, ignored)
-                         ? fmt::format("{}: this is neither a directory nor a file", path)
-                         : fmt::format("{}: there is no such directory or file", path));
-  }
+  const auto add = [&](const std::string& path, const std::string& problem) {
+    if (!problem.empty()) faults.push_back(fmt::format("{}: {}", path, problem));
+  };
+  if (!options.loadpoint.empty()) add(options.loadpoint, DirectoryProblem(options.loadpoint));
+  for (const std::string& path : options.paths)
+    add(path, PathProblem(path, files));
   if (options.loadpoint.empty() && options.paths.empty()) {
     faults.emplace_back("a directory or file to check is needed");
   }
@@ -99,9 +108,9 @@ void TakeLoadpoint(const std::vector<const Settings*>& settings, Request& reques
   const Settings* source = nullptr;
   for (const Settings* candidate : settings) {
     if (candidate->loadpoint.empty()) continue;
-    if (!files.IsDirectory(candidate->loadpoint)) {
-      Refuse({fmt::format("{}: the loadpoint {} is no directory", candidate->path,
-                          candidate->loadpoint)});
+    if (const std::string problem = DirectoryProblem(candidate->loadpoint); !problem.empty()) {
+      Refuse({fmt::format("{}: the loadpoint {}: {}", candidate->path, candidate->loadpoint,
+                          problem)});
     }
     if (source != nullptr && !IsSame(source->loadpoint, candidate->loadpoint)) {
       Refuse({fmt::format("{} and {} name different loadpoints; say which one with --loadpoint",

@@ -10,6 +10,7 @@
 #include "tools/tarnmf/graph.h"
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/other_programs.h"
+#include "tools/tarnmf/usage_error.h"
 
 namespace tool {
 namespace {
@@ -76,6 +77,7 @@ void AddGraph(CLI::App& app, Action& action) {
           ->type_name("NAME|ID");
   graph->add_option("--depth", options->depth, "how many edges away from the focus")
       ->type_name("N")
+      ->check(CountProblem)
       ->capture_default_str()
       ->needs(focus);
   graph->add_flag("--svg", options->svg, "print a picture, with the help of graphviz");

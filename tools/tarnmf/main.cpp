@@ -119,10 +119,7 @@ void AddCheck(CLI::App& app, tool::CheckOptions& options, Action& action) {
       ->allow_extra_args(false);
   check->add_option("--max", options.most, "findings of one rule to print as text")
       ->type_name("N")
-      ->check([](const std::string& text) {
-        const bool isCount = text.find_first_not_of("0123456789") == text.npos;
-        return isCount ? "" : fmt::format("\"{}\" is no number of findings", text);
-      })
+      ->check(tool::CountProblem)
       ->capture_default_str();
   CLI::Option* const fix =
       check->add_flag("--fix", options.fix, "apply the corrections that are certain");
@@ -150,6 +147,13 @@ void AddExplain(CLI::App& app, tool::ExplainOptions& options, Action& action) {
     if (options.subject.empty() && !options.page) throw CLI::RequiredError("SUBJECT");
     action = [&] { return tool::RunExplain(options); };
   });
+}
+
+// The status, unless the output could not be written.
+int Finished(int status) {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+  fmt::print(stderr, "tarnmf: the output cannot be written\n");
+  return kFailure;
 }
 
 }  // namespace
@@ -180,12 +184,9 @@ int main(int argc, char** argv) {
   tool::AddGraph(app, action);
   try {
     app.parse(argc, argv);
-    const int status = action();
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-    fmt::print(stderr, "tarnmf: the output cannot be written\n");
-    return kFailure;
+    return Finished(action());
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return app.exit(error);  // help, or the version
+    if (error.get_exit_code() == 0) return Finished(app.exit(error));  // help, or the version
     fmt::print(stderr, "tarnmf: {}\n", tool::UsageSentence(app, error));
     return kWrongUsage;
   } catch (const std::invalid_argument& error) {
