@@ -139,12 +139,12 @@ void AddCheck(CLI::App& app, tool::CheckOptions& options, Action& action) {
 void AddExplain(CLI::App& app, tool::ExplainOptions& options, Action& action) {
   CLI::App* const explain = app.add_subcommand(
       "explain", "Explain a rule of check, a code of the library, an element or an attribute");
-  CLI::Option* const subject =
-      explain->add_option("SUBJECT", options.subject, "RULE, CODE, ELEMENT or ELEMENT/ATTRIBUTE");
-  // For docs/rules.md.
-  explain->add_flag("--page", options.page)->group("")->excludes(subject);
+  explain->add_option("SUBJECT", options.subject, "RULE, CODE, ELEMENT or ELEMENT/ATTRIBUTE");
+  // For docs/rules.md. It is hidden, so that --help does not name it as what SUBJECT excludes.
+  explain->add_flag("--page", options.page)->group("");
   explain->callback([&] {
     if (options.subject.empty() && !options.page) throw CLI::RequiredError("SUBJECT");
+    if (!options.subject.empty() && options.page) throw CLI::ExcludesError("--page", "SUBJECT");
     action = [&] { return tool::RunExplain(options); };
   });
 }
