@@ -18,6 +18,7 @@
 #include "tools/tarnmf/report_json.h"
 #include "tools/tarnmf/report_sarif.h"
 #include "tools/tarnmf/report_text.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/unified_diff.h"
 
 namespace tool {
@@ -149,14 +150,14 @@ bool Store(const FixedFile& file) {
     const std::optional<std::string> stored = DiskFiles().Read(file.path);
     if (stored == file.after) return true;  // under another path already
     if (stored != file.before) {
-      fmt::print(stderr, "tarnmf: {}: not fixed, since it has changed meanwhile\n", file.path);
+      Tell("{}: not fixed, since it has changed meanwhile", file.path);
       return false;
     }
     ReplaceFile(file.path, file.after);
-    fmt::print(stderr, "tarnmf: {}: corrections applied: {}\n", file.path, file.fixes);
+    Tell("{}: corrections applied: {}", file.path, file.fixes);
     return true;
   } catch (const std::system_error& error) {
-    fmt::print(stderr, "tarnmf: {}: not fixed: {}\n", file.path, error.what());
+    Tell("{}: not fixed: {}", file.path, error.what());
     return false;
   }
 }
@@ -175,7 +176,7 @@ int RunCheck(const CheckOptions& options) {
   if (options.fix || options.diff) {
     const FixOutcome outcome = Fix(request, files, finder, levels);
     for (const std::string& path : outcome.putBack)
-      fmt::print(stderr, "tarnmf: {}: not fixed, since it would have more errors then\n", path);
+      Tell("{}: not fixed, since it would have more errors then", path);
     for (const FixedFile& file : outcome.files) {
       if (options.fix) {
         allStored = Store(file) && allStored;

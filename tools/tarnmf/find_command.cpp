@@ -11,6 +11,7 @@
 #include "tools/tarnmf/scan_json.h"
 #include "tools/tarnmf/scan_report.h"
 #include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -48,12 +49,11 @@ void ExplainMissingClass(const ScanSession& session, const std::string& name) {
     }
   }
   if (!places.empty()) {
-    fmt::print(stderr,
-               "tarnmf: no class \"{}\" for this scope, version and limit; declared are:\n{}\n",
-               name, fmt::join(places, "\n"));
+    Tell("no class \"{}\" for this scope, version and limit; declared are:\n{}", name,
+         fmt::join(places, "\n"));
   } else {
-    fmt::print(stderr, "tarnmf: no class is called \"{}\"{}\n", name,
-               NameHint(name, {names.begin(), names.end()}, "declared are"));
+    Tell("no class is called \"{}\"{}", name,
+         NameHint(name, {names.begin(), names.end()}, "declared are"));
   }
 }
 
@@ -112,17 +112,15 @@ void ExplainMissingService(const ScanSession& session, const FindServiceOptions&
   }
   const bool isPlaceKnown = options.in.empty() || paths.count(LoadpointPath(options.in)) > 0;
   if (!isPlaceKnown) {
-    fmt::print(stderr, "tarnmf: no load point has the path {}{}\n", options.in,
-               NameHint(LoadpointPath(options.in), {paths.begin(), paths.end()}, "there are"));
+    Tell("no load point has the path {}{}", options.in,
+         NameHint(LoadpointPath(options.in), {paths.begin(), paths.end()}, "there are"));
     return;
   }
   const std::string id = IdText(ParseId(options.id));
   if (ids.count(id) > 0) {
-    fmt::print(stderr, "tarnmf: service {} is not in {}, but in another load point\n", id,
-               options.in);
+    Tell("service {} is not in {}, but in another load point", id, options.in);
   } else {
-    fmt::print(stderr, "tarnmf: no service has the id {}{}\n", id,
-               NameHint(id, {ids.begin(), ids.end()}, "declared are"));
+    Tell("no service has the id {}{}", id, NameHint(id, {ids.begin(), ids.end()}, "declared are"));
   }
 }
 

@@ -10,6 +10,7 @@
 #include "tools/tarnmf/graph.h"
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/other_programs.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/usage_error.h"
 
 namespace tool {
@@ -32,8 +33,8 @@ Graph FocusedGraph(const Graph& graph, const GraphOptions& options) {
   std::set<std::string> names;
   for (const GraphNode& node : graph.nodes)
     names.insert(node.name);
-  fmt::print(stderr, "tarnmf: nothing has the name or id \"{}\"{}\n", options.focus,
-             NameHint(options.focus, {names.begin(), names.end()}, "there are"));
+  Tell("nothing has the name or id \"{}\"{}", options.focus,
+       NameHint(options.focus, {names.begin(), names.end()}, "there are"));
   return part;
 }
 
@@ -43,9 +44,9 @@ bool PrintSvg(const std::string& dot) {
   const std::filesystem::path file = scratch.Path() / "graph.dot";
   std::ofstream(file, std::ios::binary) << dot;
   if (RunProgram({"dot", "-Tsvg", file.string()})) return true;
-  fmt::print(stderr,
-             "tarnmf: the picture is drawn by the program dot of graphviz, which is not installed "
-             "or fails; without --svg the graph is printed as its input\n");
+  Tell(
+      "the picture is drawn by the program dot of graphviz, which is not installed "
+      "or fails; without --svg the graph is printed as its input");
   return false;
 }
 
@@ -56,8 +57,7 @@ int RunGraph(const GraphOptions& options) {
     graph = FocusedGraph(graph, options);
     if (graph.nodes.empty()) return 1;
   } else if (graph.nodes.size() > kManyNodes) {
-    fmt::print(stderr, "tarnmf: {} nodes; --focus NAME draws the surroundings of one\n",
-               graph.nodes.size());
+    Tell("{} nodes; --focus NAME draws the surroundings of one", graph.nodes.size());
   }
   const std::string dot = DotText(graph);
   if (options.svg) return PrintSvg(dot) ? 0 : 1;

@@ -17,6 +17,7 @@
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
 #include "tools/tarnmf/schema_command.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/usage_error.h"
 #include "tools/tarnmf/why_command.h"
 
@@ -152,7 +153,7 @@ void AddExplain(CLI::App& app, tool::ExplainOptions& options, Action& action) {
 // The status, unless the output could not be written.
 int Finished(int status) {
   if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-  fmt::print(stderr, "tarnmf: the output cannot be written\n");
+  tool::Tell("the output cannot be written");
   return kFailure;
 }
 
@@ -187,13 +188,13 @@ int main(int argc, char** argv) {
     return Finished(action());
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return Finished(app.exit(error));  // help, or the version
-    fmt::print(stderr, "tarnmf: {}\n", tool::UsageSentence(app, error));
+    tool::TellSentence(tool::UsageSentence(app, error));
     return kWrongUsage;
   } catch (const std::invalid_argument& error) {
-    fmt::print(stderr, "tarnmf: {}\n", error.what());
+    tool::TellSentence(error.what());
     return kWrongUsage;
   } catch (const std::exception& error) {
-    fmt::print(stderr, "tarnmf: {}\n", error.what());
+    tool::TellSentence(error.what());
     return kFailure;
   }
 }

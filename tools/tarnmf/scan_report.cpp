@@ -7,6 +7,7 @@
 
 #include "tools/tarnmf/report_text.h"
 #include "tools/tarnmf/scan_summary.h"
+#include "tools/tarnmf/tell.h"
 
 namespace tool {
 namespace {
@@ -138,12 +139,11 @@ void PrintFailures(const ScanSession& session) {
   std::fflush(stdout);
   for (const ScanStep& step : session.Steps()) {
     fmt::print(stderr, "{}", TextReport(step.errors, {}));
-    if (!step.problem.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), step.problem);
-    if (step.result.Failed())
-      fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), FailureText(step));
+    if (!step.problem.empty()) Tell("{}: {}", StepName(step), step.problem);
+    if (step.result.Failed()) Tell("{}: {}", StepName(step), FailureText(step));
   }
   for (const std::string& directory : session.Skipped())
-    fmt::print(stderr, "tarnmf: installation {}: skipped, since the process failed\n", directory);
+    Tell("installation {}: skipped, since the process failed", directory);
 }
 
 }  // namespace tool

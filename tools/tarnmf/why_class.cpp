@@ -9,6 +9,7 @@
 #include "check/wording.h"
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -136,8 +137,8 @@ void PrintUnknown(const Answers& answers, const std::string& name) {
   std::set<std::string> names;
   for (const NamedClass& named : answers.Classes())
     names.emplace(named.Name());
-  fmt::print(stderr, "tarnmf: no class is called {}{}\n", Quoted(name),
-             NameHint(name, {names.begin(), names.end()}, "declared are"));
+  Tell("no class is called {}{}", Quoted(name),
+       NameHint(name, {names.begin(), names.end()}, "declared are"));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/option_switch.h"
 #include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -153,8 +154,8 @@ void PrintUnknown(const CheckedProcess& checked, const std::string& id) {
       }
     }
   }
-  fmt::print(stderr, "tarnmf: no module has the id {}{}\n", Quoted(id),
-             NameHint(id, {ids.begin(), ids.end()}, "declared are"));
+  Tell("no module has the id {}{}", Quoted(id),
+       NameHint(id, {ids.begin(), ids.end()}, "declared are"));
 }
 
 }  // namespace
