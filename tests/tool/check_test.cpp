@@ -78,7 +78,7 @@ TEST_F(CheckCommand, ExitStatusSaysWhatWasFound) {
       {"nowhere good", 2, "nowhere: there is no such directory or file"},
       {"--loadpoint nowhere good", 2, "nowhere: there is no such directory"},
       {"/dev/null", 2, "neither a directory nor a file"},
-      {"'no\x1b[31m\xe2\x80\xae\xff'", 2, "tarnmf: no?[31m??: there is no such"},
+      {"'no\x1b[31m\xe2\x80\xae\xff'", 2, "tarnmf: no?[31m????: there is no such"},
       {"loop good", 2, "loop: it cannot be read: "},
       {"--loadpoint loop good", 2, "loop: it cannot be read: "},
       {"lost/pack", 2, "lost/.tarnmf-check: the loadpoint lost/loop: it cannot be read: "},
