@@ -205,6 +205,21 @@ TEST(Scan, SaysWhyAStepFailed) {
   }
 }
 
+// Nothing that a document says looks like a line of the report.
+TEST(Scan, ShowsNamesOnTheirLines) {
+  const TempDirectory root;
+  root.Write("pack/sub/a.tmfx",
+             InRoot("<module id=\"m&#10;FAILED\" name=\"n&#10;FAILED\"/><class id=\"" +
+                    std::string(kClassId) + "\" commonname=\"c&#10;FAILED&#x9b;1m\">" +
+                    "<clientside moduleref=\"m&#10;FAILED\"/></class>"));
+  const std::string scanned = " --add " + (root.Path() / "pack/sub").string();
+  for (const char* command : {"scan --all", "list classes"}) {
+    const std::string out = RunTool(command + scanned).out;
+    EXPECT_THAT(out, HasSubstr("c?FAILED??1m")) << command;
+    EXPECT_THAT(out, Not(HasSubstr("\nFAILED")));
+  }
+}
+
 TEST(Scan, FailsForDirectoriesThatCannotBeRead) {
   const TempDirectory root;
   const std::string good = root.Write("good/a.tmfx", InRoot("<module id=\"m\" name=\"n\"/>"));

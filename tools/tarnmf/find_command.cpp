@@ -11,6 +11,7 @@
 #include "tools/tarnmf/scan_json.h"
 #include "tools/tarnmf/scan_report.h"
 #include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/show_text.h"
 #include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
@@ -64,14 +65,14 @@ std::string PathOf(liMfRepository& repository, const UniIdT& loadpoint) {
 
 void PrintClass(const ScanSession& session, const MfSvcResolveT& entry) {
   const MfIntfClassT& record = *entry.record;
-  fmt::print("{} {} service version {}\n", entry.key, IdText(record.ids[kMfClientSide]),
-             entry.versionKey / 2);
-  fmt::print("  load point {}\n", PathOf(*session.Repository(), entry.ids[kMfLoadpointId]));
-  fmt::print("  scope {}\n", ScopeText(entry.ids[kMfScopeId]));
+  ShowText("{} {} service version {}\n", entry.key, IdText(record.ids[kMfClientSide]),
+           entry.versionKey / 2);
+  ShowText("  load point {}\n", PathOf(*session.Repository(), entry.ids[kMfLoadpointId]));
+  ShowText("  scope {}\n", ScopeText(entry.ids[kMfScopeId]));
   constexpr const char* kSides[] = {"client side", "service side", "agent side"};
   for (std::int32_t side = 0; side < kMfSideCount; ++side) {
     const char* const module = record.sides[side].moduleref;
-    if (module != nullptr) fmt::print("  {} {}\n", kSides[side], session.Names().Shown(module));
+    if (module != nullptr) ShowText("  {} {}\n", kSides[side], session.Names().Shown(module));
   }
 }
 
@@ -157,8 +158,8 @@ int RunFindService(const FindServiceOptions& options) {
                          {"service", found.role != nullptr ? ToJson(*found.role) : Json()}}));
   } else if (found.role != nullptr) {
     const char* const name = found.role->commonname;
-    fmt::print("{} {} version {}\n  load point {}\n", IdText(id),
-               name != nullptr ? name : "(no name)", found.role->version, found.loadpoint);
+    ShowText("{} {} version {}\n  load point {}\n", IdText(id),
+             name != nullptr ? name : "(no name)", found.role->version, found.loadpoint);
   }
   if (found.role == nullptr) ExplainMissingService(session, options);
   return ExitStatus(session, found.role != nullptr);

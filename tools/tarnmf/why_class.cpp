@@ -9,6 +9,7 @@
 #include "check/wording.h"
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/show_text.h"
 #include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
@@ -93,13 +94,13 @@ std::string QueryText(const Query& query) {
 
 void PrintText(const Query& query, const std::vector<Candidate>& candidates,
                const NamedClass* found) {
-  fmt::print("{}\n", QueryText(query));
+  ShowText("{}\n", QueryText(query));
   for (const Candidate& candidate : candidates) {
     const NamedClass& named = *candidate.named;
-    fmt::print("{} {}: {}\n", candidate.test == Candidate::Test::kFound ? "->" : "  ",
-               PlaceText(PlaceOf(named)), ReasonOf(candidate, query, found).why);
+    ShowText("{} {}: {}\n", candidate.test == Candidate::Test::kFound ? "->" : "  ",
+             PlaceText(PlaceOf(named)), ReasonOf(candidate, query, found).why);
     if (named.state != NamedClass::State::kFiled) continue;
-    fmt::print("     service version {}, {}\n", named.version, ScopeText(named.loadpoint->scope));
+    ShowText("     service version {}, {}\n", named.version, ScopeText(named.loadpoint->scope));
   }
 }
 
