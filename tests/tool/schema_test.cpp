@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,10 @@ struct Validator {
   const char* program;
   const char* arguments;  // before the documents; the last one is a schema in docs/schema
 };
+
+void PrintTo(const Validator& validator, std::ostream* out) {
+  *out << validator.program << " " << validator.name;
+}
 
 class Schema : public testing::TestWithParam<Validator> {
  protected:
