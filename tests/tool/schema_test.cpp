@@ -69,8 +69,8 @@ TEST_P(Schema, AcceptsTheSamplesAndTellsMistakes) {
       "<module id='m' name='n'><preload by='anybody'/></module>",
       "<class id='1'/>",
       "<class id='00000000000000000000000000000001' version='40000'/>",
-      "<class id='00000000000000000000000000000001'><clientside><module name='n' type='x'/>"
-      "</clientside></class>",
+      ("<class id='00000000000000000000000000000001'><clientside><module name='n' type='x'/>"
+       "</clientside></class>"),
       "<runnable moduleref='m'><app nameid='a'><env><set name='x'/></env></app></runnable>",
       "<runnable moduleref='m'><launcher nameid='a' types=';'/></runnable>",
       "<modules version='1'/>",
