@@ -71,6 +71,11 @@ ErrorCounts ErrorsByFile(const Verdict& verdict) {
   return counts;
 }
 
+std::size_t CountOf(const ErrorCounts& counts, const std::string& path) {
+  const auto found = counts.find(path);
+  return found != counts.end() ? found->second : 0;
+}
+
 class Fixer {
  public:
   Fixer(const Request& request, Files& files, SettingsFinder& settings, const Levels& levels)
@@ -126,19 +131,29 @@ class Fixer {
     } while (PutBackGrown(changes, before));
   }
 
-  // Returns whether a file was put back, so that the others have to be looked at again.
+  // Puts back the files that have more errors by their own changes. Those of other files may have
+  // brought the errors to light as well: then there are as many without the own ones. Returns whether
+  // files were judged, so that the others have to be looked at again.
   bool PutBackGrown(Changes& changes, const ErrorCounts& before) {
-    bool anyGrew = false;
+    ErrorCounts grown;
     for (const auto& [path, count] : ErrorsByFile(verdict_)) {
-      const auto old = before.find(path);
-      if (count <= (old != before.end() ? old->second : 0) || changes.erase(path) == 0) continue;
-      anyGrew = true;
+      if (count <= CountOf(before, path) || changes.erase(path) == 0) continue;
+      grown.emplace(path, count);
       files_.Drop(path);
-      fixed_.erase(path);
-      left_.insert(path);
-      outcome_.putBack.push_back(path);
     }
-    return anyGrew;
+    if (grown.empty()) return false;
+    Look();
+    const ErrorCounts without = ErrorsByFile(verdict_);
+    for (const auto& [path, count] : grown) {
+      if (CountOf(without, path) >= count) {
+        files_.Edit(path, fixed_[path].after);
+      } else {
+        fixed_.erase(path);
+        left_.insert(path);
+        outcome_.putBack.push_back(path);
+      }
+    }
+    return true;
   }
 
   const Request& request_;

@@ -24,9 +24,8 @@ struct FixedFile {
 };
 
 struct FixOutcome {
-  std::vector<FixedFile> files;  // those that changed, by their paths
-  std::vector<std::string>
-      putBack;  // those that had more errors afterwards, and so stay as they are
+  std::vector<FixedFile> files;      // those that changed, by their paths
+  std::vector<std::string> putBack;  // those that had more errors by it, and so stay as they are
 };
 
 // Applies safe suggestions and checks again until there are none left, four times at most. Nothing is

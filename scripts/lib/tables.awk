@@ -1,7 +1,8 @@
 # awk -f tables.awk TABLES DOCUMENT: the document with what stands between its markers
 #   <!-- table: ELEMENT -->
 #   <!-- end of table -->
-# replaced by the element's table in TABLES and the conditions below it.
+# replaced by the element's table in TABLES and the conditions below it; those of "values" by the
+# kinds of values.
 FNR == NR {
   if ($1 == "###") {
     element = substr($2, 2, length($2) - 2)

@@ -45,5 +45,23 @@ TEST(Fixes, PutBackWhatWouldHaveMoreErrors) {
   EXPECT_EQ(outcome.files[0].after, "<tarnmanifest version=\"1\"/>");
 }
 
+// With the module's element known, the reference in the other file is judged. That file is fixed all
+// the same, and nothing is left for a second run.
+TEST(Fixes, KeepWhatIsNotToBlameForMoreErrors) {
+  const test::TempDirectory directory;
+  directory.Write("pack/a.tmfx",
+                  "<tarnmanifest version=\"1\"><modul id=\"m\" name=\"n\"/></tarnmanifest>");
+  directory.Write("pack/b.tmfx",
+                  "<tarnmanifest version=\"1.0\"><class id=\"2c9d0b1e6f3547a48a105be2f0c40001\">"
+                  "<clientside moduleref=\"gone\"/></class></tarnmanifest>");
+  DiskFiles files;
+  SettingsFinder settings(files);
+  const std::string pack = (directory.Path() / "pack").string();
+  const FixOutcome outcome = Fix({"", {pack}}, files, settings, Levels());
+  EXPECT_TRUE(outcome.putBack.empty());
+  ASSERT_EQ(outcome.files.size(), 2U);
+  EXPECT_EQ(outcome.files[1].after.substr(0, 26), "<tarnmanifest version=\"1\">");
+}
+
 }  // namespace
 }  // namespace tarnmf::check

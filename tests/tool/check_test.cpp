@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 #include "tests/support/temp_directory.h"
@@ -53,6 +54,10 @@ TEST_F(CheckCommand, ExitStatusSaysWhatWasFound) {
   Write("set/pack/a.tmfx", kWarned);
   Write("unset/.tarnmf-check", "# all of it\n\nclas-hidden = off\nbad-id = off\nallow\n");
   Write("unset/pack/a.tmfx", kGood);
+  fs::create_symlink("loop", "loop");
+  Write("lost/.tarnmf-check", "loadpoint = loop\n");
+  Write("lost/pack/a.tmfx", kGood);
+  fs::create_symlink("loop", "lost/loop");
   const struct {
     std::string arguments;
     int status;
@@ -73,12 +78,16 @@ TEST_F(CheckCommand, ExitStatusSaysWhatWasFound) {
       {"nowhere good", 2, "nowhere: there is no such directory or file"},
       {"--loadpoint nowhere good", 2, "nowhere: there is no such directory"},
       {"/dev/null", 2, "neither a directory nor a file"},
+      {"'no\x1b[31m\xe2\x80\xae\xff'", 2, "tarnmf: no?[31m????: there is no such"},
+      {"loop good", 2, "loop: it cannot be read: "},
+      {"--loadpoint loop good", 2, "loop: it cannot be read: "},
+      {"lost/pack", 2, "lost/.tarnmf-check: the loadpoint lost/loop: it cannot be read: "},
       {"good --rule clas-hidden=off", 2, "did you mean \"class-hidden\"?"},
       {"good --rule bad-id=warning", 2, "\"bad-id\" cannot be lowered"},
       {"good --rule class-hidden=loud", 2, "expected off, info, warning, error"},
       {"good --json --sarif", 2, ""},
       {"good --fix --diff", 2, ""},
-      {"good --max -1", 2, "\"-1\" is no number of findings"},
+      {"good --max -1", 2, "\"-1\" is no count"},
       {"unset/pack", 2,
        "unset/.tarnmf-check:3:1: there is no rule \"clas-hidden\"; did you mean \"class-hidden\"?\n"
        "tarnmf: unset/.tarnmf-check:4:1: \"bad-id\" cannot be lowered"},
@@ -88,6 +97,22 @@ TEST_F(CheckCommand, ExitStatusSaysWhatWasFound) {
     EXPECT_EQ(outcome.status, row.status) << row.arguments << "\n" << outcome.errors;
     EXPECT_THAT(outcome.errors, HasSubstr(row.errors)) << row.arguments;
     EXPECT_EQ((row.status == 2 ? outcome.out : outcome.errors), "") << row.arguments;
+  }
+}
+
+// A directory that may not be listed is no clean one.
+TEST_F(CheckCommand, RefusesClosedDirectories) {
+  Write("closed/a.tmfx", kWrong);
+  fs::permissions("closed", fs::perms::owner_exec);
+  fs::permissions(".", fs::perms::all);
+  const std::string as = geteuid() == 0 ? "setpriv --reuid 65534 --clear-groups " : "";
+  if (RunCommand(as + TARNMF_TOOL " --version").status != 0)
+    GTEST_SKIP() << "nobody else can run the tool";
+  for (const char* arguments : {"closed", "--loadpoint closed", "--fix closed"}) {
+    const Outcome outcome = RunCommand(as + TARNMF_TOOL " check " + arguments);
+    EXPECT_EQ(outcome.status, 2) << arguments;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(outcome.errors, "tarnmf: closed: it cannot be read: Permission denied\n");
   }
 }
 
@@ -211,6 +236,8 @@ TEST(Explain, KnowsRulesCodesAndTheGrammar) {
       {"43", 2, "there is no rule, code or element \"43\""},
       {"Preload", 0, "It stands in <module>, <platformmodule>."},
       {"tarnmanifest", 0, "It is the root of a document."},
+      {"modules", 0, "It has no attributes."},
+      {"clientside/multiplicity", 0, "keyword: one of the words given, in any letter case"},
       {"preload/name", 0, "by=\"executable\" needs \"name\" beside it (else code 1)."},
       {"preload/nmae", 2, "<preload> has no attribute \"nmae\"; did you mean \"name\"?"},
       {"clas-hidden", 2, "did you mean \"class-hidden\"?"},

@@ -70,6 +70,10 @@ TEST(Diff, TellsEachChangeOnce) {
   EXPECT_EQ(json["differences"].size(), 10U);
   EXPECT_EQ(json["differences"][9]["after"]["loadpoint"], pack + "/b");
 
+  RunTool("scan --json > " + (root.Path() / "none.json").string());
+  EXPECT_THAT(RunTool("diff " + after + " " + (root.Path() / "none.json").string()).out,
+              HasSubstr("the process without a load point: added\n"));
+
   // Callers of the scope have found what was for everybody before.
   root.Write("pack/b/m/.installed", "scope = 00000000-0000-0000-0000-0000000000aa\n");
   const Outcome scoped = RunTool("diff " + after + " " + scan("scoped.json"));

@@ -2,12 +2,15 @@
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
 #include <vector>
 
 #include "tests/support/documents.h"
 #include "tests/support/temp_directory.h"
 #include "tests/tool/run_tool.h"
+
+#define TARNMF_SCHEMA TARNMF_SOURCES "/docs/schema/tarnmf-manifest"
 
 namespace tarnmf::test {
 namespace {
@@ -31,14 +34,25 @@ std::string Samples() {
   return files;
 }
 
-// Programs that check documents, with the schema that they take before the documents.
-class Schema : public testing::TestWithParam<std::pair<const char*, const char*>> {
+// A program that checks documents.
+struct Validator {
+  const char* name;  // of the test
+  const char* program;
+  const char* arguments;  // before the documents; the last one is a schema in docs/schema
+};
+
+void PrintTo(const Validator& validator, std::ostream* out) {
+  *out << validator.program << " " << validator.name;
+}
+
+class Schema : public testing::TestWithParam<Validator> {
  protected:
   void SetUp() override {
-    if (!IsInstalled(GetParam().first)) GTEST_SKIP() << GetParam().first << " is not installed";
+    if (!IsInstalled(GetParam().program)) GTEST_SKIP() << GetParam().program << " is not installed";
   }
   Outcome Check(const std::string& files) {
-    return RunCommand(std::string(GetParam().second) + files + " 2>&1");
+    const Validator& validator = GetParam();
+    return RunCommand(std::string(validator.program) + " " + validator.arguments + files + " 2>&1");
   }
 };
 
@@ -55,8 +69,8 @@ TEST_P(Schema, AcceptsTheSamplesAndTellsMistakes) {
       "<module id='m' name='n'><preload by='anybody'/></module>",
       "<class id='1'/>",
       "<class id='00000000000000000000000000000001' version='40000'/>",
-      "<class id='00000000000000000000000000000001'><clientside><module name='n' type='x'/>"
-      "</clientside></class>",
+      ("<class id='00000000000000000000000000000001'><clientside><module name='n' type='x'/>"
+       "</clientside></class>"),
       "<runnable moduleref='m'><app nameid='a'><env><set name='x'/></env></app></runnable>",
       "<runnable moduleref='m'><launcher nameid='a' types=';'/></runnable>",
       "<modules version='1'/>",
@@ -79,12 +93,28 @@ TEST_P(Schema, AcceptsTheSamplesAndTellsMistakes) {
 
 INSTANTIATE_TEST_SUITE_P(
     Docs, Schema,
-    testing::Values(std::pair("jing", "jing " TARNMF_SOURCES "/docs/schema/tarnmf-manifest.rng"),
-                    std::pair("jing", "jing " TARNMF_SOURCES "/docs/schema/tarnmf-manifest.xsd"),
-                    std::pair("xmllint", "xmllint --noout --relaxng " TARNMF_SOURCES
-                                         "/docs/schema/tarnmf-manifest.rng"),
-                    std::pair("xmllint", "xmllint --noout --schema " TARNMF_SOURCES
-                                         "/docs/schema/tarnmf-manifest.xsd")));
+    testing::Values(Validator{"JingRng", "jing", TARNMF_SCHEMA ".rng"},
+                    Validator{"JingXsd", "jing", TARNMF_SCHEMA ".xsd"},
+                    Validator{"XmllintRng", "xmllint", "--noout --relaxng " TARNMF_SCHEMA ".rng"},
+                    Validator{"XmllintXsd", "xmllint", "--noout --schema " TARNMF_SCHEMA ".xsd"}),
+    [](const auto& test) { return std::string(test.param.name); });
+
+// What trang cannot translate exactly is nothing to tell; its failure is.
+TEST(SchemaCommand, TellsOnlyFailuresOfTrang) {
+  const TempDirectory path;
+  const std::string trang =
+      path.Write("trang", "#!/bin/sh\necho told; cp \"$1\" \"$2\"; exit $TRANG\n");
+  std::filesystem::permissions(trang, std::filesystem::perms::owner_all);
+  const std::string run = " PATH=" + path.Path().string() + ":$PATH " TARNMF_TOOL " schema --xsd";
+  const Outcome good = RunCommand("TRANG=0" + run);
+  EXPECT_EQ(good.status, 0);
+  EXPECT_EQ(good.errors, "");
+  EXPECT_EQ(good.out, RunTool("schema").out);
+  const Outcome bad = RunCommand("TRANG=1" + run);
+  EXPECT_EQ(bad.status, 1);
+  EXPECT_EQ(bad.out, "");
+  EXPECT_THAT(bad.errors, testing::StartsWith("told\ntarnmf: the XML Schema is made by"));
+}
 
 }  // namespace
 }  // namespace tarnmf::test

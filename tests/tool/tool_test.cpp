@@ -94,13 +94,18 @@ TEST(Usage, IsChecked) {
        "\"--scope\"?"},
       {"diff a b c", "\"c\" is one argument too many for \"tarnmf diff\""},
       {"read", "\"tarnmf read\": FILE is required"},
+      {"", "\"tarnmf\" needs a command; there are: check, "},
+      {"find --x=1", "\"--x\" is no option of \"tarnmf find\""},
+      {"find", "\"tarnmf find\" needs a command; there are: class, service"},
+      {"graph x --focus y --depth -1", "\"tarnmf graph\": --depth: \"-1\" is no count"},
   };
   for (const auto& row : rows)
     EXPECT_THAT(RunTool(row.arguments).errors, StartsWith(std::string("tarnmf: ") + row.sentence));
   EXPECT_EQ(RunTool("--help").status, 0);
   EXPECT_EQ(RunTool("find class --help").status, 0);
   EXPECT_THAT(RunTool("--version").out, HasSubstr("1."));
-  EXPECT_EQ(RunTool("list loadpoints >/dev/full").status, 1);
+  for (const char* arguments : {"list loadpoints", "--help", "--version"})
+    EXPECT_EQ(RunTool(std::string(arguments) + " >/dev/full").status, 1) << arguments;
 }
 
 TEST(Scan, ShowsWhatIsRegisteredAndFiled) {
@@ -197,6 +202,21 @@ TEST(Scan, SaysWhyAStepFailed) {
     EXPECT_EQ(outcome.errors.find("refused with") == std::string::npos, row.outcome.empty());
     EXPECT_THAT(outcome.errors, HasSubstr(row.outcome));
     EXPECT_THAT(outcome.out, HasSubstr("1 failed)"));
+  }
+}
+
+// Nothing that a document says looks like a line of the report.
+TEST(Scan, ShowsNamesOnTheirLines) {
+  const TempDirectory root;
+  root.Write("pack/sub/a.tmfx",
+             InRoot("<module id=\"m&#10;FAILED\" name=\"n&#10;FAILED\"/><class id=\"" +
+                    std::string(kClassId) + "\" commonname=\"c&#10;FAILED&#x9b;1m\">" +
+                    "<clientside moduleref=\"m&#10;FAILED\"/></class>"));
+  const std::string scanned = " --add " + (root.Path() / "pack/sub").string();
+  for (const char* command : {"scan --all", "list classes"}) {
+    const std::string out = RunTool(command + scanned).out;
+    EXPECT_THAT(out, HasSubstr("c?FAILED??1m")) << command;
+    EXPECT_THAT(out, Not(HasSubstr("\nFAILED")));
   }
 }
 

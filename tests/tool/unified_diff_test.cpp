@@ -22,6 +22,21 @@ TEST(UnifiedDiff, LooksLikeAPatch) {
   EXPECT_EQ(UnifiedDiff("a", "", "x\n"), "--- a\n+++ a\n@@ -0,0 +1,1 @@\n+x\n");
 }
 
+TEST(UnifiedDiff, NamesAnyPath) {
+  const tarnmf::test::TempDirectory directory;
+  for (const std::string path :
+       {"a b/c d", "q\"u", "back\\slash", "line\nfeed", "\xc3\xa9\t\x7f#"}) {
+    directory.Write(path, "x\n");
+    directory.Write("patch", UnifiedDiff(path, "x\n", "y\n"));
+    const std::string change = "cd " + directory.Path().string() + " && ";
+    EXPECT_EQ(RunCommand(change + "git apply -p0 patch").status, 0) << path;
+    EXPECT_EQ(tarnmf::test::ReadFile(directory.Path() / path), "y\n");
+    if (RunCommand("command -v patch").status != 0) continue;
+    EXPECT_EQ(RunCommand(change + "patch -p0 -R <patch").status, 0) << path;
+    EXPECT_EQ(tarnmf::test::ReadFile(directory.Path() / path), "x\n");
+  }
+}
+
 // Random texts of few different lines, so that many stand twice and move.
 TEST(UnifiedDiff, IsAppliedByOtherPrograms) {
   std::mt19937 random(7);

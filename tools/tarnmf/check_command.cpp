@@ -12,11 +12,13 @@
 #include "check/fixes.h"
 #include "check/settings.h"
 #include "check/verdict.h"
+#include "tools/tarnmf/directory.h"
 #include "tools/tarnmf/replace_file.h"
 #include "tools/tarnmf/report_github.h"
 #include "tools/tarnmf/report_json.h"
 #include "tools/tarnmf/report_sarif.h"
 #include "tools/tarnmf/report_text.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/unified_diff.h"
 
 namespace tool {
@@ -43,18 +45,26 @@ Levels LevelsOf(const std::vector<std::string>& rules) {
   return levels;
 }
 
+// Empty when the directory or file can be checked.
+std::string PathProblem(const std::string& path, Files& files) {
+  if (files.IsFile(path)) return "";
+  std::error_code failure;
+  const std::filesystem::file_status status = std::filesystem::status(path, failure);
+  if (std::filesystem::is_directory(status)) return DirectoryProblem(path);
+  if (status.type() == std::filesystem::file_type::not_found)
+    return "there is no such directory or file";
+  return failure ? "it cannot be read: " + failure.message()
+                 : "this is neither a directory nor a file";
+}
+
 void RequirePaths(const CheckOptions& options, Files& files) {
   std::vector<std::string> faults;
-  if (!options.loadpoint.empty() && !files.IsDirectory(options.loadpoint)) {
-    faults.push_back(fmt::format("{}: there is no such directory", options.loadpoint));
-  }
-  std::error_code ignored;
-  for (const std::string& path : options.paths) {
-    if (files.IsDirectory(path) || files.IsFile(path)) continue;
-    faults.push_back(std::filesystem::exists(path, ignored)
-                         ? fmt::format("{}: this is neither a directory nor a file", path)
-                         : fmt::format("{}: there is no such directory or file", path));
-  }
+  const auto add = [&](const std::string& path, const std::string& problem) {
+    if (!problem.empty()) faults.push_back(fmt::format("{}: {}", path, problem));
+  };
+  if (!options.loadpoint.empty()) add(options.loadpoint, DirectoryProblem(options.loadpoint));
+  for (const std::string& path : options.paths)
+    add(path, PathProblem(path, files));
   if (options.loadpoint.empty() && options.paths.empty()) {
     faults.emplace_back("a directory or file to check is needed");
   }
@@ -99,9 +109,9 @@ void TakeLoadpoint(const std::vector<const Settings*>& settings, Request& reques
   const Settings* source = nullptr;
   for (const Settings* candidate : settings) {
     if (candidate->loadpoint.empty()) continue;
-    if (!files.IsDirectory(candidate->loadpoint)) {
-      Refuse({fmt::format("{}: the loadpoint {} is no directory", candidate->path,
-                          candidate->loadpoint)});
+    if (const std::string problem = DirectoryProblem(candidate->loadpoint); !problem.empty()) {
+      Refuse({fmt::format("{}: the loadpoint {}: {}", candidate->path, candidate->loadpoint,
+                          problem)});
     }
     if (source != nullptr && !IsSame(source->loadpoint, candidate->loadpoint)) {
       Refuse({fmt::format("{} and {} name different loadpoints; say which one with --loadpoint",
@@ -140,14 +150,14 @@ bool Store(const FixedFile& file) {
     const std::optional<std::string> stored = DiskFiles().Read(file.path);
     if (stored == file.after) return true;  // under another path already
     if (stored != file.before) {
-      fmt::print(stderr, "tarnmf: {}: not fixed, since it has changed meanwhile\n", file.path);
+      Tell("{}: not fixed, since it has changed meanwhile", file.path);
       return false;
     }
     ReplaceFile(file.path, file.after);
-    fmt::print(stderr, "tarnmf: {}: corrections applied: {}\n", file.path, file.fixes);
+    Tell("{}: corrections applied: {}", file.path, file.fixes);
     return true;
   } catch (const std::system_error& error) {
-    fmt::print(stderr, "tarnmf: {}: not fixed: {}\n", file.path, error.what());
+    Tell("{}: not fixed: {}", file.path, error.what());
     return false;
   }
 }
@@ -166,7 +176,7 @@ int RunCheck(const CheckOptions& options) {
   if (options.fix || options.diff) {
     const FixOutcome outcome = Fix(request, files, finder, levels);
     for (const std::string& path : outcome.putBack)
-      fmt::print(stderr, "tarnmf: {}: not fixed, since it would have more errors then\n", path);
+      Tell("{}: not fixed, since it would have more errors then", path);
     for (const FixedFile& file : outcome.files) {
       if (options.fix) {
         allStored = Store(file) && allStored;

@@ -6,6 +6,7 @@
 
 #include "tools/tarnmf/directory.h"
 #include "tools/tarnmf/report_text.h"
+#include "tools/tarnmf/tell.h"
 
 namespace tool {
 namespace {
@@ -47,9 +48,9 @@ void CheckedProcess::PrintRefused() const {
   std::fflush(stdout);
   for (std::size_t i = 0; i < errors_.size(); ++i) {
     if (!IsRefused(i)) continue;
-    fmt::print(stderr,
-               "{}tarnmf: the library refuses load point {}, so that nothing of it is there\n",
-               TextReport(errors_[i], {}), report_.loadpoints[i]->directory.Path());
+    fmt::print(stderr, "{}", TextReport(errors_[i], {}));
+    Tell("the library refuses load point {}, so that nothing of it is there",
+         report_.loadpoints[i]->directory.Path());
   }
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tools/tarnmf/scan_outline.h"
+#include "tools/tarnmf/show_text.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -34,11 +35,13 @@ const char* KindOf(const ItemKey& key) {
   return kKinds[static_cast<std::size_t>(key.kind)];
 }
 
-// "module m in /opt/pack".
+// "module m in /opt/pack". A process without a load point has one without a path.
 std::string Subject(const ItemKey& key, const Item& item) {
-  std::string text = fmt::format("{} {}", KindOf(key), item.name);
-  if (key.kind != ItemKind::kLoadpoint) text += " in " + key.loadpoint;
-  return text;
+  const std::string loadpoint =
+      key.loadpoint.empty() ? "the process without a load point" : key.loadpoint;
+  if (key.kind != ItemKind::kLoadpoint)
+    return fmt::format("{} {} in {}", KindOf(key), item.name, loadpoint);
+  return key.loadpoint.empty() ? loadpoint : fmt::format("{} {}", KindOf(key), item.name);
 }
 
 Json Head(const ItemKey& key, const Item& item, const char* change) {
@@ -170,7 +173,7 @@ int RunDiff(const DiffOptions& options) {
     fmt::print("{}", JsonText({{"differences", std::move(array)}}));
   } else {
     for (const Difference& difference : differences)
-      fmt::print("{}\n", difference.text);
+      ShowText("{}\n", difference.text);
   }
   return differences.empty() ? 0 : 1;
 }

@@ -11,6 +11,8 @@
 #include "tools/tarnmf/scan_json.h"
 #include "tools/tarnmf/scan_report.h"
 #include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/show_text.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -48,12 +50,11 @@ void ExplainMissingClass(const ScanSession& session, const std::string& name) {
     }
   }
   if (!places.empty()) {
-    fmt::print(stderr,
-               "tarnmf: no class \"{}\" for this scope, version and limit; declared are:\n{}\n",
-               name, fmt::join(places, "\n"));
+    Tell("no class \"{}\" for this scope, version and limit; declared are:\n{}", name,
+         fmt::join(places, "\n"));
   } else {
-    fmt::print(stderr, "tarnmf: no class is called \"{}\"{}\n", name,
-               NameHint(name, {names.begin(), names.end()}, "declared are"));
+    Tell("no class is called \"{}\"{}", name,
+         NameHint(name, {names.begin(), names.end()}, "declared are"));
   }
 }
 
@@ -64,14 +65,14 @@ std::string PathOf(liMfRepository& repository, const UniIdT& loadpoint) {
 
 void PrintClass(const ScanSession& session, const MfSvcResolveT& entry) {
   const MfIntfClassT& record = *entry.record;
-  fmt::print("{} {} service version {}\n", entry.key, IdText(record.ids[kMfClientSide]),
-             entry.versionKey / 2);
-  fmt::print("  load point {}\n", PathOf(*session.Repository(), entry.ids[kMfLoadpointId]));
-  fmt::print("  scope {}\n", ScopeText(entry.ids[kMfScopeId]));
+  ShowText("{} {} service version {}\n", entry.key, IdText(record.ids[kMfClientSide]),
+           entry.versionKey / 2);
+  ShowText("  load point {}\n", PathOf(*session.Repository(), entry.ids[kMfLoadpointId]));
+  ShowText("  scope {}\n", ScopeText(entry.ids[kMfScopeId]));
   constexpr const char* kSides[] = {"client side", "service side", "agent side"};
   for (std::int32_t side = 0; side < kMfSideCount; ++side) {
     const char* const module = record.sides[side].moduleref;
-    if (module != nullptr) fmt::print("  {} {}\n", kSides[side], session.Names().Shown(module));
+    if (module != nullptr) ShowText("  {} {}\n", kSides[side], session.Names().Shown(module));
   }
 }
 
@@ -112,17 +113,15 @@ void ExplainMissingService(const ScanSession& session, const FindServiceOptions&
   }
   const bool isPlaceKnown = options.in.empty() || paths.count(LoadpointPath(options.in)) > 0;
   if (!isPlaceKnown) {
-    fmt::print(stderr, "tarnmf: no load point has the path {}{}\n", options.in,
-               NameHint(LoadpointPath(options.in), {paths.begin(), paths.end()}, "there are"));
+    Tell("no load point has the path {}{}", options.in,
+         NameHint(LoadpointPath(options.in), {paths.begin(), paths.end()}, "there are"));
     return;
   }
   const std::string id = IdText(ParseId(options.id));
   if (ids.count(id) > 0) {
-    fmt::print(stderr, "tarnmf: service {} is not in {}, but in another load point\n", id,
-               options.in);
+    Tell("service {} is not in {}, but in another load point", id, options.in);
   } else {
-    fmt::print(stderr, "tarnmf: no service has the id {}{}\n", id,
-               NameHint(id, {ids.begin(), ids.end()}, "declared are"));
+    Tell("no service has the id {}{}", id, NameHint(id, {ids.begin(), ids.end()}, "declared are"));
   }
 }
 
@@ -159,8 +158,8 @@ int RunFindService(const FindServiceOptions& options) {
                          {"service", found.role != nullptr ? ToJson(*found.role) : Json()}}));
   } else if (found.role != nullptr) {
     const char* const name = found.role->commonname;
-    fmt::print("{} {} version {}\n  load point {}\n", IdText(id),
-               name != nullptr ? name : "(no name)", found.role->version, found.loadpoint);
+    ShowText("{} {} version {}\n  load point {}\n", IdText(id),
+             name != nullptr ? name : "(no name)", found.role->version, found.loadpoint);
   }
   if (found.role == nullptr) ExplainMissingService(session, options);
   return ExitStatus(session, found.role != nullptr);

@@ -10,6 +10,8 @@
 #include "tools/tarnmf/graph.h"
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/other_programs.h"
+#include "tools/tarnmf/tell.h"
+#include "tools/tarnmf/usage_error.h"
 
 namespace tool {
 namespace {
@@ -31,8 +33,8 @@ Graph FocusedGraph(const Graph& graph, const GraphOptions& options) {
   std::set<std::string> names;
   for (const GraphNode& node : graph.nodes)
     names.insert(node.name);
-  fmt::print(stderr, "tarnmf: nothing has the name or id \"{}\"{}\n", options.focus,
-             NameHint(options.focus, {names.begin(), names.end()}, "there are"));
+  Tell("nothing has the name or id \"{}\"{}", options.focus,
+       NameHint(options.focus, {names.begin(), names.end()}, "there are"));
   return part;
 }
 
@@ -42,9 +44,9 @@ bool PrintSvg(const std::string& dot) {
   const std::filesystem::path file = scratch.Path() / "graph.dot";
   std::ofstream(file, std::ios::binary) << dot;
   if (RunProgram({"dot", "-Tsvg", file.string()})) return true;
-  fmt::print(stderr,
-             "tarnmf: the picture is drawn by the program dot of graphviz, which is not installed "
-             "or fails; without --svg the graph is printed as its input\n");
+  Tell(
+      "the picture is drawn by the program dot of graphviz, which is not installed "
+      "or fails; without --svg the graph is printed as its input");
   return false;
 }
 
@@ -55,8 +57,7 @@ int RunGraph(const GraphOptions& options) {
     graph = FocusedGraph(graph, options);
     if (graph.nodes.empty()) return 1;
   } else if (graph.nodes.size() > kManyNodes) {
-    fmt::print(stderr, "tarnmf: {} nodes; --focus NAME draws the surroundings of one\n",
-               graph.nodes.size());
+    Tell("{} nodes; --focus NAME draws the surroundings of one", graph.nodes.size());
   }
   const std::string dot = DotText(graph);
   if (options.svg) return PrintSvg(dot) ? 0 : 1;
@@ -76,6 +77,7 @@ void AddGraph(CLI::App& app, Action& action) {
           ->type_name("NAME|ID");
   graph->add_option("--depth", options->depth, "how many edges away from the focus")
       ->type_name("N")
+      ->check(CountProblem)
       ->capture_default_str()
       ->needs(focus);
   graph->add_flag("--svg", options->svg, "print a picture, with the help of graphviz");

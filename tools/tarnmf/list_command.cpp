@@ -6,6 +6,7 @@
 #include "tools/tarnmf/record_json.h"
 #include "tools/tarnmf/scan_report.h"
 #include "tools/tarnmf/scan_view.h"
+#include "tools/tarnmf/show_text.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -93,7 +94,7 @@ int RunList(const ScanOptions& options, const std::string& what) {
     fmt::print("{}", JsonText(output));
   } else {
     for (const Row& row : rows)
-      fmt::print("{}\n", row.text);
+      ShowText("{}\n", row.text);
   }
   PrintFailures(session);
   return session.Failed() ? 1 : 0;

@@ -17,6 +17,7 @@
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
 #include "tools/tarnmf/schema_command.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/usage_error.h"
 #include "tools/tarnmf/why_command.h"
 
@@ -119,10 +120,7 @@ void AddCheck(CLI::App& app, tool::CheckOptions& options, Action& action) {
       ->allow_extra_args(false);
   check->add_option("--max", options.most, "findings of one rule to print as text")
       ->type_name("N")
-      ->check([](const std::string& text) {
-        const bool isCount = text.find_first_not_of("0123456789") == text.npos;
-        return isCount ? "" : fmt::format("\"{}\" is no number of findings", text);
-      })
+      ->check(tool::CountProblem)
       ->capture_default_str();
   CLI::Option* const fix =
       check->add_flag("--fix", options.fix, "apply the corrections that are certain");
@@ -142,14 +140,21 @@ void AddCheck(CLI::App& app, tool::CheckOptions& options, Action& action) {
 void AddExplain(CLI::App& app, tool::ExplainOptions& options, Action& action) {
   CLI::App* const explain = app.add_subcommand(
       "explain", "Explain a rule of check, a code of the library, an element or an attribute");
-  CLI::Option* const subject =
-      explain->add_option("SUBJECT", options.subject, "RULE, CODE, ELEMENT or ELEMENT/ATTRIBUTE");
-  // For docs/rules.md.
-  explain->add_flag("--page", options.page)->group("")->excludes(subject);
+  explain->add_option("SUBJECT", options.subject, "RULE, CODE, ELEMENT or ELEMENT/ATTRIBUTE");
+  // For docs/rules.md. It is hidden, so that --help does not name it as what SUBJECT excludes.
+  explain->add_flag("--page", options.page)->group("");
   explain->callback([&] {
     if (options.subject.empty() && !options.page) throw CLI::RequiredError("SUBJECT");
+    if (!options.subject.empty() && options.page) throw CLI::ExcludesError("--page", "SUBJECT");
     action = [&] { return tool::RunExplain(options); };
   });
+}
+
+// The status, unless the output could not be written.
+int Finished(int status) {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
+  tool::Tell("the output cannot be written");
+  return kFailure;
 }
 
 }  // namespace
@@ -180,19 +185,16 @@ int main(int argc, char** argv) {
   tool::AddGraph(app, action);
   try {
     app.parse(argc, argv);
-    const int status = action();
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-    fmt::print(stderr, "tarnmf: the output cannot be written\n");
-    return kFailure;
+    return Finished(action());
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return app.exit(error);  // help, or the version
-    fmt::print(stderr, "tarnmf: {}\n", tool::UsageSentence(app, error));
+    if (error.get_exit_code() == 0) return Finished(app.exit(error));  // help, or the version
+    tool::TellSentence(tool::UsageSentence(app, error));
     return kWrongUsage;
   } catch (const std::invalid_argument& error) {
-    fmt::print(stderr, "tarnmf: {}\n", error.what());
+    tool::TellSentence(error.what());
     return kWrongUsage;
   } catch (const std::exception& error) {
-    fmt::print(stderr, "tarnmf: {}\n", error.what());
+    tool::TellSentence(error.what());
     return kFailure;
   }
 }

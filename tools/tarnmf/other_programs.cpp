@@ -1,17 +1,14 @@
 #include "tools/tarnmf/other_programs.h"
 
+#include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <stdexcept>
-#include <system_error>
-
-#if defined(_WIN32)
-#include <process.h>
-#else
+#include <memory>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <unistd.h>
-#endif
 
 namespace tool {
 namespace {
@@ -24,15 +21,43 @@ std::vector<const char*> ArgumentsOf(const std::vector<std::string>& command) {
   return arguments;
 }
 
+// What a child process does before it becomes the program.
+class FileActions {
+ public:
+  FileActions() { posix_spawn_file_actions_init(&actions_); }
+  FileActions(const FileActions&) = delete;
+  FileActions& operator=(const FileActions&) = delete;
+  ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
+
+  // Out of memory leaves the stream as it is.
+  void Redirect(int stream, int to) {
+    (void)posix_spawn_file_actions_adddup2(&actions_, to, stream);
+  }
+  const posix_spawn_file_actions_t* Get() const { return &actions_; }
+
+ private:
+  posix_spawn_file_actions_t actions_;
+};
+
+bool Run(const std::vector<std::string>& command, const FileActions& actions) {
+  const std::vector<const char*> arguments = ArgumentsOf(command);
+  std::fflush(nullptr);
+  pid_t child = 0;
+  if (posix_spawnp(&child, arguments[0], actions.Get(), nullptr,
+                   const_cast<char* const*>(arguments.data()), environ) != 0) {
+    return false;
+  }
+  int status = 0;
+  return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
 }  // namespace
 
 ScratchDirectory::ScratchDirectory() {
-  const std::filesystem::path base = std::filesystem::temp_directory_path();
-  for (int number = 0; number < 1000; ++number) {
-    path_ = base / ("tarnmf-" + std::to_string(std::rand()));
-    if (std::filesystem::create_directory(path_)) return;
-  }
-  throw std::runtime_error("no temporary directory can be made in " + base.string());
+  std::string path = (std::filesystem::temp_directory_path() / "tarnmf-XXXXXX").string();
+  if (mkdtemp(path.data()) == nullptr)
+    throw std::system_error(errno, std::generic_category(), path);
+  path_ = path;
 }
 
 ScratchDirectory::~ScratchDirectory() {
@@ -41,19 +66,21 @@ ScratchDirectory::~ScratchDirectory() {
 }
 
 bool RunProgram(const std::vector<std::string>& command) {
-  const std::vector<const char*> arguments = ArgumentsOf(command);
-  std::fflush(nullptr);
-#if defined(_WIN32)
-  return _spawnvp(_P_WAIT, arguments[0], arguments.data()) == 0;
-#else
-  pid_t child = 0;
-  if (posix_spawnp(&child, arguments[0], nullptr, nullptr,
-                   const_cast<char* const*>(arguments.data()), environ) != 0) {
-    return false;
-  }
-  int status = 0;
-  return waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-#endif
+  return Run(command, FileActions());
+}
+
+bool RunQuietly(const std::vector<std::string>& command) {
+  const std::unique_ptr<FILE, int (*)(FILE*)> messages(std::tmpfile(), std::fclose);
+  if (messages == nullptr) return RunProgram(command);
+  FileActions actions;
+  actions.Redirect(STDOUT_FILENO, fileno(messages.get()));
+  actions.Redirect(STDERR_FILENO, fileno(messages.get()));
+  if (Run(command, actions)) return true;
+  std::rewind(messages.get());
+  std::array<char, 4096> block;
+  while (const std::size_t bytes = std::fread(block.data(), 1, block.size(), messages.get()))
+    std::fwrite(block.data(), 1, bytes, stderr);
+  return false;
 }
 
 }  // namespace tool

@@ -26,6 +26,10 @@ class ScratchDirectory {
 // False when there is no such program or it fails.
 bool RunProgram(const std::vector<std::string>& command);
 
+// The same for a program whose messages on standard output and standard error are of interest only
+// when it fails: these are written to standard error then.
+bool RunQuietly(const std::vector<std::string>& command);
+
 }  // namespace tool
 
 #endif  // TOOLS_TARNMF_OTHER_PROGRAMS_H

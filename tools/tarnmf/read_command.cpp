@@ -11,6 +11,7 @@
 #include "tools/tarnmf/manifest_files.h"
 #include "tools/tarnmf/record_json.h"
 #include "tools/tarnmf/report_text.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -37,10 +38,9 @@ bool PrintFailures(const std::vector<std::string>& paths, const LoadResult& resu
   std::fflush(stdout);
   fmt::print(stderr, "{}", TextReport(errors, {}));
   for (const std::string& path : unreadable)
-    fmt::print(stderr, "tarnmf: {}: the file cannot be read\n", path);
+    Tell("{}: the file cannot be read", path);
   const bool isExplained = !errors.findings.empty() || !unreadable.empty();
-  if (result.Failed() && (!isExplained || result.exception))
-    fmt::print(stderr, "tarnmf: {}\n", result.InWords());
+  if (result.Failed() && (!isExplained || result.exception)) TellSentence(result.InWords());
   return isExplained || result.Failed();
 }
 

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "check/settings.h"
+#include "tools/tarnmf/printable.h"
 
 namespace tool {
 namespace {
@@ -25,35 +26,6 @@ constexpr std::string_view kPlain = "\x1b[0m";
 constexpr std::size_t kLongLine = 200;
 constexpr std::size_t kBytesBefore = 80;
 constexpr std::size_t kBytesAfter = 120;
-
-bool Continues(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-// How many bytes the valid UTF-8 character at the beginning takes; 0 when it is none, or one that
-// must not reach a terminal.
-std::size_t PrintableBytes(std::string_view text) {
-  const auto first = static_cast<unsigned char>(text[0]);
-  if (first < 0x80) return first >= 0x20 && first != 0x7F ? 1 : 0;
-  const std::size_t size = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || text.size() < size) return 0;
-  if (!std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(size), Continues))
-    return 0;
-  const bool isControl = first == 0xC2 && static_cast<unsigned char>(text[1]) < 0xA0;
-  return isControl ? 0 : size;
-}
-
-// Appends the text with a question mark for whatever a terminal would take as an order or as
-// nothing; returns how many characters that are, tabs kept.
-std::string Printable(std::string_view text) {
-  std::string shown;
-  while (!text.empty()) {
-    std::size_t bytes = text[0] == '\t' ? 1 : PrintableBytes(text);
-    shown.append(bytes > 0 ? text.substr(0, bytes) : "?");
-    text.remove_prefix(std::max<std::size_t>(bytes, 1));
-  }
-  return shown;
-}
 
 std::size_t Characters(std::string_view printable) {
   return static_cast<std::size_t>(

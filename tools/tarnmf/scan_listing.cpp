@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 
 #include "tools/tarnmf/scan_report.h"
+#include "tools/tarnmf/show_text.h"
 
 namespace tool {
 namespace {
@@ -17,95 +18,96 @@ std::string Joined(const std::vector<btkHostWideT>& texts) {
 
 void PrintModules(const StepView& view, const NestedNames& names) {
   const ScanStep& step = view.Step();
-  if (step.data->modules.count > 0) fmt::print("  modules\n");
+  if (step.data->modules.count > 0) ShowText("  modules\n");
   for (const MfModuleT* module : step.data->modules) {
     const char* machine =
         module->selectedImpl != nullptr ? module->selectedImpl->machinetype : nullptr;
-    fmt::print("    {} ({}, {}{})\n", names.Shown(module->id),
-               module->type != nullptr ? module->type : kBtkSharedLibType,
-               machine != nullptr ? machine : "any machine",
-               IsFallback(*module) ? ", in place of one for this machine that is not there" : "");
+    ShowText("    {} ({}, {}{})\n", names.Shown(module->id),
+             module->type != nullptr ? module->type : kBtkSharedLibType,
+             machine != nullptr ? machine : "any machine",
+             IsFallback(*module) ? ", in place of one for this machine that is not there" : "");
     const std::string file = ResolvedFile(*module);
     if (!file.empty()) {
-      fmt::print("      -> {}\n", file);
+      ShowText("      -> {}\n", file);
     } else {
-      fmt::print("      not resolved; looked for: {}\n", fmt::join(view.TriedFiles(*module), ", "));
+      ShowText("      not resolved; looked for: {}\n",
+               fmt::to_string(fmt::join(view.TriedFiles(*module), ", ")));
     }
   }
 }
 
 void PrintInterfaces(const Registered& registered, const NestedNames& names) {
   const auto refs = Part(btkHostEmbeddedDlmManager().InterfaceRefs(), registered.interfaces);
-  if (!refs.empty()) fmt::print("  interface references\n");
+  if (!refs.empty()) ShowText("  interface references\n");
   for (const btkHostIntfRefT& ref : refs) {
-    fmt::print("    {} {} version {}{}\n      -> {}\n", IdText(ref.intfId),
-               ref.commonname.value_or("(service side)"), ref.version,
-               ref.shared != 0 ? ", shared" : "", names.Shown(ref.module));
+    ShowText("    {} {} version {}{}\n      -> {}\n", IdText(ref.intfId),
+             ref.commonname.value_or("(service side)"), ref.version,
+             ref.shared != 0 ? ", shared" : "", names.Shown(ref.module));
   }
 }
 
 void PrintRunnables(const Registered& registered, const NestedNames& names) {
   const auto runnables = Part(btkHostEmbeddedDlmManager().Runnables(), registered.runnables);
-  if (!runnables.empty()) fmt::print("  launchers, apps and services that can be started\n");
+  if (!runnables.empty()) ShowText("  launchers, apps and services that can be started\n");
   for (const btkHostRunnableT& runnable : runnables) {
-    fmt::print("    {} in module {}", runnable.name, names.Shown(runnable.moduleref));
-    if (runnable.launcher) fmt::print(", by launcher {}", *runnable.launcher);
-    if (!runnable.args.empty()) fmt::print(", arguments: {}", Joined(runnable.args));
-    fmt::print("\n");
+    ShowText("    {} in module {}", runnable.name, names.Shown(runnable.moduleref));
+    if (runnable.launcher) ShowText(", by launcher {}", *runnable.launcher);
+    if (!runnable.args.empty()) ShowText(", arguments: {}", Joined(runnable.args));
+    ShowText("\n");
   }
 }
 
 void PrintServices(const Registered& registered) {
   const auto services = Part(btkHostEmbeddedServiceManager().Services(), registered.services);
-  if (!services.empty()) fmt::print("  services\n");
+  if (!services.empty()) ShowText("  services\n");
   for (const btkHostServiceT& service : services) {
-    fmt::print("    {} {} version {}{}{}\n", IdText(service.id), service.commonname.value_or("-"),
-               service.version, (service.flags & kBtkServiceSingle) != 0 ? ", single instance" : "",
-               (service.flags & kBtkServiceRecover) != 0 ? ", recovered" : "");
+    ShowText("    {} {} version {}{}{}\n", IdText(service.id), service.commonname.value_or("-"),
+             service.version, (service.flags & kBtkServiceSingle) != 0 ? ", single instance" : "",
+             (service.flags & kBtkServiceRecover) != 0 ? ", recovered" : "");
   }
 }
 
 void PrintLayouts(const Registered& registered) {
   const auto layouts = Part(btkHostEmbeddedDlmManager().Layouts(), registered.layouts);
-  if (!layouts.empty()) fmt::print("  library layouts\n");
+  if (!layouts.empty()) ShowText("  library layouts\n");
   for (const btkHostLayoutT& layout : layouts) {
-    fmt::print("    {}: {} | {} | {} | {} | {}\n", layout.machine,
-               Narrow(layout.text1.value_or(btkHostWideT())),
-               Narrow(layout.text2.value_or(btkHostWideT())), Joined(layout.lists[0]),
-               Joined(layout.lists[1]), Joined(layout.lists[2]));
+    ShowText("    {}: {} | {} | {} | {} | {}\n", layout.machine,
+             Narrow(layout.text1.value_or(btkHostWideT())),
+             Narrow(layout.text2.value_or(btkHostWideT())), Joined(layout.lists[0]),
+             Joined(layout.lists[1]), Joined(layout.lists[2]));
   }
 }
 
 void PrintPreloads(const Registered& registered) {
   const auto preloads = Part(btkHostEmbeddedDlmManager().Preloads(), registered.preloads);
-  if (!preloads.empty()) fmt::print("  preloads\n");
+  if (!preloads.empty()) ShowText("  preloads\n");
   for (const btkHostPreloadT& preload : preloads) {
     const std::string failure =
         preload.failure.empty() ? "" : " could not be loaded: " + preload.failure;
-    fmt::print("    {}{}{}\n", preload.path, preload.isLoaded ? " is loaded" : "", failure);
+    ShowText("    {}{}{}\n", preload.path, preload.isLoaded ? " is loaded" : "", failure);
   }
 }
 
 void PrintFiled(const StepView& view) {
   const MfListT<MfIntfClassT>& classes = view.Step().data->classes;
-  if (classes.count > 0) fmt::print("  classes by name\n");
+  if (classes.count > 0) ShowText("  classes by name\n");
   for (std::int32_t i = 0; i < classes.count; ++i) {
     if (classes[i]->commonname == nullptr) continue;
     const std::string& why = view.Answers()[static_cast<std::size_t>(i)].why;
-    fmt::print("    {} service version {}{}\n", classes[i]->commonname, classes[i]->svcVersion,
-               why.empty() ? "" : fmt::format(" ({})", why));
+    ShowText("    {} service version {}{}\n", classes[i]->commonname, classes[i]->svcVersion,
+             why.empty() ? "" : fmt::format(" ({})", why));
   }
-  if (!view.Services().empty()) fmt::print("  exposed services\n");
+  if (!view.Services().empty()) ShowText("  exposed services\n");
   for (const MfSvcResolveT* entry : view.Services()) {
-    fmt::print("    {} {} version {}\n", IdText(entry->ids[kMfServiceId]),
-               *entry->key != '\0' ? entry->key : "(no name)", entry->versionKey / 2);
+    ShowText("    {} {} version {}\n", IdText(entry->ids[kMfServiceId]),
+             *entry->key != '\0' ? entry->key : "(no name)", entry->versionKey / 2);
   }
 }
 
 void PrintStep(const StepView& view, const NestedNames& names) {
   const ScanStep& step = view.Step();
-  fmt::print("{}\n", StepName(step));
-  fmt::print("  manifests: {}\n", fmt::join(step.manifests, ", "));
+  ShowText("{}\n", StepName(step));
+  ShowText("  manifests: {}\n", fmt::to_string(fmt::join(step.manifests, ", ")));
   PrintLayouts(step.registered);
   if (step.data == nullptr) return;
   PrintModules(view, names);

@@ -7,6 +7,8 @@
 
 #include "tools/tarnmf/report_text.h"
 #include "tools/tarnmf/scan_summary.h"
+#include "tools/tarnmf/show_text.h"
+#include "tools/tarnmf/tell.h"
 
 namespace tool {
 namespace {
@@ -25,11 +27,10 @@ std::string Odd(std::size_t count, const char* what) {
 
 void PrintLines(const char* heading, const std::vector<std::string>& lines) {
   if (lines.empty()) return;
-  fmt::print("  {}\n", heading);
+  ShowText("  {}\n", heading);
   for (std::size_t i = 0; i < lines.size() && i < kShown; ++i)
-    fmt::print("    {}\n", lines[i]);
-  if (lines.size() > kShown)
-    fmt::print("    and {} more; --all shows them\n", lines.size() - kShown);
+    ShowText("    {}\n", lines[i]);
+  if (lines.size() > kShown) ShowText("    and {} more; --all shows them\n", lines.size() - kShown);
 }
 
 void PrintUnresolved(const StepView& view, const NestedNames& names) {
@@ -77,21 +78,21 @@ void PrintPreloads(const ScanStep& step) {
 
 void PrintStep(const StepView& view, const NestedNames& names) {
   const ScanStep& step = view.Step();
-  fmt::print("{}\n", StepName(step));
-  if (!step.path.empty() && step.path != step.directory) fmt::print("  path {}\n", step.path);
-  if (!btkUniIdIsNull(step.scope)) fmt::print("  scope {}\n", IdText(step.scope));
-  if (!step.problem.empty()) fmt::print("  FAILED: {}\n", step.problem);
-  if (step.result.Failed()) fmt::print("  FAILED: {}\n", FailureText(step));
+  ShowText("{}\n", StepName(step));
+  if (!step.path.empty() && step.path != step.directory) ShowText("  path {}\n", step.path);
+  if (!btkUniIdIsNull(step.scope)) ShowText("  scope {}\n", IdText(step.scope));
+  if (!step.problem.empty()) ShowText("  FAILED: {}\n", step.problem);
+  if (step.result.Failed()) ShowText("  FAILED: {}\n", FailureText(step));
   const ScanSummary count = Summarize(view);
-  fmt::print("  {}", Things(count.manifests, "manifest", "manifests"));
+  ShowText("  {}", Things(count.manifests, "manifest", "manifests"));
   if (step.data == nullptr) {
-    fmt::print(", nothing filed\n");
+    ShowText(", nothing filed\n");
     return;
   }
-  fmt::print(": {}{}, {}{}, {}\n", Things(count.modules, "module", "modules"),
-             Odd(count.unresolved, "not resolved"), Things(count.classes, "class", "classes"),
-             Odd(count.hidden + count.unhosted, "hidden or without their host"),
-             Things(count.runnables, "runnable", "runnables"));
+  ShowText(": {}{}, {}{}, {}\n", Things(count.modules, "module", "modules"),
+           Odd(count.unresolved, "not resolved"), Things(count.classes, "class", "classes"),
+           Odd(count.hidden + count.unhosted, "hidden or without their host"),
+           Things(count.runnables, "runnable", "runnables"));
   PrintUnresolved(view, names);
   PrintUnanswered(view, ClassAnswer::Kind::kAnother, "hidden");
   PrintUnanswered(view, ClassAnswer::Kind::kUnknownHost, "without their host");
@@ -113,17 +114,17 @@ void PrintProblems(const ScanView& view) {
 
 void PrintSummary(const ScanView& view) {
   const ScanSummary sum = Summarize(view);
-  fmt::print("summary\n");
-  fmt::print("  load points   {}{}\n", sum.loadpoints, Odd(sum.failed, "failed"));
-  fmt::print("  manifests     {}\n", sum.manifests);
-  fmt::print("  modules       {}{}\n", sum.modules, Odd(sum.unresolved, "not resolved"));
-  fmt::print("  classes       {}{}{}\n", sum.classes, Odd(sum.hidden, "hidden"),
-             Odd(sum.unhosted, "without their host"));
-  fmt::print("  runnables     {}\n", sum.runnables);
-  fmt::print("  preloads      {}\n", sum.preloads);
+  ShowText("summary\n");
+  ShowText("  load points   {}{}\n", sum.loadpoints, Odd(sum.failed, "failed"));
+  ShowText("  manifests     {}\n", sum.manifests);
+  ShowText("  modules       {}{}\n", sum.modules, Odd(sum.unresolved, "not resolved"));
+  ShowText("  classes       {}{}{}\n", sum.classes, Odd(sum.hidden, "hidden"),
+           Odd(sum.unhosted, "without their host"));
+  ShowText("  runnables     {}\n", sum.runnables);
+  ShowText("  preloads      {}\n", sum.preloads);
   const std::string findings = CountText(view.Session().Findings().All());
-  fmt::print("  findings      {}\n",
-             findings.empty() ? "none" : findings + "; tarnmf check shows them");
+  ShowText("  findings      {}\n",
+           findings.empty() ? "none" : findings + "; tarnmf check shows them");
 }
 
 std::string FailureText(const ScanStep& step) {
@@ -138,12 +139,11 @@ void PrintFailures(const ScanSession& session) {
   std::fflush(stdout);
   for (const ScanStep& step : session.Steps()) {
     fmt::print(stderr, "{}", TextReport(step.errors, {}));
-    if (!step.problem.empty()) fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), step.problem);
-    if (step.result.Failed())
-      fmt::print(stderr, "tarnmf: {}: {}\n", StepName(step), FailureText(step));
+    if (!step.problem.empty()) Tell("{}: {}", StepName(step), step.problem);
+    if (step.result.Failed()) Tell("{}: {}", StepName(step), FailureText(step));
   }
   for (const std::string& directory : session.Skipped())
-    fmt::print(stderr, "tarnmf: installation {}: skipped, since the process failed\n", directory);
+    Tell("installation {}: skipped, since the process failed", directory);
 }
 
 }  // namespace tool

@@ -21,13 +21,14 @@ std::string ReadText(const std::filesystem::path& file) {
   return text.str();
 }
 
-// The schema as trang translates it; what trang has to say goes to standard error.
+// The schema as trang translates it. Where XML Schema knows less than RELAX NG trang warns; that is so
+// every time, and nothing to tell the user.
 std::string XsdSchema() {
   const ScratchDirectory scratch;
   const std::filesystem::path rng = scratch.Path() / "tarnmf-manifest.rng";
   const std::filesystem::path xsd = scratch.Path() / "tarnmf-manifest.xsd";
   std::ofstream(rng, std::ios::binary) << RngSchema();
-  if (!RunProgram({"trang", rng.string(), xsd.string()})) {
+  if (!RunQuietly({"trang", rng.string(), xsd.string()})) {
     throw std::runtime_error(
         "the XML Schema is made by the program trang, which is not installed or fails; use --rng");
   }

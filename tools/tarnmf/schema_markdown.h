@@ -6,7 +6,7 @@
 
 namespace tool {
 
-// One part for each element, with a heading.
+// The kinds of values, then one part for each element, with a heading.
 std::string MarkdownSchema();
 
 }  // namespace tool

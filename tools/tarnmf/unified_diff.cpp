@@ -175,6 +175,27 @@ class DiffWriter {
   std::string text_;
 };
 
+// A path as it stands after "---": in quotes where it holds what would end or confuse the line, with a
+// tab after it, which ends it, where it holds blanks.
+std::string HeaderPath(std::string_view path) {
+  std::string quoted;
+  bool isPlain = true;
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < 0x20 || byte == 0x7F) {
+      quoted += fmt::format("\\{:03o}", byte);
+    } else if (c == '"' || c == '\\') {
+      quoted += {'\\', c};
+    } else {
+      quoted += c;
+      continue;
+    }
+    isPlain = false;
+  }
+  if (!isPlain) return fmt::format("\"{}\"", quoted);
+  return quoted.find(' ') == quoted.npos ? quoted : quoted + '\t';
+}
+
 }  // namespace
 
 std::string UnifiedDiff(const std::string& path, std::string_view before, std::string_view after) {
@@ -182,7 +203,8 @@ std::string UnifiedDiff(const std::string& path, std::string_view before, std::s
   const Lines b = LinesOf(after);
   const std::vector<Change> changes = Comparison(a, b).Run();
   if (changes.empty()) return "";
-  return fmt::format("--- {}\n+++ {}\n", path, path) + DiffWriter(a, b).Write(changes);
+  const std::string shown = HeaderPath(path);
+  return fmt::format("--- {0}\n+++ {0}\n", shown) + DiffWriter(a, b).Write(changes);
 }
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 #include "tools/tarnmf/usage_error.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <vector>
 
 #include "tools/tarnmf/name_hint.h"
@@ -55,13 +56,25 @@ std::string UnexpectedSentence(const Command& command, const std::string& argume
                      NameHint(argument, commands, "there are"));
 }
 
+std::string MissingCommandSentence(const Command& command) {
+  return fmt::format("\"{}\" needs a command; there are: {}", command.name,
+                     fmt::join(CommandNames(*command.app), ", "));
+}
+
 }  // namespace
+
+std::string CountProblem(const std::string& text) {
+  const bool isCount = text.find_first_not_of("0123456789") == text.npos;
+  return isCount ? "" : fmt::format("\"{}\" is no count", text);
+}
 
 std::string UsageSentence(const CLI::App& app, const CLI::ParseError& error) {
   const Command command = DeepestCommand(app);
   for (const std::string& argument : command.app->remaining()) {
     if (!argument.empty()) return UnexpectedSentence(command, argument);
   }
+  if (command.app->get_require_subcommand_min() > 0 && command.app->get_subcommands().empty())
+    return MissingCommandSentence(command);
   return fmt::format("\"{}\": {}", command.name, error.what());
 }
 

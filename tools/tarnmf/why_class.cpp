@@ -9,6 +9,8 @@
 #include "check/wording.h"
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/show_text.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -92,13 +94,13 @@ std::string QueryText(const Query& query) {
 
 void PrintText(const Query& query, const std::vector<Candidate>& candidates,
                const NamedClass* found) {
-  fmt::print("{}\n", QueryText(query));
+  ShowText("{}\n", QueryText(query));
   for (const Candidate& candidate : candidates) {
     const NamedClass& named = *candidate.named;
-    fmt::print("{} {}: {}\n", candidate.test == Candidate::Test::kFound ? "->" : "  ",
-               PlaceText(PlaceOf(named)), ReasonOf(candidate, query, found).why);
+    ShowText("{} {}: {}\n", candidate.test == Candidate::Test::kFound ? "->" : "  ",
+             PlaceText(PlaceOf(named)), ReasonOf(candidate, query, found).why);
     if (named.state != NamedClass::State::kFiled) continue;
-    fmt::print("     service version {}, {}\n", named.version, ScopeText(named.loadpoint->scope));
+    ShowText("     service version {}, {}\n", named.version, ScopeText(named.loadpoint->scope));
   }
 }
 
@@ -136,8 +138,8 @@ void PrintUnknown(const Answers& answers, const std::string& name) {
   std::set<std::string> names;
   for (const NamedClass& named : answers.Classes())
     names.emplace(named.Name());
-  fmt::print(stderr, "tarnmf: no class is called {}{}\n", Quoted(name),
-             NameHint(name, {names.begin(), names.end()}, "declared are"));
+  Tell("no class is called {}{}", Quoted(name),
+       NameHint(name, {names.begin(), names.end()}, "declared are"));
 }
 
 }  // namespace

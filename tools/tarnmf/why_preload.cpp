@@ -11,6 +11,8 @@
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/option_switch.h"
 #include "tools/tarnmf/record_json.h"
+#include "tools/tarnmf/show_text.h"
+#include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -91,18 +93,18 @@ std::vector<Explanation> ExplainAll(const CheckedProcess& checked, const std::st
 
 void PrintParts(const std::vector<PreloadPart>& parts, int indent) {
   for (const PreloadPart& part : parts)
-    fmt::print("{:{}}{}: {}\n", "", indent, part.holds ? "true" : "false", part.text);
+    ShowText("{:{}}{}: {}\n", "", indent, part.holds ? "true" : "false", part.text);
 }
 
 void PrintText(const Explanation& explanation) {
-  fmt::print("{}: {}\n", PlaceText(explanation.place),
-             explanation.IsPreloaded() ? "it is preloaded" : "it is not preloaded");
+  ShowText("{}: {}\n", PlaceText(explanation.place),
+           explanation.IsPreloaded() ? "it is preloaded" : "it is not preloaded");
   PrintParts(explanation.needs, 2);
   if (explanation.conditions.empty())
-    fmt::print("  false: the implementation in use has a preload condition\n");
+    ShowText("  false: the implementation in use has a preload condition\n");
   for (const Condition& condition : explanation.conditions) {
-    fmt::print("  {}: condition at {}\n", condition.Holds() ? "true" : "false",
-               PlaceText(condition.place));
+    ShowText("  {}: condition at {}\n", condition.Holds() ? "true" : "false",
+             PlaceText(condition.place));
     PrintParts(condition.parts, 4);
   }
 }
@@ -153,8 +155,8 @@ void PrintUnknown(const CheckedProcess& checked, const std::string& id) {
       }
     }
   }
-  fmt::print(stderr, "tarnmf: no module has the id {}{}\n", Quoted(id),
-             NameHint(id, {ids.begin(), ids.end()}, "declared are"));
+  Tell("no module has the id {}{}", Quoted(id),
+       NameHint(id, {ids.begin(), ids.end()}, "declared are"));
 }
 
 }  // namespace
