@@ -116,6 +116,7 @@ void ReportWord(Inspection& inspection, const ValueAtHand& value, Rule rule,
                 const std::vector<std::string_view>& admitted,
                 const std::vector<std::string_view>& meant, bool isCertain) {
   std::vector<std::string> shown;
+  shown.reserve(admitted.size());
   for (const std::string_view word : admitted)
     shown.push_back(Quoted(word));
   Finding& finding = ReportValue(inspection, value, rule, kBtkMalformed,

@@ -15,6 +15,7 @@ namespace {
 
 std::vector<const char*> ArgumentsOf(const std::vector<std::string>& command) {
   std::vector<const char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const std::string& argument : command)
     arguments.push_back(argument.c_str());
   arguments.push_back(nullptr);

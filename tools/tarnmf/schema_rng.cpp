@@ -77,7 +77,7 @@ class Writer {
 
  private:
   void Line(const std::string& line) {
-    text_.append(static_cast<std::size_t>(2 * depth_), ' ');
+    text_.append(2 * static_cast<std::size_t>(depth_), ' ');
     text_ += line;
     text_ += '\n';
   }
