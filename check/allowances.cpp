@@ -166,14 +166,14 @@ Judged Needed(Rule rule) {
   }
 }
 
+}  // namespace
+
 bool BeginsStatement(std::string_view line) {
   const std::size_t first = line.find_first_not_of(kBlanks);
   if (first == line.npos) return false;
   const char character = line[first];
   return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z');
 }
-
-}  // namespace
 
 bool CanBeAllowed(Rule rule) {
   return Describe(rule).severity != Severity::kError;

@@ -43,6 +43,9 @@ struct Allowances {
 Allowances AllowancesOf(const Manifest& manifest);
 Allowances AllowancesOf(const LayoutFileText& layout);
 
+// Whether a line of a layout file is the first one of a statement.
+bool BeginsStatement(std::string_view line);
+
 // Only what the library accepts can be allowed.
 bool CanBeAllowed(Rule rule);
 

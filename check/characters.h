@@ -12,6 +12,12 @@ inline bool IsBlank(char c) {
   return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
+inline std::string_view Trimmed(std::string_view text) {
+  const std::size_t begin = text.find_first_not_of(kBlanks);
+  if (begin == text.npos) return text.substr(0, 0);
+  return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
+}
+
 inline bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }

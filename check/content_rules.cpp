@@ -46,22 +46,6 @@ bool SaysNothing(const Inspection& inspection, NodeId node) {
 
 // ---- Elements that hold a text -----------------------------------------------------------------
 
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) {
-    if (c == '&') {
-      escaped += "&amp;";
-    } else if (c == '<') {
-      escaped += "&lt;";
-    } else if (c == '>') {
-      escaped += "&gt;";
-    } else {
-      escaped += c;
-    }
-  }
-  return escaped;
-}
-
 // An element that holds a text, and whether it does with everything else taken out of it.
 struct TextHolder {
   const ElementAtHand& element;
@@ -84,7 +68,7 @@ void SuggestText(const Inspection& inspection, const TextHolder& holder, NodeId 
   if (at.kind == NodeKind::kCData && !inside.empty()) {
     Suggestion text;
     text.title = "Write the CDATA section as text";
-    text.edits.push_back({at.span, Escaped(inside)});
+    text.edits.push_back({at.span, EscapedText(inside)});
     finding.suggestions.push_back(Safe(std::move(text)));
   } else if (at.kind == NodeKind::kComment && holder.isRightWithoutRest) {
     const std::size_t before = inspection[element].span.begin;

@@ -1,11 +1,19 @@
 #include "check/edited_files.h"
 
+#include <algorithm>
+#include <filesystem>
 #include <utility>
 
 namespace tarnmf::check {
 
+namespace fs = std::filesystem;
+
 void EditedFiles::Edit(const std::string& path, std::string bytes) {
-  edited_.insert_or_assign(path, EditedText{std::move(bytes), nullptr});
+  edited_.insert_or_assign(path, EditedFile{std::move(bytes), false, nullptr});
+}
+
+void EditedFiles::EditText(const std::string& path, std::string text) {
+  edited_.insert_or_assign(path, EditedFile{std::move(text), true, nullptr});
 }
 
 std::optional<std::string> EditedFiles::Read(const std::string& path) {
@@ -16,9 +24,31 @@ std::optional<std::string> EditedFiles::Read(const std::string& path) {
 std::shared_ptr<const Manifest> EditedFiles::ReadManifest(const std::string& path) {
   const auto edited = edited_.find(path);
   if (edited == edited_.end()) return stored_.ReadManifest(path);
-  EditedText& text = edited->second;
-  if (text.manifest == nullptr) text.manifest = check::ReadManifest(path, text.bytes);
-  return text.manifest;
+  EditedFile& file = edited->second;
+  if (file.manifest == nullptr) {
+    file.manifest = check::ReadManifest(file.isText ? Source::OfEditedManifest(path, file.bytes)
+                                                    : Source::OfManifest(path, file.bytes));
+  }
+  return file.manifest;
+}
+
+// With those that are not stored yet.
+std::vector<std::string> EditedFiles::ManifestsIn(const std::string& directory) {
+  std::vector<std::string> names = stored_.ManifestsIn(directory);
+  const auto stored = static_cast<std::ptrdiff_t>(names.size());
+  for (const auto& [path, file] : edited_) {
+    const fs::path written(path);
+    std::string name = written.filename().string();
+    if (written.extension() != ".tmfx" || PathIn(directory, name) != path) continue;
+    if (!std::binary_search(names.begin(), names.begin() + stored, name))
+      names.push_back(std::move(name));
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+bool EditedFiles::IsFile(const std::string& path) {
+  return edited_.contains(path) || stored_.IsFile(path);
 }
 
 }  // namespace tarnmf::check

@@ -17,16 +17,17 @@ class EditedFiles final : public Files {
   // `stored` has to outlive it.
   explicit EditedFiles(Files& stored) : stored_(stored) {}
 
+  // The path is written as everywhere where the file is read.
   void Edit(const std::string& path, std::string bytes);
+  // The same for a manifest in an editor, see Source::OfEditedManifest.
+  void EditText(const std::string& path, std::string text);
   // Back to what is stored.
   void Drop(const std::string& path) { edited_.erase(path); }
 
   std::optional<std::string> Read(const std::string& path) override;
   std::shared_ptr<const Manifest> ReadManifest(const std::string& path) override;
-  std::vector<std::string> ManifestsIn(const std::string& directory) override {
-    return stored_.ManifestsIn(directory);
-  }
-  bool IsFile(const std::string& path) override { return stored_.IsFile(path); }
+  std::vector<std::string> ManifestsIn(const std::string& directory) override;
+  bool IsFile(const std::string& path) override;
   bool IsDirectory(const std::string& path) override { return stored_.IsDirectory(path); }
   std::vector<std::string> NamesIn(const std::string& directory) override {
     return stored_.NamesIn(directory);
@@ -34,13 +35,14 @@ class EditedFiles final : public Files {
   bool AreOnDisk() const override { return edited_.empty() && stored_.AreOnDisk(); }
 
  private:
-  struct EditedText {
+  struct EditedFile {
     std::string bytes;
+    bool isText = false;
     std::shared_ptr<const Manifest> manifest;  // null until somebody asks for it
   };
 
   Files& stored_;
-  std::map<std::string, EditedText> edited_;
+  std::map<std::string, EditedFile> edited_;
 };
 
 }  // namespace tarnmf::check

@@ -272,6 +272,28 @@ void CheckBegin(std::string_view bytes, DecodedText& result) {
   }
 }
 
+// The encoding that the XML declaration names.
+struct DeclaredEncoding {
+  Span place;
+  std::string name;   // as it is written; empty: none is
+  std::string known;  // as it is known here
+
+  bool SaysNothing() const { return known.empty() || IsGeneric(known); }
+};
+
+DeclaredEncoding DeclaredIn(std::string_view text) {
+  DeclaredEncoding declared;
+  declared.place = DeclaredValue(text, "encoding");
+  declared.name = text.substr(declared.place.begin, declared.place.Size());
+  declared.known = UpperCase(declared.name);
+  if (!IsGeneric(declared.known)) declared.known = KnownName(declared.known);
+  return declared;
+}
+
+DecodingFault NoEncodingName(const DeclaredEncoding& declared) {
+  return {declared.place, fmt::format(R"("{}" is no name of an encoding)", declared.name)};
+}
+
 }  // namespace
 
 Span DeclaredValue(std::string_view text, std::string_view name) {
@@ -300,35 +322,49 @@ DecodedText Decode(std::string_view bytes) {
 
   Decoding begin;
   AppendDecoded(bytes.substr(0, kDeclarationBytes), sensed.name, begin);
-  const Span place = DeclaredValue(begin.text, "encoding");
-  const std::string declared = begin.text.substr(place.begin, place.Size());
-  std::string upperName = UpperCase(declared);
-  if (!IsGeneric(upperName)) upperName = KnownName(upperName);
+  const DeclaredEncoding declared = DeclaredIn(begin.text);
 
   result.encoding = sensed.name;
-  if (upperName.empty() || IsGeneric(upperName)) {
+  if (declared.SaysNothing()) {
     DecodeAs(sensed.name, bytes, result);
     if (IsEbcdic(sensed))
       result.fault = DecodingFault{{0, 5}, "an EBCDIC file must declare its encoding"};
-  } else if (!IsEncodingName(declared)) {
+  } else if (!IsEncodingName(declared.name)) {
     DecodeAs(sensed.name, bytes, result);
-    result.fault = DecodingFault{place, fmt::format(R"("{}" is no name of an encoding)", declared)};
-  } else if (!Converter(upperName).IsKnown()) {
+    result.fault = NoEncodingName(declared);
+  } else if (!Converter(declared.known).IsKnown()) {
     DecodeAs(sensed.name, bytes, result);
-    result.encoding = declared;
+    result.encoding = declared.name;
     result.isKnown = false;
     result.fault.reset();
     return result;
-  } else if (!ReadsDeclaration(bytes, upperName)) {
+  } else if (!ReadsDeclaration(bytes, declared.known)) {
     DecodeAs(sensed.name, bytes, result);
-    result.fault =
-        DecodingFault{place, fmt::format(R"("{}" is declared, but the file is written in {})",
-                                         declared, IsEbcdic(sensed) ? "EBCDIC" : sensed.name)};
+    result.fault = DecodingFault{
+        declared.place, fmt::format(R"("{}" is declared, but the file is written in {})",
+                                    declared.name, IsEbcdic(sensed) ? "EBCDIC" : sensed.name)};
   } else {
-    result.encoding = upperName == "UTF-8" ? upperName : declared;
-    DecodeAs(upperName, bytes, result);
+    result.encoding = declared.known == "UTF-8" ? declared.known : declared.name;
+    DecodeAs(declared.known, bytes, result);
   }
   CheckBegin(bytes, result);
+  return result;
+}
+
+DecodedText DecodeEdited(std::string_view text) {
+  DecodedText result;
+  if (text.starts_with(kMark)) result.markSize = kMark.size();
+  text.remove_prefix(result.markSize);
+  DecodeAs("UTF-8", text, result);
+  result.encoding = "UTF-8";
+  const DeclaredEncoding declared = DeclaredIn(text);
+  if (!declared.name.empty() && !IsEncodingName(declared.name)) {
+    result.fault = NoEncodingName(declared);
+  } else if (!declared.name.empty() && declared.known != "UTF-8") {
+    result.encoding = declared.name;
+    result.isKnown = IsGeneric(declared.known) || Converter(declared.known).IsKnown();
+    result.isUtf8 = false;
+  }
   return result;
 }
 

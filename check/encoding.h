@@ -22,6 +22,9 @@ struct DecodedText {
 
 DecodedText Decode(std::string_view bytes);
 
+// Of a text that somebody else has decoded to UTF-8: what it declares is taken for its encoding.
+DecodedText DecodeEdited(std::string_view text);
+
 // Whether the encoding's name says that the text is written in units of two or four bytes, and
 // nothing about their order.
 bool NamesWideUnits(std::string_view encoding);

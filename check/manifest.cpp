@@ -5,8 +5,8 @@
 
 namespace tarnmf::check {
 
-std::unique_ptr<const Manifest> ReadManifest(std::string path, std::string bytes) {
-  auto manifest = std::make_unique<Manifest>(Source::OfManifest(std::move(path), std::move(bytes)));
+std::unique_ptr<const Manifest> ReadManifest(Source source) {
+  auto manifest = std::make_unique<Manifest>(std::move(source));
   ParseDocument(*manifest);
   CheckElements(*manifest);
   manifest->declarations = Declare(manifest->document);

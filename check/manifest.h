@@ -34,7 +34,10 @@ struct Manifest {
 };
 
 // Findings and the document point to the source inside, so that the manifest stays where it is.
-std::unique_ptr<const Manifest> ReadManifest(std::string path, std::string bytes);
+std::unique_ptr<const Manifest> ReadManifest(Source source);
+inline std::unique_ptr<const Manifest> ReadManifest(std::string path, std::string bytes) {
+  return ReadManifest(Source::OfManifest(std::move(path), std::move(bytes)));
+}
 
 // Steps of it, in their order; each appends what it finds.
 void ParseDocument(Manifest& manifest);  // places, well-formedness, doctype and entities

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <span>
 #include <utf8.h>
 
 namespace tarnmf::check {
@@ -64,6 +65,21 @@ bool IsCharacter(std::uint32_t value) {
   return value > 0 && value <= 0x10FFFFU && (value < 0xD800U || value > 0xDFFFU);
 }
 
+// A character of `characters` becomes the reference at its place in `references`.
+std::string Escaped(std::string_view text, std::string_view characters,
+                    std::span<const std::string_view> references) {
+  std::string escaped;
+  for (const char c : text) {
+    const std::size_t which = characters.find(c);
+    if (which == std::string_view::npos) {
+      escaped += c;
+    } else {
+      escaped += references[which];
+    }
+  }
+  return escaped;
+}
+
 }  // namespace
 
 std::optional<char32_t> ReferredCharacter(std::string_view reference) {
@@ -104,6 +120,16 @@ ResolvedValue ResolveValue(std::string_view raw, XmlVersion version) {
   std::replace(value.text.begin(), value.text.end(), '\t', ' ');
   if (value.text.find('&') != std::string::npos) value.isKnown = ReplaceReferences(value.text);
   return value;
+}
+
+std::string EscapedText(std::string_view text) {
+  constexpr std::string_view kReferences[] = {"&amp;", "&lt;", "&gt;"};
+  return Escaped(text, "&<>", kReferences);
+}
+
+std::string EscapedValue(std::string_view text) {
+  constexpr std::string_view kReferences[] = {"&amp;", "&lt;", "&quot;", "&apos;"};
+  return Escaped(text, "&<\"'", kReferences);
 }
 
 }  // namespace tarnmf::check

@@ -15,6 +15,10 @@ enum class XmlVersion { k10, k11 };
 // own, or no reference at all.
 std::optional<char32_t> ReferredCharacter(std::string_view reference);
 
+// A text as it is written between tags, and in an attribute's value, whatever its quotes.
+std::string EscapedText(std::string_view text);
+std::string EscapedValue(std::string_view text);
+
 // The text between tags, and of a CDATA section, as readers receive it.
 std::string ResolveText(std::string_view raw, XmlVersion version);
 std::string ResolveCData(std::string_view raw, XmlVersion version);

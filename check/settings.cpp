@@ -6,6 +6,7 @@
 #include <iterator>
 #include <utility>
 
+#include "check/characters.h"
 #include "check/rule_names.h"
 #include "check/source.h"
 #include "check/wording.h"
@@ -15,13 +16,6 @@ namespace {
 
 constexpr char kFileName[] = ".tarnmf-check";
 constexpr std::string_view kLevelNames[] = {"off", "info", "warning", "error"};  // by Severity
-
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const std::size_t begin = text.find_first_not_of(kBlanks);
-  if (begin == text.npos) return text.substr(0, 0);
-  return text.substr(begin, text.find_last_not_of(kBlanks) + 1 - begin);
-}
 
 std::optional<Severity> LevelNamed(std::string_view name) {
   for (std::size_t i = 0; i < std::size(kLevelNames); ++i) {

@@ -35,14 +35,13 @@ Source::Source(std::string path, std::string bytes)
 
 Source Source::OfManifest(std::string path, std::string bytes) {
   Source source(std::move(path), std::move(bytes));
-  DecodedText decoded = Decode(source.bytes_);
-  source.text_ = std::move(decoded.text);
-  source.encoding_ = std::move(decoded.encoding);
-  source.fault_ = std::move(decoded.fault);
-  source.markSize_ = decoded.markSize;
-  source.isDecoded_ = decoded.isKnown;
-  source.isUtf8_ = decoded.isUtf8;
-  source.IndexText();
+  source.Take(Decode(source.bytes_));
+  return source;
+}
+
+Source Source::OfEditedManifest(std::string path, std::string text) {
+  Source source(std::move(path), std::move(text));
+  source.Take(DecodeEdited(source.bytes_));
   return source;
 }
 
@@ -56,6 +55,16 @@ Source Source::OfText(std::string path, std::string bytes) {
 
 Source Source::OfDirectory(std::string path) {
   return OfText(std::move(path), {});
+}
+
+void Source::Take(DecodedText decoded) {
+  text_ = std::move(decoded.text);
+  encoding_ = std::move(decoded.encoding);
+  fault_ = std::move(decoded.fault);
+  markSize_ = decoded.markSize;
+  isDecoded_ = decoded.isKnown;
+  isUtf8_ = decoded.isUtf8;
+  IndexText();
 }
 
 void Source::IndexText() {

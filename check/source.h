@@ -34,10 +34,14 @@ struct DecodingFault {
   std::string message;
 };
 
+struct DecodedText;
+
 class Source {
  public:
   // A manifest: its encoding is found as the XML library finds it.
   static Source OfManifest(std::string path, std::string bytes);
+  // A manifest in an editor, which has decoded it and will encode it as the manifest declares.
+  static Source OfEditedManifest(std::string path, std::string text);
   // A plain text of bytes, such as a layout file.
   static Source OfText(std::string path, std::string bytes);
   // A directory, about which something is to be said.
@@ -71,6 +75,7 @@ class Source {
  private:
   Source(std::string path, std::string bytes);
 
+  void Take(DecodedText decoded);
   void IndexText();
   std::size_t CodePointsBefore(std::size_t offset) const;
 

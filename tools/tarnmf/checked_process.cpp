@@ -14,17 +14,22 @@ namespace {
 using namespace tarnmf::check;
 
 Request RequestOf(const ProcessOptions& options) {
-  std::vector<std::string> directories = options.installations;
-  if (!options.loadpoint.empty()) directories.insert(directories.begin(), options.loadpoint);
-  if (directories.empty()) throw std::invalid_argument("a directory is needed");
-  for (const std::string& directory : directories) {
-    const std::string problem = DirectoryProblem(directory);
-    if (!problem.empty()) throw std::invalid_argument(fmt::format("{}: {}", directory, problem));
-  }
+  if (options.loadpoint.empty() && options.installations.empty())
+    throw std::invalid_argument("a directory is needed");
+  RequireDirectories(options);
   return {options.loadpoint, options.installations};
 }
 
 }  // namespace
+
+void RequireDirectories(const ProcessOptions& options) {
+  std::vector<std::string> directories = options.installations;
+  if (!options.loadpoint.empty()) directories.insert(directories.begin(), options.loadpoint);
+  for (const std::string& directory : directories) {
+    const std::string problem = DirectoryProblem(directory);
+    if (!problem.empty()) throw std::invalid_argument(fmt::format("{}: {}", directory, problem));
+  }
+}
 
 void AddProcessOptions(CLI::App& command, ProcessOptions& options) {
   command.add_option("--loadpoint", options.loadpoint, "load point of the process")

@@ -24,6 +24,9 @@ struct ProcessOptions {
 
 void AddProcessOptions(CLI::App& command, ProcessOptions& options);
 
+// Throws std::invalid_argument when one of the directories is not there.
+void RequireDirectories(const ProcessOptions& options);
+
 class CheckedProcess {
  public:
   // Throws std::invalid_argument when a directory is not there.

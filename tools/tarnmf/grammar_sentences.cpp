@@ -134,6 +134,18 @@ std::vector<std::string> ContentSentences(const ElementT& element, const NameSty
   return sentences;
 }
 
+bool Mentions(const ConditionT& condition, std::string_view attribute) {
+  for (std::string_view rest : {std::string_view(condition.a),
+                                std::string_view(condition.b != nullptr ? condition.b : "")}) {
+    while (!rest.empty()) {
+      const std::string_view name = rest.substr(0, rest.find(' '));
+      if (name.substr(0, name.find('=')) == attribute) return true;
+      rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+    }
+  }
+  return false;
+}
+
 std::string ConditionSentence(const ConditionT& condition, const NameStyle& style) {
   const int code = condition.code;
   switch (condition.kind) {

@@ -40,6 +40,8 @@ std::string ValueText(const tarnmf::grammar::AttributeT& attribute, const NameSt
 std::vector<std::string> ContentSentences(const tarnmf::grammar::ElementT& element,
                                           const NameStyle& style);
 
+// Whether the condition says something about the attribute.
+bool Mentions(const tarnmf::grammar::ConditionT& condition, std::string_view attribute);
 std::string ConditionSentence(const tarnmf::grammar::ConditionT& condition, const NameStyle& style);
 
 }  // namespace tool

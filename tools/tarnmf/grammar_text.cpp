@@ -15,19 +15,6 @@ namespace {
 
 using namespace tarnmf::grammar;
 
-// Whether the condition says something about the attribute.
-bool Mentions(const ConditionT& condition, std::string_view attribute) {
-  for (std::string_view rest : {std::string_view(condition.a),
-                                std::string_view(condition.b != nullptr ? condition.b : "")}) {
-    while (!rest.empty()) {
-      const std::string_view name = rest.substr(0, rest.find(' '));
-      if (name.substr(0, name.find('=')) == attribute) return true;
-      rest.remove_prefix(std::min(name.size() + 1, rest.size()));
-    }
-  }
-  return false;
-}
-
 std::string ParentsText(const ElementT& element) {
   const std::vector<const ElementT*> parents = tarnmf::check::ParentsOf(element);
   const bool isRoot = std::any_of(parents.begin(), parents.end(),

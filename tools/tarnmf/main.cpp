@@ -14,6 +14,7 @@
 #include "tools/tarnmf/find_command.h"
 #include "tools/tarnmf/graph_command.h"
 #include "tools/tarnmf/list_command.h"
+#include "tools/tarnmf/lsp/lsp_command.h"
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
 #include "tools/tarnmf/schema_command.h"
@@ -183,6 +184,7 @@ int main(int argc, char** argv) {
   tool::AddSchema(app, action);
   tool::AddWhy(app, action);
   tool::AddGraph(app, action);
+  tool::AddLsp(app, action);
   try {
     app.parse(argc, argv);
     return Finished(action());

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "check/references.h"
 #include "tools/tarnmf/grammar_elements.h"
 
 namespace tool {
@@ -34,20 +35,6 @@ constexpr char kHead[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 
 constexpr char kUniqueIdPattern[] =
     "[0-9A-Fa-f]{32}|[0-9A-Fa-f]{8}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{4}-[0-9A-Fa-f]{12}";
-
-std::string Escaped(std::string_view text) {
-  std::string escaped;
-  for (const char c : text) {
-    if (c == '&') {
-      escaped += "&amp;";
-    } else if (c == '<') {
-      escaped += "&lt;";
-    } else {
-      escaped += c;
-    }
-  }
-  return escaped;
-}
 
 std::string LowerCase(std::string text) {
   for (char& c : text)
@@ -90,7 +77,7 @@ class Writer {
     Line(fmt::format("</{}>", tag));
   }
   void Documentation(const char* text) {
-    Line(fmt::format("<a:documentation>{}</a:documentation>", Escaped(text)));
+    Line(fmt::format("<a:documentation>{}</a:documentation>", tarnmf::check::EscapedText(text)));
   }
   void Value(std::string_view value) {
     Line(fmt::format(R"(<value type="string">{}</value>)", value));

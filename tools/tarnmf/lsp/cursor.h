@@ -11,8 +11,8 @@ namespace tool::lsp {
 
 struct Cursor {
   enum class Where {
-    kNowhere,        // in a comment, a CDATA section, an instruction, the XML declaration or the doctype
-    kContent,        // between tags
+    kNowhere,  // in a comment, a CDATA section, an instruction, the XML declaration or the doctype
+    kContent,  // between tags
     kElementName,    // after "<"
     kEndTagName,     // after "</"
     kAttributeName,  // in a start tag, in a name or where one may begin

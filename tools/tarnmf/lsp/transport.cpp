@@ -35,20 +35,15 @@ Frame ReadHeader(std::istream& stream) {
   return {Frame::Kind::kMessage, std::move(header)};
 }
 
-std::string_view WithoutBlanks(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(tarnmf::check::kBlanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(tarnmf::check::kBlanks) + 1 - first);
-}
-
 std::optional<std::size_t> ContentLength(std::string_view header) {
   while (!header.empty()) {
     const std::string_view line = header.substr(0, header.find('\n'));
     header.remove_prefix(std::min(line.size() + 1, header.size()));
     const std::size_t colon = line.find(':');
     if (colon == line.npos) continue;
-    if (tarnmf::check::Folded(WithoutBlanks(line.substr(0, colon))) != "content-length") continue;
-    const std::string_view number = WithoutBlanks(line.substr(colon + 1));
+    if (tarnmf::check::Folded(tarnmf::check::Trimmed(line.substr(0, colon))) != "content-length")
+      continue;
+    const std::string_view number = tarnmf::check::Trimmed(line.substr(colon + 1));
     std::size_t length = 0;
     const char* const last = number.data() + number.size();
     const auto [end, failure] = std::from_chars(number.data(), last, length);

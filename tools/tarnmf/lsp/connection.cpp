@@ -1,0 +1,80 @@
+#include "tools/tarnmf/lsp/connection.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+#include "tools/tarnmf/lsp/transport.h"
+
+namespace tool::lsp {
+namespace {
+
+// Deeper ones are no messages of the protocol, and would take the stack with them.
+constexpr int kMostDepth = 200;
+
+class TooDeep : public std::exception {
+ public:
+  const char* what() const noexcept override { return "the message is nested too deeply"; }
+};
+
+Json Parse(const std::string& text) {
+  return Json::parse(text, [](int depth, Json::parse_event_t, Json&) {
+    if (depth > kMostDepth) throw TooDeep();
+    return true;
+  });
+}
+
+}  // namespace
+
+Connection::Connection(std::istream& in, std::ostream& out)
+    : in_(in), out_(out), reader_([this] { ReadAll(); }) {}
+
+Connection::~Connection() {
+  reader_.join();
+}
+
+void Connection::Send(const Json& message) {
+  const std::string framed = Framed(message);
+  const std::lock_guard lock(outMutex_);
+  out_.write(framed.data(), static_cast<std::streamsize>(framed.size()));
+  out_.flush();
+}
+
+void Connection::ReadAll() {
+  while (ReadOne()) {
+  }
+}
+
+bool Connection::ReadOne() {
+  try {
+    Frame frame = ReadFrame(in_);
+    switch (frame.kind) {
+      case Frame::Kind::kEnd:
+        queue_.Push({Incoming::Kind::kEnd, {}});
+        return false;
+      case Frame::Kind::kBroken:
+        queue_.Push({Incoming::Kind::kBroken, frame.text});
+        return false;
+      case Frame::Kind::kMessage:
+        return Take(Parse(frame.text));
+    }
+  } catch (const std::exception& error) {
+    queue_.Push({Incoming::Kind::kNoJson, error.what()});
+  }
+  return true;
+}
+
+bool Connection::Take(Json message) {
+  const Json& method = Member(message, "method");
+  if (method == "$/cancelRequest") {
+    const Json& id = Member(message, "params", "id");
+    if (queue_.Remove(id))
+      Send(ErrorResponse(id, ErrorCode::kCancelled, "the request has been cancelled"));
+    return true;
+  }
+  const bool isLast = method == "exit";
+  queue_.Push({Incoming::Kind::kMessage, std::move(message)});
+  return !isLast;
+}
+
+}  // namespace tool::lsp

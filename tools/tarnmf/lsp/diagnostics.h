@@ -1,0 +1,49 @@
+// What is found, as the editor shows it.
+#ifndef TOOLS_TARNMF_LSP_DIAGNOSTICS_H
+#define TOOLS_TARNMF_LSP_DIAGNOSTICS_H
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "check/finding.h"
+#include "tools/tarnmf/lsp/documents.h"
+#include "tools/tarnmf/lsp/editor.h"
+#include "tools/tarnmf/lsp/workspace.h"
+
+namespace tool::lsp {
+
+Json Diagnostic(const tarnmf::check::Finding& finding, const Editor& editor);
+
+// Keeps in mind what the editor shows.
+class DiagnosticsPublisher {
+ public:
+  using Send = std::function<void(Json params)>;
+
+  DiagnosticsPublisher(const Editor& editor, const Documents& documents)
+      : editor_(editor), documents_(documents) {}
+
+  // Sends the findings of every file of which they have changed, and of each open document that has.
+  // REQUIRES: the workspace is not stale.
+  void Publish(const Workspace& workspace, const Send& send);
+
+ private:
+  struct Shown {
+    std::optional<std::int64_t> version;  // of an open document
+    Json diagnostics = Json::array();
+
+    bool operator==(const Shown&) const = default;
+  };
+
+  std::map<std::string, Shown> Current(const Workspace& workspace) const;  // by URI
+
+  const Editor& editor_;
+  const Documents& documents_;
+  std::map<std::string, Shown> shown_;
+};
+
+}  // namespace tool::lsp
+
+#endif  // TOOLS_TARNMF_LSP_DIAGNOSTICS_H
