@@ -12,6 +12,11 @@ bench_packages=(python3 valgrind)
 check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev doxygen graphviz trang jing libxml2-utils
   python3-jsonschema)
 
+# For tests of the language server. Some machines have these commands from elsewhere.
+client_packages=()
+command -v node >/dev/null || client_packages+=(nodejs)
+command -v npm >/dev/null || client_packages+=(npm)
+
 is_installed() {
   dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed
 }
