@@ -47,7 +47,7 @@ Source Source::OfEditedManifest(std::string path, std::string text) {
 
 Source Source::OfText(std::string path, std::string bytes) {
   Source source(std::move(path), std::move(bytes));
-  source.text_ = source.bytes_;
+  source.text_ = std::exchange(source.bytes_, {});
   source.encoding_ = "UTF-8";
   source.IndexText();
   return source;
@@ -64,6 +64,10 @@ void Source::Take(DecodedText decoded) {
   markSize_ = decoded.markSize;
   isDecoded_ = decoded.isKnown;
   isUtf8_ = decoded.isUtf8;
+  if (isUtf8_ && markSize_ == 0) {
+    text_ = std::exchange(bytes_, {});
+    text_.shrink_to_fit();
+  }
   IndexText();
 }
 

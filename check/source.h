@@ -3,6 +3,7 @@
 #define CHECK_SOURCE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,8 +14,13 @@ namespace tarnmf::check {
 // Bytes of a source's text, the end not included. Every place that is remembered is such a span;
 // lines and columns are made of them only to be shown.
 struct Span {
-  std::size_t begin = 0;
-  std::size_t end = 0;
+  // Half as large as sizes: a document has many, and larger texts are not read, see Files.
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;
+
+  constexpr Span() = default;
+  constexpr Span(std::size_t first, std::size_t last)
+      : begin(static_cast<std::uint32_t>(first)), end(static_cast<std::uint32_t>(last)) {}
 
   std::size_t Size() const { return end - begin; }
   bool operator==(const Span&) const = default;
@@ -49,7 +55,7 @@ class Source {
 
   const std::string& Path() const { return path_; }
   // As they stand in the file.
-  const std::string& Bytes() const { return bytes_; }
+  const std::string& Bytes() const { return bytes_.empty() ? text_ : bytes_; }
   // In UTF-8, without the byte order mark.
   const std::string& Text() const { return text_; }
   std::string_view Text(Span span) const {
@@ -80,7 +86,7 @@ class Source {
   std::size_t CodePointsBefore(std::size_t offset) const;
 
   std::string path_;
-  std::string bytes_;
+  std::string bytes_;  // empty: they are the text
   std::string text_;
   std::string encoding_;
   std::optional<DecodingFault> fault_;

@@ -173,6 +173,7 @@ void Workspace::Refresh() {
     Report report = Check(process->request, files_);
     SettingsFinder settings(files_);
     process->verdict = Judge(report, settings, Levels());
+    report.findings = {};  // the verdict has them
     process->report = std::move(report);
     process->isStale = false;
   }
