@@ -232,101 +232,26 @@ TEST(Completion, OffersWhatMayStandThere) {
 
 // ---- Texts that are half typed -----------------------------------------------------------------
 
-TEST(Completion, OfHalfTypedTexts) {
-  const std::string roots =
-      "tarnmanifest tarnmodulemanifest tarnclassmanifest tarnrunnablemanifest";
-  const std::string mixed = "class classes runnable runnables module modules";
-  const std::string root = "<tarnmanifest version=\"1\">";
-  const std::string end = "</tarnmanifest>";
-  const std::string ofModule =
-      "explicitname loadpoint path forcepath description apilevel version private abits";
-  const std::string classTag = "<class id=\"" + kId + "\" affinity=\"service\">";
-  struct Row {
-    std::string marked;
-    std::string labels;
-    std::string accepted;  // the label of one; empty: none is
-    std::string after;
-  };
-  const Row rows[] = {
-      // Elements.
-      {"|", roots, "tarnmanifest", root + end},
-      {"<|", roots, "tarnmanifest", root + end},
-      {"<?xml version=\"1.0\"?><tarn|", roots, "tarnmanifest",
-       "<?xml version=\"1.0\"?>" + root + end},
-      {"|<?xml version=\"1.0\"?>", "", "", ""},
-      {"<|\n" + root + end, "", "", ""},
-      {root + "<mod|", mixed, "modules", root + "<modules></modules>"},
-      {root + "<|" + end, mixed, "classes", root + "<classes></classes>" + end},
-      {root + "\n<mod|\n<class id=\"" + kId + "\"/>" + end, mixed, "module",
-       root + "\n<module id=\"\" name=\"\"></module>\n<class id=\"" + kId + "\"/>" + end},
-      {root + "<mod|>" + end, mixed, "modules", root + "<modules>" + end},
-      {root + "<|>" + end, mixed, "modules", root + "<modules>" + end},
-      {root + "<Mod|ul id=\"a\"/>" + end, mixed, "module", root + "<module id=\"a\"/>" + end},
-      {root + " mod|u" + end, mixed, "modules", root + " <modules></modules>" + end},
-      {root + classTag + "<cl|\n<serviceside svcid=\"" + kId + "\"/></class>" + end,
-       "agentside clientside", "", ""},
-      {root + "<class id=\"" + kId + "\" affinity=\"service\" managedtype=\"worker\"><ser|</class>",
-       "agentside clientside serviceside", "serviceside",
-       root + "<class id=\"" + kId +
-           "\" affinity=\"service\" managedtype=\"worker\"><serviceside moduleref=\"\"/></class>"},
-      {root + "<!-- <| -->" + end, "", "", ""},
-      {root + "<!-- |", "", "", ""},
-      {root + "<![CDATA[<|]]>" + end, "", "", ""},
-      {"<!DOCTYPE |", "", "", ""},
-      {"<?xm|", "", "", ""},
-      // End tags.
-      {root + "<modules></|", "</modules>", "</modules>", root + "<modules></modules>"},
-      {root + "<modules></mo|\n" + end, "</modules>", "</modules>",
-       root + "<modules></modules>\n" + end},
-      {root + "<modules></| >" + end, "</modules>", "</modules>",
-       root + "<modules></modules >" + end},
-      {root + "<modules/></tarn|ma>", "</tarnmanifest>", "</tarnmanifest>",
-       root + "<modules/></tarnmanifest>"},
-      {root + "<modules>|" + end, "module </modules>", "</modules>",
-       root + "<modules></modules>" + end},
-      {root + "<modules>|</modules>" + end, "module", "", ""},
-      {root + "<runnables><runnable moduleref=\"a\"><app nameid=\"a\"><args><arg>--x|", "</arg>",
-       "</arg>",
-       root + "<runnables><runnable moduleref=\"a\"><app nameid=\"a\"><args><arg>--x</arg>"},
-      // Attributes.
-      {root + "<module id=\"a\" na|", "type name " + ofModule, "name",
-       root + "<module id=\"a\" name=\"\""},
-      {root + "<module id=\"a\" |\n<class/>" + end, "type name " + ofModule, "", ""},
-      {root + "<module ID=\"a\" |name = \"b\" type=\"x\"/>", "name " + ofModule, "path",
-       root + "<module ID=\"a\" path = \"b\" type=\"x\"/>"},
-      {root + "<module id=\"a\"|", "", "", ""},
-      {root + "<preload svcid=\"" + kId + "\" |/>", "", "", ""},
-      {root + "<modules><module id=\"a\" name=\"b\"><preload name=\"x\" |/>", "by svcid optionid",
-       "by", root + "<modules><module id=\"a\" name=\"b\"><preload name=\"x\" by=\"executable\"/>"},
-      {root + classTag + "<clientside |><module/></clientside>", "multiplicity", "", ""},
-      // Values.
-      {root + "<class affinity=\"|", "generic app agent service", "app",
-       root + "<class affinity=\"app\""},
-      {root + "<class affinity='ge|\n<classes/>" + end, "generic app agent service", "agent",
-       root + "<class affinity='agent'\n<classes/>" + end},
-      {root + "<class affinity=\"| id=\"a\">", "generic app agent service", "app",
-       root + "<class affinity=\"app\" id=\"a\">"},
-      {root + "<class affinity=|>", "generic app agent service", "app",
-       root + "<class affinity=\"app\">"},
-      {root + "<class affinity = |\n id=\"\"", "generic app agent service", "app",
-       root + "<class affinity = \"app\"\n id=\"\""},
-      {root + "<class affinity = | \"app\"", "", "", ""},
-      {root + "<class affinity=\"ge|neric\"/>", "generic app agent service", "app",
-       root + "<class affinity=\"app\"/>"},
-      {root + "<module type=\"|\"/>", "sharedLib executable", "executable",
-       root + "<module type=\"executable\"/>"},
-      {root + "<module private=\"t|/>", "true false", "true", root + "<module private=\"true\"/>"},
-      {root + "<module abits=\"|\"/>", "32 64", "64", root + "<module abits=\"64\"/>"},
-      {root + "<modules><module><preload name=\"x\" by=\"|\"", "executable service client", "", ""},
-  };
-  for (const Row& row : rows) {
-    const Items items = ItemsAt(row.marked, false);
-    EXPECT_EQ(Labels(items), row.labels) << row.marked;
-    const CompletionItem* const item = Find(items, row.accepted);
-    if (item == nullptr || row.after.empty()) continue;
-    std::string after = row.marked;
-    std::erase(after, '|');
-    EXPECT_EQ(after.replace(item->replaced.begin, item->replaced.Size(), item->newText), row.after);
+// In the notation of the case file, with the same label accepted as in the expected result.
+std::string Offered(const std::string& marked, const std::string& expected) {
+  const Items items = ItemsAt(marked, false);
+  std::string labels;
+  std::string after;
+  for (const CompletionItem& item : items) {
+    const bool isAccepted = (" " + expected).find(" *" + item.label + " ") != expected.npos;
+    labels += (labels.empty() ? "" : " ") + (isAccepted ? "*" + item.label : item.label);
+    if (isAccepted) after = " => " + Accept(marked, item);
+  }
+  std::erase(after, '|');
+  for (std::size_t at = 0; (at = after.find('\n')) != after.npos;)
+    after.replace(at, 1, "\\n");
+  return (labels.empty() ? "nothing" : labels) + after;
+}
+
+TEST(Completion, OffersWhatTheCasesSay) {
+  for (const test::FileCase& one : test::ReadCaseFile(TARNMF_CASES "/completion.cases")) {
+    const std::string result = test::WithIds(one.result);
+    EXPECT_EQ(Offered(test::WithIds(one.input), result), result) << one.name;
   }
 }
 
