@@ -11,6 +11,7 @@
 #include "tests/support/documents.h"
 #include "tests/support/random_documents.h"
 #include "tools/tarnmf/lsp/cursor.h"
+#include "tools/tarnmf/lsp/snippet.h"
 
 namespace tool::lsp {
 namespace {
@@ -280,6 +281,8 @@ TEST(Completion, OffersNamesOfOtherManifests) {
   EXPECT_EQ(Labels(ItemsAt(runnable, true, names)), "a&\"$} far");
   EXPECT_EQ(ItemsAt(runnable, true, names)[0].newText, "a&amp;&#34;\\$\\}\"");
   EXPECT_EQ(ItemsAt(runnable, false, names)[0].newText, "a&amp;&#34;$}\"");
+  const std::string choices[] = {"a,b|$", "c"};
+  EXPECT_EQ(Snippet(true).Place().Choice(choices).Text(), "$1${2|a\\,b\\|\\$,c|}");
   const Items services = ItemsAt(side + "xsid=\"|\"/>", true, names);
   ASSERT_EQ(Labels(services), kId);
   EXPECT_EQ(services[0].detail, "Spooler");

@@ -42,7 +42,7 @@ class CursorFinder {
  private:
   char At(std::size_t at) const { return at < text_.size() ? text_[at] : '\0'; }
 
-  Cursor At(Where where, Span word) const {
+  static Cursor CursorOf(Where where, Span word) {
     Cursor cursor;
     cursor.where = where;
     cursor.word = word;
@@ -95,9 +95,9 @@ class CursorFinder {
   }
 
   // The letters of a name on both sides of the place.
-  Span WordFrom(std::size_t earliest) const {
+  Span Word() const {
     Span word = Here();
-    while (word.begin > earliest && IsOfName(text_[word.begin - 1]))
+    while (word.begin > 0 && IsOfName(text_[word.begin - 1]))
       --word.begin;
     while (IsOfName(At(word.end)))
       ++word.end;
@@ -106,27 +106,16 @@ class CursorFinder {
 
   // ---- Between tags, and in those that have no node of their own ----------------------------------
 
-  // Where what comes before the place and is not to be looked into ends.
-  std::size_t EndOfKnown() const {
-    const Node& node = document_[before_];
-    const std::size_t end = node.kind == NodeKind::kElement    ? node.startTag.end
-                            : node.kind == NodeKind::kText     ? node.span.begin
-                            : node.kind == NodeKind::kDocument ? 0
-                                                               : node.span.end;
-    const std::size_t doctype = document_.doctype.end <= offset_ ? document_.doctype.end : 0;
-    return std::max({end, doctype, document_.declaration.end});
-  }
-
+  // What has a node and ends before the place ends with ">", or has no "<" in it.
   Cursor BetweenTags() const {
-    const std::size_t known = EndOfKnown();
-    const std::string_view text = text_.substr(known, offset_ - known);
-    const std::size_t markup = text.rfind('<');
-    if (markup == text.npos || text.find('>', markup) != text.npos) return InContent(known);
-    return InMarkup(known + markup);
+    const std::string_view before = text_.substr(0, offset_);
+    const std::size_t markup = before.rfind('<');
+    const bool isInMarkup = markup != before.npos && before.find('>', markup) == before.npos;
+    return isInMarkup ? InMarkup(markup) : InContent();
   }
 
-  Cursor InContent(std::size_t earliest) const {
-    Cursor cursor = At(Where::kContent, WordFrom(earliest));
+  Cursor InContent() const {
+    Cursor cursor = CursorOf(Where::kContent, Word());
     cursor.node = InnermostAt(offset_);
     cursor.parent = document_[cursor.node].parent;
     return cursor;
@@ -137,15 +126,15 @@ class CursorFinder {
     const std::string_view typed = text_.substr(begin + 1, offset_ - begin - 1);
     if (typed.empty()) {
       if (At(offset_) == '/') return {};
-      Cursor cursor = At(Where::kElementName, Here());
+      Cursor cursor = CursorOf(Where::kElementName, Here());
       cursor.parent = InnermostAt(begin);
       return cursor;
     }
     if (typed[0] == '!' || typed[0] == '?') return {};
-    if (typed[0] != '/') return InContent(begin + 1);
-    const Span name = WordFrom(begin + 2);
+    if (typed[0] != '/') return InContent();
+    const Span name = Word();
     if (name.begin != begin + 2) return {};
-    Cursor cursor = At(Where::kEndTagName, name);
+    Cursor cursor = CursorOf(Where::kEndTagName, name);
     cursor.node = InnermostAt(begin);
     cursor.parent = document_[cursor.node].parent;
     return cursor;
@@ -163,15 +152,15 @@ class CursorFinder {
 
   Cursor WithinStartTag() const {
     const Span name = document_[before_].name;
-    if (offset_ <= name.end) return At(Where::kElementName, name);
+    if (offset_ <= name.end) return CursorOf(Where::kElementName, name);
     for (const Attribute& attribute : document_.AttributesOf(before_)) {
       if (attribute.isDefault || offset_ < attribute.name.begin) continue;
       if (offset_ <= attribute.name.end) {
-        return With(attribute, At(Where::kAttributeName, attribute.name));
+        return With(attribute, CursorOf(Where::kAttributeName, attribute.name));
       }
       if (offset_ <= attribute.value.end) return BehindName(attribute);
     }
-    return IsBlank(text_[offset_ - 1]) ? At(Where::kAttributeName, Here()) : Cursor();
+    return IsBlank(text_[offset_ - 1]) ? CursorOf(Where::kAttributeName, Here()) : Cursor();
   }
 
   static Cursor With(const Attribute& attribute, Cursor cursor) {
@@ -185,13 +174,14 @@ class CursorFinder {
     if (offset_ < value.begin) {
       // A value may begin here, unless its quote stands further on.
       const bool isBehindEquals = text_.find('=', attribute.name.end) < offset_;
-      return isBehindEquals && !isQuoted ? With(attribute, At(Where::kValue, Here())) : Cursor();
+      return isBehindEquals && !isQuoted ? With(attribute, CursorOf(Where::kValue, Here()))
+                                         : Cursor();
     }
     Span word = value;
     if (!isQuoted || !IsClosed(value)) {
       word.end = std::min(text_.find_first_of(kBlanks, offset_), value.end);
     }
-    return With(attribute, At(Where::kValue, word));
+    return With(attribute, CursorOf(Where::kValue, word));
   }
 
   // Whether the quote behind a quoted value is its own. It is not in `id=" name="x"`: there it opens
