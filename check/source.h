@@ -90,10 +90,10 @@ class Source {
   std::string text_;
   std::string encoding_;
   std::optional<DecodingFault> fault_;
-  std::vector<std::size_t> lines_;  // where each begins
+  std::vector<std::uint32_t> lines_;  // where each begins
   // The code points before every stretch of the text, so that a place in a line of megabytes costs
   // no more than one in a short line.
-  std::vector<std::size_t> codePoints_;
+  std::vector<std::uint32_t> codePoints_;
   std::size_t markSize_ = 0;
   bool isDecoded_ = true;
   bool isUtf8_ = true;

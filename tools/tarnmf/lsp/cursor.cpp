@@ -178,9 +178,8 @@ class CursorFinder {
                                          : Cursor();
     }
     Span word = value;
-    if (!isQuoted || !IsClosed(value)) {
-      word.end = std::min(text_.find_first_of(kBlanks, offset_), value.end);
-    }
+    if (!isQuoted || !IsClosed(value))
+      word = {word.begin, std::min<std::size_t>(text_.find_first_of(kBlanks, offset_), value.end)};
     return With(attribute, CursorOf(Where::kValue, word));
   }
 
