@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <fmt/format.h>
 #include <limits>
 #include <optional>
@@ -116,7 +117,7 @@ Span WithItsLine(const std::string& text, Span span) {
   return {begin, end + 1};
 }
 
-constexpr Span kWholeFile = {0, std::numeric_limits<std::size_t>::max()};
+constexpr Span kWholeFile = {0, std::numeric_limits<std::uint32_t>::max()};
 
 // The allowances among the children of one node; each covers the element that comes next.
 void ReadChildren(const Document& document, NodeId parent, Allowances& allowances) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "check/inspection.h"
+#include "check/placement.h"
 #include "check/suggestions.h"
 #include "check/wording.h"
 
@@ -111,15 +112,6 @@ void ReportMissing(Inspection& inspection, const ElementAtHand& element,
   finding.suggestions.push_back(std::move(insertion));
 }
 
-// A module that stands in a side of a class needs no id.
-bool IsRequired(const AttributeT& attribute, const ElementAtHand& element) {
-  if (!attribute.required) return false;
-  if (&element.described != &grammar::kModule || std::string_view(attribute.name) != "id") {
-    return true;
-  }
-  return element.parent.content != grammar::Content::kSide;
-}
-
 // An element that needs one attribute at least, whichever it is. What a side needs is told with its
 // class.
 void CheckAny(Inspection& inspection, const ElementAtHand& element) {
@@ -198,7 +190,8 @@ void CheckAttributes(Inspection& inspection, const ElementAtHand& element) {
     if (known.first != nullptr) CheckTwice(inspection, element, known);
   }
   for (const AttributeT& attribute : element.described.attributes) {
-    if (IsRequired(attribute, element) && element.given.IsAbsent(attribute.name)) {
+    if (IsRequired(attribute, element.described, element.parent) &&
+        element.given.IsAbsent(attribute.name)) {
       ReportMissing(inspection, element, attribute);
     }
   }

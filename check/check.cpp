@@ -97,6 +97,7 @@ void MoveSorted(const LoadPoint& loadpoint, std::vector<Finding>&& findings,
            left.place.span == right.place.span && left.message == right.message;
   };
   const auto end = std::unique(findings.begin(), findings.end(), isSame);
+  report.reserve(report.size() + static_cast<std::size_t>(end - findings.begin()));
   std::move(findings.begin(), end, std::back_inserter(report));
 }
 

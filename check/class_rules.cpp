@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "check/inspection.h"
+#include "check/placement.h"
 #include "check/wording.h"
 #include "platform/dlm.h"
 
@@ -24,12 +25,6 @@ std::string AffinityShown(std::int32_t affinity) {
     if (word.number == affinity) return word.text;
   }
   return {};
-}
-
-bool IsForbidden(const ElementT& side, std::int32_t affinity) {
-  if (&side == &grammar::kClientSide) return affinity == kMfAgentClass;
-  if (&side == &grammar::kAgentSide) return affinity == kMfAppClass;
-  return affinity != kMfServiceClass;
 }
 
 // ---- Whether a side may be there ---------------------------------------------------------------
@@ -170,7 +165,7 @@ void CheckSides(Inspection& inspection, const ElementAtHand& element) {
       return;
     }
     earlier = child;
-    if (owner.affinity && IsForbidden(*side, *owner.affinity)) {
+    if (owner.affinity && IsSideForbidden(*side, *owner.affinity)) {
       ReportForbidden(inspection, owner, child);
       return;
     }

@@ -86,6 +86,7 @@ ImplementationDeclaration Declarer::Implementation(NodeId node, const ElementT& 
   ForEachChild(node, element, [&](NodeId child, const ElementT& described) {
     if (&described == &grammar::kPreload) implementation.preloads.push_back(Preload(child));
   });
+  implementation.preloads.shrink_to_fit();
   return implementation;
 }
 
@@ -118,6 +119,7 @@ void Declarer::AddModule(NodeId node) {
     if (&described != &grammar::kPlatformModule) return;
     module.implementations.push_back(PlatformModule(child, module.implementations.front()));
   });
+  module.implementations.shrink_to_fit();
   declarations_.modules.push_back(std::move(module));
 }
 

@@ -72,7 +72,8 @@ class TypeRules {
   Span Heading() const {
     const Span all = manifest_.document.doctype;
     const std::size_t end = text_.find_first_of("[>\"'\r\n", all.begin);
-    const std::string_view heading = text_.substr(all.begin, std::min(end, all.end) - all.begin);
+    const std::string_view heading =
+        text_.substr(all.begin, std::min<std::size_t>(end, all.end) - all.begin);
     return {all.begin, all.begin + heading.find_last_not_of(" \t") + 1};
   }
 
@@ -100,7 +101,7 @@ class TypeRules {
       const std::string reference = (entity.isParameter ? '%' : '&') + entity.name;
       if (!isOutside(entity) || !references.contains(reference)) continue;
       // Entities come in the order of their declarations, so that the search goes on where it was.
-      from = std::max(from, Find(entity.name, from).begin);
+      from = std::max<std::size_t>(from, Find(entity.name, from).begin);
       CheckExternal(fmt::format("entity \"{}\"", entity.name), entity.systemId,
                     entity.isParameter ? kBtkUnexpected : kBtkOk, from + entity.name.size());
     }

@@ -1,6 +1,7 @@
 #include "check/files.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -13,9 +14,18 @@ namespace tarnmf::check {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+// Decoding makes three bytes of one at most, and places count in 32 bits.
+constexpr std::uintmax_t kMostBytes = 1'000'000'000;
+
+}  // namespace
+
 // Nothing else than a regular file is opened: reading a pipe or a device might never end.
 std::optional<std::string> DiskFiles::Read(const std::string& path) {
   if (!IsFile(path)) return std::nullopt;
+  std::error_code failure;
+  if (fs::file_size(path, failure) > kMostBytes || failure) return std::nullopt;
   std::ifstream file(path, std::ios::binary);
   if (!file) return std::nullopt;
   std::ostringstream bytes;

@@ -16,7 +16,7 @@ class Files {
  public:
   virtual ~Files() = default;
 
-  // Nothing when the file cannot be read.
+  // Nothing when the file cannot be read, or has more than a gigabyte.
   virtual std::optional<std::string> Read(const std::string& path) = 0;
   // The file read and checked by itself; null when it cannot be read.
   virtual std::shared_ptr<const Manifest> ReadManifest(const std::string& path) = 0;

@@ -108,6 +108,7 @@ std::string AbsolutePath(const std::string& path) {
 std::string ShownPath(const LoadPoint& loadpoint, const std::string& path) {
   const std::string& directory = loadpoint.directory.Path();
   const fs::path there = fs::path(path).lexically_normal();
+  if (fs::path(directory).is_absolute()) return there.string();
   const fs::path below = there.lexically_relative(AbsolutePath(directory));
   return below.empty() ? there.string() : (fs::path(directory) / below).lexically_normal().string();
 }

@@ -56,7 +56,9 @@ std::string Told(std::string_view bytes) {
 
 Place LayoutScan::PlaceOf(Span span) const {
   const std::size_t mark = text_.source.MarkSize();
-  return {&text_.source, {std::max(span.begin, mark) - mark, std::max(span.end, mark) - mark}};
+  return {&text_.source,
+          {std::max<std::size_t>(span.begin, mark) - mark,
+           std::max<std::size_t>(span.end, mark) - mark}};
 }
 
 void LayoutScan::Tell(Rule rule, BtkErrorT code, Span span, std::string message) {

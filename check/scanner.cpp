@@ -31,6 +31,9 @@ class Scanner {
     }
     while (open_.size() > 1)
       CloseLast(text_.size(), text_.size());
+    // Documents are kept while load points are checked, and by editors as long as they are open.
+    document_.nodes.shrink_to_fit();
+    document_.attributes.shrink_to_fit();
   }
 
  private:
@@ -80,8 +83,8 @@ class Scanner {
 
   void CloseLast(std::size_t contentEnd, std::size_t end) {
     Node& node = document_.nodes[open_.back().node];
-    node.content.end = contentEnd;
-    node.span.end = end;
+    node.content = {node.content.begin, contentEnd};
+    node.span = {node.span.begin, end};
     --openNames_[NameOf(node)];
     open_.pop_back();
   }
@@ -154,7 +157,7 @@ class Scanner {
     while (end < node.content.end && IsOfName(text_[end]))
       ++end;
     node.name = {node.content.begin, end};
-    node.content.begin = end;
+    node.content = {end, node.content.end};
   }
 
   void ReadEndTag() {

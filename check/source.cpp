@@ -14,17 +14,18 @@ bool BeginsCodePoint(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
 }
 
-std::vector<std::size_t> LineBegins(std::string_view text) {
-  std::vector<std::size_t> begins{0};
+std::vector<std::uint32_t> LineBegins(std::string_view text) {
+  std::vector<std::uint32_t> begins{0};
   std::size_t feed = text.find('\n');
   std::size_t carriage = text.find('\r');
   while (feed != carriage) {  // both are npos at the end
     const std::size_t end = std::min(feed, carriage);
     const std::size_t next = end == carriage && feed == carriage + 1 ? end + 2 : end + 1;
-    begins.push_back(next);
+    begins.push_back(static_cast<std::uint32_t>(next));
     if (feed < next) feed = text.find('\n', next);
     if (carriage < next) carriage = text.find('\r', next);
   }
+  begins.shrink_to_fit();
   return begins;
 }
 
@@ -47,7 +48,7 @@ Source Source::OfEditedManifest(std::string path, std::string text) {
 
 Source Source::OfText(std::string path, std::string bytes) {
   Source source(std::move(path), std::move(bytes));
-  source.text_ = source.bytes_;
+  source.text_ = std::exchange(source.bytes_, {});
   source.encoding_ = "UTF-8";
   source.IndexText();
   return source;
@@ -64,17 +65,22 @@ void Source::Take(DecodedText decoded) {
   markSize_ = decoded.markSize;
   isDecoded_ = decoded.isKnown;
   isUtf8_ = decoded.isUtf8;
+  if (isUtf8_ && markSize_ == 0) {
+    text_ = std::exchange(bytes_, {});
+    text_.shrink_to_fit();
+  }
   IndexText();
 }
 
 void Source::IndexText() {
   lines_ = LineBegins(text_);
-  std::size_t count = 0;
+  std::uint32_t count = 0;
+  codePoints_.reserve(text_.size() / kStretch + 2);
   for (std::size_t begin = 0; begin < text_.size(); begin += kStretch) {
     codePoints_.push_back(count);
     const auto first = text_.begin() + static_cast<std::ptrdiff_t>(begin);
     const auto size = static_cast<std::ptrdiff_t>(std::min(kStretch, text_.size() - begin));
-    count += static_cast<std::size_t>(std::count_if(first, first + size, BeginsCodePoint));
+    count += static_cast<std::uint32_t>(std::count_if(first, first + size, BeginsCodePoint));
   }
   codePoints_.push_back(count);
 }

@@ -3,6 +3,7 @@
 #define CHECK_SOURCE_H
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,8 +14,13 @@ namespace tarnmf::check {
 // Bytes of a source's text, the end not included. Every place that is remembered is such a span;
 // lines and columns are made of them only to be shown.
 struct Span {
-  std::size_t begin = 0;
-  std::size_t end = 0;
+  // Half as large as sizes: a document has many, and larger texts are not read, see Files.
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;
+
+  constexpr Span() = default;
+  constexpr Span(std::size_t first, std::size_t last)
+      : begin(static_cast<std::uint32_t>(first)), end(static_cast<std::uint32_t>(last)) {}
 
   std::size_t Size() const { return end - begin; }
   bool operator==(const Span&) const = default;
@@ -49,7 +55,7 @@ class Source {
 
   const std::string& Path() const { return path_; }
   // As they stand in the file.
-  const std::string& Bytes() const { return bytes_; }
+  const std::string& Bytes() const { return bytes_.empty() ? text_ : bytes_; }
   // In UTF-8, without the byte order mark.
   const std::string& Text() const { return text_; }
   std::string_view Text(Span span) const {
@@ -80,14 +86,14 @@ class Source {
   std::size_t CodePointsBefore(std::size_t offset) const;
 
   std::string path_;
-  std::string bytes_;
+  std::string bytes_;  // empty: they are the text
   std::string text_;
   std::string encoding_;
   std::optional<DecodingFault> fault_;
-  std::vector<std::size_t> lines_;  // where each begins
+  std::vector<std::uint32_t> lines_;  // where each begins
   // The code points before every stretch of the text, so that a place in a line of megabytes costs
   // no more than one in a short line.
-  std::vector<std::size_t> codePoints_;
+  std::vector<std::uint32_t> codePoints_;
   std::size_t markSize_ = 0;
   bool isDecoded_ = true;
   bool isUtf8_ = true;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "check/inspection.h"
+#include "check/placement.h"
 #include "check/suggestions.h"
 #include "check/values.h"
 #include "check/wording.h"
@@ -145,25 +146,20 @@ void CheckBoolean(Inspection& inspection, const ValueAtHand& value) {
   }
 }
 
-// Containers are services; no class is one.
-bool IsManagedTypeOfClass(const ElementAtHand& element, const AttributeT& attribute) {
-  return &element.described == &grammar::kClass && attribute.words == &grammar::kManagedTypeWords;
-}
-
 void CheckKeyword(Inspection& inspection, const ElementAtHand& element, const ValueAtHand& value) {
   std::vector<std::string_view> admitted;
   for (const grammar::Word& word : value.described.words->list) {
-    const bool isContainer = word.number == kMfContainer;
-    if (isContainer && IsManagedTypeOfClass(element, value.described)) continue;
-    admitted.emplace_back(word.text);
+    if (IsWordAdmitted(word.number, value.described, element.described))
+      admitted.emplace_back(word.text);
   }
   CheckWord(inspection, value, Rule::kBadKeyword, admitted);
 }
 
 void CheckManagedTypeOfClass(Inspection& inspection, const ElementAtHand& element,
                              const ValueAtHand& value) {
-  if (!IsManagedTypeOfClass(element, value.described)) return;
-  if (ReadKeyword(value.text, grammar::kManagedTypeWords) != kMfContainer) return;
+  if (value.described.kind != ValueKind::kKeyword) return;
+  const std::optional<std::int32_t> word = ReadKeyword(value.text, *value.described.words);
+  if (!word || IsWordAdmitted(*word, value.described, element.described)) return;
   ReportValue(inspection, value, Rule::kBadKeyword, kBtkForbidden,
               "only services are containers; expected \"generic\" or \"worker\"");
 }

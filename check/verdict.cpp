@@ -28,7 +28,7 @@ class Judgement {
   Judgement(SettingsFinder& settings, const Levels& levels)
       : settings_(settings), levels_(levels) {}
 
-  Verdict Of(const Report& report) {
+  Verdict Of(Report& report) {
     // Sources in the order of reading, so that the findings about a file's allowances stand with it.
     for (const auto& loadpoint : report.loadpoints) {
       Open(loadpoint->directory, loadpoint->directory.Path());
@@ -39,8 +39,9 @@ class Judgement {
         Open(manifest->source);
     }
     isProcessKnown_ = IsProcessKnown(report);
-    for (const Finding& finding : report.findings)
-      Open(*finding.place.source).findings.push_back(finding);
+    verdict_.findings.reserve(report.findings.size());
+    for (Finding& finding : std::exchange(report.findings, {}))
+      Open(*finding.place.source).findings.push_back(std::move(finding));
     for (const auto& loadpoint : report.loadpoints)
       Allow(*loadpoint);
     for (Part& part : parts_)
@@ -188,7 +189,7 @@ std::size_t Verdict::Count(Severity severity) const {
                     [severity](const Finding& finding) { return finding.severity == severity; }));
 }
 
-Verdict Judge(const Report& report, SettingsFinder& settings, const Levels& levels) {
+Verdict Judge(Report& report, SettingsFinder& settings, const Levels& levels) {
   return Judgement(settings, levels).Of(report);
 }
 

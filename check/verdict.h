@@ -18,7 +18,7 @@ struct AllowedFinding {
   std::string reason;  // as it was written; empty: none
 };
 
-// The sources are the report's.
+// The sources are those of the report.
 struct Verdict {
   std::vector<Finding> findings;        // file by file, in each by their places
   std::vector<AllowedFinding> allowed;  // the same
@@ -26,8 +26,8 @@ struct Verdict {
   std::size_t Count(Severity severity) const;
 };
 
-// `levels` win over the settings of a file's directory.
-Verdict Judge(const Report& report, SettingsFinder& settings, const Levels& levels);
+// `levels` win over the settings of a file's directory. The findings are taken out of the report.
+Verdict Judge(Report& report, SettingsFinder& settings, const Levels& levels);
 
 }  // namespace tarnmf::check
 

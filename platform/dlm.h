@@ -60,6 +60,8 @@ enum btkResolveFlagT : std::uint32_t { kBtkForcePath = 0x1, kBtkExplicitName = 0
 
 /// The type of modules that are shared libraries.
 inline constexpr char kBtkSharedLibType[] = "sharedLib";
+/// The type of modules that are programs.
+inline constexpr char kBtkExecutableType[] = "executable";
 /// True for kBtkSharedLibType, in either letter case; no type and an empty one stand for it.
 inline bool btkIsSharedLibType(const char* type) {
   return type == nullptr || *type == '\0' || btk_strcasecmp(type, kBtkSharedLibType) == 0;

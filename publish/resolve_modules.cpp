@@ -12,7 +12,6 @@
 namespace tarnmf {
 namespace {
 
-constexpr char kExecutableType[] = "executable";
 constexpr char kOwnMachine[] = "";
 // The flags of an implementation that say how its path and name are to be read.
 constexpr std::uint32_t kResolveFlags = kMfImplForcePath | kMfImplExplicitName;
@@ -33,7 +32,7 @@ class ModuleResolver {
   }
 
   void ResolveVariant(const char* machine) {
-    if (module_.type == nullptr || btk_strcasecmp(module_.type, kExecutableType) != 0) return;
+    if (module_.type == nullptr || btk_strcasecmp(module_.type, kBtkExecutableType) != 0) return;
     if (!dlm_.HasMachineVariant(module_.loadpoint, machine)) return;
     if (MfModuleImplT* const variant = FindImplementation(module_, machine)) {
       ResolveTo(*variant, machine);

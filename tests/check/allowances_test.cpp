@@ -24,7 +24,7 @@ std::string Judged(const std::string& name, const std::string& text) {
   directory.Write("pack/" + name, text);
   DiskFiles files;
   SettingsFinder settings(files);
-  const Report report = Check(
+  Report report = Check(
       {(directory.Path() / "process").string(), {(directory.Path() / "pack").string()}}, files);
   const Verdict verdict = Judge(report, settings, Levels());
   std::string shown;

@@ -19,7 +19,7 @@ std::string RulesFound(const char* text, Rule about) {
   const test::Example example(text);
   DiskFiles files;
   SettingsFinder settings(files);
-  const Report report = Check(example.Request(), files);
+  Report report = Check(example.Request(), files);
   const Verdict verdict = Judge(report, settings, Levels());
   std::string rules;
   for (const Finding& finding : verdict.findings) {

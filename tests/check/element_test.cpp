@@ -7,6 +7,7 @@
 #include "tarnmf/ldp_data.h"
 
 #include "check/manifest.h"
+#include "tests/check/marked.h"
 #include "tests/support/documents.h"
 #include "tests/support/parse.h"
 #include "tests/support/random_documents.h"
@@ -34,24 +35,6 @@ std::vector<FileCase> Cases(const char* file) {
   return test::ReadCaseFile(std::string(TARNMF_CASES) + "/" + file);
 }
 
-// What was found, in the notation of the case files: the document with a "^" before each place, and
-// the rules with their codes.
-std::string Marked(const Manifest& manifest, const std::vector<Finding>& findings) {
-  std::string text = manifest.source.Text();
-  std::string rules;
-  std::vector<std::size_t> places;
-  for (const Finding& finding : findings) {
-    if (!rules.empty()) rules += " / ";
-    rules += Describe(finding.rule).name;
-    if (finding.code != kBtkOk) rules += " " + std::to_string(finding.code);
-    places.push_back(finding.place.span.begin);
-  }
-  std::sort(places.rbegin(), places.rend());
-  for (const std::size_t place : places)
-    text.insert(place, "^");
-  return (rules.empty() ? "nothing" : rules) + " <= " + text;
-}
-
 TEST(ElementRules, FindWhatTheCasesSay) {
   for (const FileCase& one : Cases("elements.cases")) {
     const std::string document = DocumentOf(one.input);
@@ -64,7 +47,7 @@ TEST(ElementRules, FindWhatTheCasesSay) {
       return finding.severity != Severity::kError &&
              (finding.rule == Rule::kDoctype || finding.rule == Rule::kEncoding);
     });
-    EXPECT_EQ(Marked(*manifest, findings), one.result + " <= " + document) << one.name;
+    EXPECT_EQ(test::Marked(manifest->source, findings), one.result + " <= " + document) << one.name;
   }
 }
 
@@ -147,7 +130,7 @@ std::string Disagreement(const std::string& document, BtkErrorT code) {
   const bool hasCode = !codes.empty() && *codes.rbegin() != kBtkOk;
   const bool agrees = code == kBtkOk ? !hasCode : codes.contains(code) || codes.contains(kBtkOk);
   if (agrees) return {};
-  return std::to_string(code) + ": " + Marked(*manifest, manifest->findings);
+  return std::to_string(code) + ": " + test::Marked(manifest->source, manifest->findings);
 }
 
 // An exception of the XML library stands for a document that cannot be read.

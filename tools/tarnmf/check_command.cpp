@@ -187,7 +187,7 @@ int RunCheck(const CheckOptions& options) {
   }
   // Read anew, since files may have been fixed.
   DiskFiles current;
-  const Report report = Check(request, current);
+  Report report = Check(request, current);
   const Verdict verdict = Judge(report, finder, levels);
   if (!options.diff) Print(verdict, options);
   return allStored ? Status(verdict, options.strict) : 1;

@@ -92,10 +92,9 @@ class Fingerprints {
   // Of a line without an end, a part is enough.
   static Span Around(const Source& source, std::size_t place) {
     constexpr std::size_t kMostBytes = 100;  // on either side
-    Span around = source.Line(source.At(place).line);
-    if (place - around.begin > kMostBytes) around.begin = place - kMostBytes;
-    if (around.end > place + kMostBytes) around.end = place + kMostBytes;
-    return around;
+    const Span line = source.Line(source.At(place).line);
+    return {place - std::min(place - line.begin, kMostBytes),
+            std::min<std::size_t>(line.end, place + kMostBytes)};
   }
 
   static std::uint64_t Mixed(std::uint64_t hash, std::string_view text) {

@@ -44,18 +44,18 @@ struct Excerpt {
 Excerpt ExcerptOf(const Source& source, Span place) {
   const Span line = source.Line(source.At(place.begin).line);
   const std::size_t begin = std::min(place.begin, line.end);
-  const std::size_t end = std::clamp(place.end, begin, line.end);
+  const std::size_t end = std::clamp<std::size_t>(place.end, begin, line.end);
   const std::string& text = source.Text();
   Span shown = line;
   if (line.Size() > kLongLine) {
-    if (begin - line.begin > kBytesBefore) shown.begin = begin - kBytesBefore;
-    if (line.end - begin > kBytesAfter) shown.end = begin + kBytesAfter;
+    shown = {begin - std::min(begin - line.begin, kBytesBefore),
+             begin + std::min(line.end - begin, kBytesAfter)};
   }
   while (shown.begin < begin && Continues(text[shown.begin]))
     ++shown.begin;
   while (shown.end < line.end && shown.end > begin && Continues(text[shown.end]))
     --shown.end;
-  const std::size_t markedEnd = std::min(end, shown.end);
+  const std::size_t markedEnd = std::min<std::size_t>(end, shown.end);
   return {source.Text({shown.begin, begin}), source.Text({begin, markedEnd}),
           source.Text({markedEnd, shown.end}), shown.begin != line.begin, shown.end != line.end};
 }

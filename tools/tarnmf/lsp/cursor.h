@@ -21,12 +21,13 @@ struct Cursor {
 
   Where where = Where::kNowhere;
   // What is written of the name, of the value between its quotes, or of the word in a content; an
-  // empty span at the place when nothing is. In a content, a "<" before the place is not part of it.
+  // empty span at the place when nothing is. A value that lacks its closing quote ends with the word
+  // at the place.
   tarnmf::check::Span word;
-  // Of the tag; in a content, of the element around it, kDocumentNode outside the root.
+  // The element of the start tag; kNoNode when nothing of its name is there yet. For an end tag and in
+  // a content the innermost element that is open there, kDocumentNode outside the root.
   tarnmf::check::NodeId node = tarnmf::check::kNoNode;
-  // kNoNode for kElementName when nothing of the name is there yet: then, and in general, the element
-  // in which the tag stands.
+  // The element in which that stands.
   tarnmf::check::NodeId parent = tarnmf::check::kNoNode;
   const tarnmf::check::Attribute* attribute = nullptr;  // of a name or value that is there
   // As the grammar knows them where they stand; null: it does not.
@@ -37,6 +38,10 @@ struct Cursor {
 
 // The offset is one of the manifest's text; the end of it is a place, too.
 Cursor CursorAt(const tarnmf::check::Manifest& manifest, std::size_t offset);
+
+// Whether the start tag of an element has its ">". What follows one that has not stands in the element
+// as long as that is half typed.
+bool HasWholeStartTag(const tarnmf::check::Document& document, tarnmf::check::NodeId element);
 
 // The element as the grammar knows it where it stands; null when it does not. Of the document node
 // grammar::kDocument.

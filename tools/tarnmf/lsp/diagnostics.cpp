@@ -1,10 +1,17 @@
 #include "tools/tarnmf/lsp/diagnostics.h"
 
 #include <algorithm>
+#include <deque>
+#include <fmt/format.h>
+#include <functional>
+#include <iterator>
+#include <set>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "check/rules.h"
+#include "tools/tarnmf/lsp/uri.h"
 
 namespace tool::lsp {
 namespace {
@@ -40,6 +47,7 @@ class Places {
     }
   }
 
+  bool IsDirectory(const Place& place) const { return directories_.contains(place.source); }
   // Without a source where there is nothing to show it at.
   Place Shown(const Place& place) const {
     const auto found = directories_.find(place.source);
@@ -59,6 +67,53 @@ Finding AtShownPlaces(Finding finding, const Places& places) {
   return finding;
 }
 
+// The findings of a process by file.
+class FoundByFile {
+ public:
+  explicit FoundByFile(const Process& process) {
+    const Places places(process.report);
+    for (const Finding& finding : process.verdict.findings) {
+      const bool isMoved =
+          places.IsDirectory(finding.place) ||
+          std::any_of(finding.related.begin(), finding.related.end(),
+                      [&](const Related& related) { return places.IsDirectory(related.place); });
+      const Finding* shown = &finding;
+      if (isMoved) shown = &moved_.emplace_back(AtShownPlaces(finding, places));
+      if (shown->place.source != nullptr) files_[shown->place.source->Path()].push_back(shown);
+    }
+  }
+
+  const std::map<std::string_view, std::vector<const Finding*>>& Files() const { return files_; }
+
+ private:
+  std::deque<Finding> moved_;
+  std::map<std::string_view, std::vector<const Finding*>> files_;
+};
+
+void AppendPlace(const Place& place, std::string& text) {
+  for (const std::size_t offset : {place.span.begin, place.span.end}) {
+    const tarnmf::check::Position at = place.source->At(offset);
+    fmt::format_to(std::back_inserter(text), "{} {} ", at.line, at.column);
+  }
+}
+
+// Of everything that the editor is told. The texts that the places lie in may have changed, too.
+std::size_t Fingerprint(const std::vector<const Finding*>& findings) {
+  std::string text;
+  for (const Finding* finding : findings) {
+    AppendPlace(finding->place, text);
+    fmt::format_to(std::back_inserter(text), "{} {} {} {}\n", static_cast<int>(finding->rule),
+                   static_cast<int>(finding->severity), static_cast<int>(finding->code),
+                   finding->message);
+    for (const Related& related : finding->related) {
+      AppendPlace(related.place, text);
+      fmt::format_to(std::back_inserter(text), "{} {}\n", related.place.source->Path(),
+                     related.message);
+    }
+  }
+  return text.empty() ? 0 : std::max<std::size_t>(std::hash<std::string>()(text), 1);
+}
+
 }  // namespace
 
 Json Diagnostic(const Finding& finding, const Editor& editor) {
@@ -76,45 +131,41 @@ Json Diagnostic(const Finding& finding, const Editor& editor) {
   return diagnostic;
 }
 
-std::map<std::string, DiagnosticsPublisher::Shown> DiagnosticsPublisher::Current(
-    const Workspace& workspace) const {
-  std::map<std::string, Json> byPath;
+void DiagnosticsPublisher::Publish(const Workspace& workspace, const Send& send) {
+  std::deque<FoundByFile> processes;
+  std::map<std::string, const std::vector<const Finding*>*> found;  // by URI
+  std::set<std::string_view> told;  // a file of two processes is shown as in the first one
   for (const auto& process : workspace.Processes()) {
-    const Places places(process->report);
-    std::map<std::string, Json> found;
-    for (const Finding& each : process->verdict.findings) {
-      const Finding finding = AtShownPlaces(each, places);
-      if (finding.place.source == nullptr) continue;
-      Json& diagnostics =
-          found.try_emplace(finding.place.source->Path(), Json::array()).first->second;
-      diagnostics.push_back(Diagnostic(finding, editor_));
+    processes.emplace_back(*process);
+    for (const auto& [path, findings] : processes.back().Files()) {
+      if (!told.insert(path).second) continue;
+      const std::vector<const OpenDocument*> open = documents_.OfPath(path);
+      for (const OpenDocument* document : open)
+        found.emplace(document->uri, &findings);
+      if (open.empty()) found.emplace(UriOfPath(path), &findings);
     }
-    byPath.merge(std::move(found));  // a file of two processes is shown as in the first one
   }
   std::map<std::string, Shown> current;
   for (const auto& [uri, document] : documents_.All())
     current[uri].version = document.version;
-  for (auto& [path, diagnostics] : byPath) {
-    const std::vector<const OpenDocument*> open = documents_.OfPath(path);
-    for (const OpenDocument* document : open)
-      current[document->uri].diagnostics = diagnostics;
-    if (open.empty()) current[editor_.UriOf(path)].diagnostics = std::move(diagnostics);
-  }
-  return current;
-}
+  for (const auto& [uri, findings] : found)
+    current[uri].fingerprint = Fingerprint(*findings);
 
-void DiagnosticsPublisher::Publish(const Workspace& workspace, const Send& send) {
-  std::map<std::string, Shown> current = Current(workspace);
+  const auto tell = [&](const std::string& uri, std::optional<std::int64_t> version) {
+    Json params = {{"uri", uri}, {"diagnostics", Json::array()}};
+    if (const auto findings = found.find(uri); findings != found.end()) {
+      for (const Finding* finding : *findings->second)
+        params["diagnostics"].push_back(Diagnostic(*finding, editor_));
+    }
+    if (version) params["version"] = *version;
+    send(std::move(params));
+  };
   for (const auto& [uri, before] : shown_) {
-    if (!current.contains(uri) && !before.diagnostics.empty())
-      send({{"uri", uri}, {"diagnostics", Json::array()}});
+    if (before.fingerprint != 0 && !current.contains(uri)) tell(uri, std::nullopt);
   }
   for (const auto& [uri, now] : current) {
     const auto before = shown_.find(uri);
-    if (before != shown_.end() && before->second == now) continue;
-    Json params = {{"uri", uri}, {"diagnostics", now.diagnostics}};
-    if (now.version) params["version"] = *now.version;
-    send(std::move(params));
+    if (before == shown_.end() || before->second != now) tell(uri, now.version);
   }
   shown_ = std::move(current);
 }

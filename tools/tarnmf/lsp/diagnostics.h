@@ -17,7 +17,8 @@ namespace tool::lsp {
 
 Json Diagnostic(const tarnmf::check::Finding& finding, const Editor& editor);
 
-// Keeps in mind what the editor shows.
+// Keeps in mind what the editor shows, as fingerprints: most files have the same findings after most
+// changes, and what is not sent is not made.
 class DiagnosticsPublisher {
  public:
   using Send = std::function<void(Json params)>;
@@ -32,16 +33,14 @@ class DiagnosticsPublisher {
  private:
   struct Shown {
     std::optional<std::int64_t> version;  // of an open document
-    Json diagnostics = Json::array();
+    std::size_t fingerprint = 0;          // of the findings; 0: there are none
 
     bool operator==(const Shown&) const = default;
   };
 
-  std::map<std::string, Shown> Current(const Workspace& workspace) const;  // by URI
-
   const Editor& editor_;
   const Documents& documents_;
-  std::map<std::string, Shown> shown_;
+  std::map<std::string, Shown> shown_;  // by URI
 };
 
 }  // namespace tool::lsp

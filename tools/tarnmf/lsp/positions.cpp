@@ -51,7 +51,7 @@ Position PositionAt(const tarnmf::check::Source& source, std::size_t offset,
                     PositionEncoding encoding) {
   const std::size_t line = source.At(offset).line;
   const tarnmf::check::Span whole = source.Line(line);
-  const std::size_t end = std::clamp(offset, whole.begin, whole.end);
+  const std::size_t end = std::clamp<std::size_t>(offset, whole.begin, whole.end);
   return {static_cast<std::uint32_t>(line - 1), UnitsIn(source.Text({whole.begin, end}), encoding)};
 }
 

@@ -171,10 +171,12 @@ std::string Workspace::LoadPointOf(const std::string& directory) {
 void Workspace::Refresh() {
   for (const auto& process : processes_) {
     if (!process->isStale) continue;
-    Report report = Check(process->request, files_);
+    // What was found before makes room first.
+    process->verdict = {};
+    process->report = {};
+    process->report = Check(process->request, files_);
     SettingsFinder settings(files_);
-    process->verdict = Judge(report, settings, Levels());
-    process->report = std::move(report);
+    process->verdict = Judge(process->report, settings, Levels());
     process->isStale = false;
   }
   stored_.ForgetUnused();
