@@ -73,7 +73,9 @@ test('names lead to their declarations and uses', async () => {
   client.open(halves, stored['pack/halves.tmfx']);
   assert.deepEqual(written(await client.askAt('definition', halves, kClass)),
     ['service.tmfx: ' + kClass]);
-  client.replace(uri, manifest(module('ws.host')));
+  client.replace(uri, manifest(module(kClass)));  // of another kind
+  assert.deepEqual(written(await client.askAt('definition', uri, kClass)),
+    ['service.tmfx: ' + kClass]);
   assert.deepEqual(await client.askAt('definition', halves, 'ws.client"/>'),
     [{uri: halves, range: rangeOf(client.texts.get(halves), 'ws.client')}]);
   await client.stop();
