@@ -26,8 +26,11 @@ Json Parse(const std::string& text) {
 
 }  // namespace
 
-Connection::Connection(std::istream& in, std::ostream& out)
-    : in_(in), out_(out), reader_([this] { ReadAll(); }) {}
+Connection::Connection(std::istream& in, std::ostream& out) : in_(in), out_(out) {
+  // Standard input flushes standard output while it waits, and knows nothing of the other thread.
+  in_.tie(nullptr);
+  reader_ = std::thread([this] { ReadAll(); });
+}
 
 Connection::~Connection() {
   reader_.join();

@@ -14,7 +14,7 @@ namespace tool::lsp {
 namespace {
 
 constexpr std::size_t kMostHeaderBytes = 4096;
-constexpr std::size_t kPiece = 64U * 1024;
+constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
 Frame Broken(std::string sentence) {
   return {Frame::Kind::kBroken, std::move(sentence)};

@@ -12,7 +12,7 @@
 namespace tool::lsp {
 
 // Larger ones are refused rather than waited for.
-inline constexpr std::size_t kMostMessageBytes = 256U * 1024 * 1024;
+inline constexpr std::size_t kMostMessageBytes = std::size_t{256} * 1024 * 1024;
 
 struct Frame {
   enum class Kind {
