@@ -7,6 +7,9 @@ build_packages=(
   libgtest-dev libgmock-dev
 )
 test_packages=(neovim)
+# Some machines have these commands from elsewhere.
+command -v node >/dev/null || test_packages+=(nodejs)
+command -v npm >/dev/null || test_packages+=(npm)
 # Tools that the results depend on: version 14, or the system's own where it has no such package.
 format_packages=(clang-format-14)
 bench_packages=(python3 valgrind)

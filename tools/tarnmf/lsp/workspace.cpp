@@ -33,8 +33,10 @@ std::vector<std::string> PathsOf(const Request& request) {
 }  // namespace
 
 bool Process::Includes(const std::string& path) const {
-  return request.loadpoint == path ||
-         std::find(request.paths.begin(), request.paths.end(), path) != request.paths.end();
+  const std::string directory = DirectoryOf(path);
+  return request.loadpoint == directory ||
+         std::any_of(request.paths.begin(), request.paths.end(),
+                     [&](const std::string& each) { return each == path || each == directory; });
 }
 
 Workspace::Workspace(const Request& given) {
@@ -88,7 +90,8 @@ void Workspace::Close(const std::string& path) {
 
 void Workspace::Notice(const std::string& path) {
   stored_.Forget(path);
-  if (Process* const process = ProcessWith(path)) process->isStale = true;
+  for (const auto& process : processes_)
+    process->isStale = process->isStale || process->Includes(path);
   isStale_ = true;
 }
 
@@ -99,10 +102,8 @@ void Workspace::NoticeAll() {
 }
 
 Process* Workspace::ProcessWith(const std::string& path) const {
-  const std::string directory = DirectoryOf(path);
-  const auto found = std::find_if(processes_.begin(), processes_.end(), [&](const auto& process) {
-    return process->Includes(path) || process->Includes(directory);
-  });
+  const auto found = std::find_if(processes_.begin(), processes_.end(),
+                                  [&](const auto& process) { return process->Includes(path); });
   return found != processes_.end() ? found->get() : nullptr;
 }
 

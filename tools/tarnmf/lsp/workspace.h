@@ -23,7 +23,7 @@ struct Process {
   tarnmf::check::Verdict verdict;
   bool isStale = true;
 
-  // Whether it is one of the load points, or a file that is checked by itself.
+  // Whether the file is one of a load point, or is checked by itself.
   bool Includes(const std::string& path) const;
 };
 
@@ -55,7 +55,7 @@ class Workspace {
 
   // As they were at the last refreshment.
   const std::vector<std::unique_ptr<Process>>& Processes() const { return processes_; }
-  // The one that the file belongs to, or null.
+  // The first one that the file belongs to, or null.
   Process* ProcessWith(const std::string& path) const;
   // What is wrong with settings files, in sentences.
   const std::set<std::string>& SettingsFaults() const { return settingsFaults_; }
