@@ -27,6 +27,9 @@ struct Frame {
 // Blocks until a whole message is there.
 Frame ReadFrame(std::istream& stream);
 
+// Throws std::exception for what is no JSON.
+Json ParseMessage(const std::string& text);
+
 // With its header. What is no UTF-8 in it becomes U+FFFD.
 std::string Framed(const Json& message);
 
