@@ -6,16 +6,15 @@ build_packages=(
   libcli11-dev nlohmann-json3-dev libfmt-dev
   libgtest-dev libgmock-dev
 )
+test_packages=(neovim)
+# Some machines have these commands from elsewhere.
+command -v node >/dev/null || test_packages+=(nodejs)
+command -v npm >/dev/null || test_packages+=(npm)
 # Tools that the results depend on: version 14, or the system's own where it has no such package.
 format_packages=(clang-format-14)
 bench_packages=(python3 valgrind)
 check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev doxygen graphviz trang jing libxml2-utils
-  python3-jsonschema)
-
-# For tests of the language server. Some machines have these commands from elsewhere.
-client_packages=()
-command -v node >/dev/null || client_packages+=(nodejs)
-command -v npm >/dev/null || client_packages+=(npm)
+  python3-jsonschema emacs-nox elpa-eglot)
 
 is_installed() {
   dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null | grep -qx installed

@@ -7,25 +7,6 @@
 #include "tools/tarnmf/lsp/transport.h"
 
 namespace tool::lsp {
-namespace {
-
-// Deeper ones are no messages of the protocol, and would take the stack with them.
-constexpr int kMostDepth = 200;
-
-class TooDeep : public std::exception {
- public:
-  const char* what() const noexcept override { return "the message is nested too deeply"; }
-};
-
-Json Parse(const std::string& text) {
-  return Json::parse(text, [](int depth, Json::parse_event_t, Json&) {
-    if (depth > kMostDepth) throw TooDeep();
-    return true;
-  });
-}
-
-}  // namespace
-
 Connection::Connection(std::istream& in, std::ostream& out) : in_(in), out_(out) {
   // Standard input flushes standard output while it waits, and knows nothing of the other thread.
   in_.tie(nullptr);
@@ -59,7 +40,7 @@ bool Connection::ReadOne() {
         queue_.Push({Incoming::Kind::kBroken, frame.text});
         return false;
       case Frame::Kind::kMessage:
-        return Take(Parse(frame.text));
+        return Take(ParseMessage(frame.text));
     }
   } catch (const std::exception& error) {
     queue_.Push({Incoming::Kind::kNoJson, error.what()});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <exception>
 #include <fmt/format.h>
 #include <optional>
 #include <string_view>
@@ -14,7 +15,7 @@ namespace tool::lsp {
 namespace {
 
 constexpr std::size_t kMostHeaderBytes = 4096;
-constexpr std::size_t kPiece = 64U * 1024;
+constexpr std::size_t kPiece = std::size_t{64} * 1024;
 
 Frame Broken(std::string sentence) {
   return {Frame::Kind::kBroken, std::move(sentence)};
@@ -53,6 +54,14 @@ std::optional<std::size_t> ContentLength(std::string_view header) {
   return std::nullopt;
 }
 
+// Deeper ones are no messages of the protocol, and would take the stack with them.
+constexpr int kMostDepth = 200;
+
+class TooDeep : public std::exception {
+ public:
+  const char* what() const noexcept override { return "the message is nested too deeply"; }
+};
+
 }  // namespace
 
 Frame ReadFrame(std::istream& stream) {
@@ -71,6 +80,13 @@ Frame ReadFrame(std::istream& stream) {
     if (!stream) return Broken("the input breaks off in a message");
   }
   return {Frame::Kind::kMessage, std::move(body)};
+}
+
+Json ParseMessage(const std::string& text) {
+  return Json::parse(text, [](int depth, Json::parse_event_t, Json&) {
+    if (depth > kMostDepth) throw TooDeep();
+    return true;
+  });
 }
 
 std::string Framed(const Json& message) {

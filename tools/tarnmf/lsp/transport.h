@@ -12,7 +12,7 @@
 namespace tool::lsp {
 
 // Larger ones are refused rather than waited for.
-inline constexpr std::size_t kMostMessageBytes = 256U * 1024 * 1024;
+inline constexpr std::size_t kMostMessageBytes = std::size_t{256} * 1024 * 1024;
 
 struct Frame {
   enum class Kind {
@@ -26,6 +26,9 @@ struct Frame {
 
 // Blocks until a whole message is there.
 Frame ReadFrame(std::istream& stream);
+
+// Throws std::exception for what is no JSON.
+Json ParseMessage(const std::string& text);
 
 // With its header. What is no UTF-8 in it becomes U+FFFD.
 std::string Framed(const Json& message);
