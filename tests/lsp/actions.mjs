@@ -120,3 +120,18 @@ test('what the library accepts can be allowed where it stands', async () => {
     await client.stop();
   });
 });
+
+test('places of a layout file that begins with a byte order mark', async () => {
+  const text = '\uFEFF# of the old machines\nbitz = 3\n';
+  const folder = new Folder({'pack/.installed': text, 'pack/a.tmfx': manifest('')});
+  const uri = folder.uri('pack/.installed');
+  const client = await Client.start();
+  client.open(uri, text);
+  const {start} = await client.eventually(() => {
+    const [, finding] = client.published.get(uri)?.diagnostics ?? [];
+    assert.equal(finding?.range.start.line, 1);
+    return finding.range;
+  });
+  assert.notDeepEqual(await actionsFor(client, uri, {start, end: start}, ['quickfix']), []);
+  await client.stop();
+});

@@ -214,10 +214,10 @@ TEST(Completion, OffersWhatMayStandThere) {
           fmt::format("<class id=\"$1\" affinity=\"{}\">{}</class>", affinity, sides)));
   }
   const std::string module = "<Module id=\"m\" name=\"m\"/>";
-  for (const std::string& content :
-       {std::string("<clientside moduleref=\"m\">|</clientside>"),
-        "<clientside multiplicity=\"perLdp\">" + module + "|</clientside>"})
-    walk.Compare(test::DocumentOf("<class id=\"$1\">" + content + "</class>"));
+  const std::string holder = "<clientside multiplicity=\"perLdp\">";
+  for (const std::string& content : {std::string("<clientside moduleref=\"m\">|</clientside>"),
+                                     holder + module + "|</clientside>"})
+    walk.Compare(test::DocumentOf(fmt::format("<class id=\"$1\">{}</class>", content)));
   const std::string other = "<module id=\"o\" name=\"m\"/>";
   for (const std::string& content :
        {module + "|", "|" + module, "<modules/>|" + module, module + "<modules/>|",

@@ -10,6 +10,9 @@ import sys
 import tempfile
 from pathlib import Path
 
+from editor import Session
+
+TOOL = "build/release/tools/tarnmf/tarnmf"
 FOLDER = Path("build/release/bench")
 RESULTS = FOLDER / "results.json"
 COST_SIZES = (1, 10, 100, 1_000, 10_000, 100_000)
@@ -147,10 +150,29 @@ def tool(table, folder):
               [command("check", large) for _ in range(5)], 1.0)
 
 
-def command(name, loadpoint):
+def editor(table, folder):
+    """From a change in one file to the findings of its load point; the server waits for 0.15 of that
+    whether another change comes."""
+    path = manifests(folder / "20000", 1000, 8, 8, 4)
+    file = path / "500.tmfx"
+    text = sum(each.stat().st_size for each in path.glob("*.tmfx"))
+    pairs, peaks = [], []
+    for _ in range(3):
+        session = Session(TOOL, path)
+        session.open(file)
+        pairs += [(session.change(), command("check", path, file)) for _ in range(4)]
+        peaks.append(session.peak_bytes() / text)
+        session.close()
+    table.add("seconds from an edit to the findings, 1,000 files, 20,000 records",
+              [seconds for seconds, _ in pairs], 0.3)
+    table.add("the same / tarnmf check of the file with its load point", ratios(pairs), 1.0)
+    table.add("memory of tarnmf lsp / text, the same files", peaks, 10.0)
+
+
+def command(name, loadpoint, *paths):
     """Seconds."""
     before = os.times()
-    subprocess.run(["build/release/tools/tarnmf/tarnmf", name, "--loadpoint", loadpoint],
+    subprocess.run([TOOL, name, "--loadpoint", loadpoint, *paths],
                    stdout=subprocess.DEVNULL, check=True)
     after = os.times()
     return (after.children_user + after.children_system
@@ -189,6 +211,7 @@ def main():
         lookup(table)
         plugin_loader(table, folder)
         tool(table, folder)
+        editor(table, folder)
     results |= {"load_after": load(), "figures": table.figures}
     RESULTS.write_text(json.dumps(results, indent=2, ensure_ascii=False) + "\n")
     missed = [figure["title"] for figure in table.figures if figure["verdict"] == "MISSED"]

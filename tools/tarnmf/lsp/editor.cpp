@@ -5,13 +5,14 @@
 #include <utility>
 
 #include "tools/tarnmf/lsp/uri.h"
+#include "tools/tarnmf/lsp/workspace.h"
 
 namespace tool::lsp {
 namespace {
 
 using namespace tarnmf::check;
 
-// Sources are without it; an editor's text may begin with it.
+// Sources of manifests are without it; an editor's text may begin with it.
 constexpr std::string_view kMark = "\xEF\xBB\xBF";
 
 }  // namespace
@@ -59,8 +60,9 @@ Json Editor::LocationOf(const Source& source, Span span) const {
 
 std::size_t Editor::OffsetIn(const OpenDocument& document, const Json& position) const {
   const std::size_t offset = document.text.OffsetAt(ReadPosition(position), abilities.encoding);
-  const std::size_t mark = document.text.Text().starts_with(kMark) ? kMark.size() : 0;
-  return offset - std::min(offset, mark);
+  const bool isMarked =
+      Workspace::IsManifest(document.path) && document.text.Text().starts_with(kMark);
+  return offset - std::min(offset, isMarked ? kMark.size() : 0);
 }
 
 Json Editor::TextEdits(const FileEdits& edits) const {

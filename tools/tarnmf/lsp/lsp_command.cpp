@@ -22,6 +22,7 @@ int RunLsp(const ProcessOptions& options) {
   lsp::Server server({options.loadpoint, options.installations, false},
                      [&](const lsp::Json& message) { connection.Send(message); });
   while (!server.IsDone()) {
+    if (server.IsCheckOverdue()) server.Check();
     if (const std::optional<lsp::Incoming> incoming = connection.Next(server.CheckTime())) {
       if (incoming->kind == lsp::Incoming::Kind::kBroken)
         TellSentence(incoming->json.get_ref<const std::string&>());

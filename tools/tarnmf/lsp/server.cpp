@@ -224,6 +224,10 @@ void Server::CheckAfter(Clock::duration pause) {
   checkTime_ = std::min(now + pause, *firstChange_ + kLongest);
 }
 
+bool Server::IsCheckOverdue() const {
+  return firstChange_ && Clock::now() >= *firstChange_ + kLongest;
+}
+
 void Server::Check() {
   firstChange_.reset();
   checkTime_.reset();

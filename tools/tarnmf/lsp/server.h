@@ -30,6 +30,8 @@ class Server {
 
   // When to check what has changed: once the editor has paused for a moment, or has gone on for long.
   std::optional<Clock::time_point> CheckTime() const { return checkTime_; }
+  // Whether that is not to wait for messages that have come already.
+  bool IsCheckOverdue() const;
   // Checks, and sends what is found.
   void Check();
 
