@@ -33,8 +33,9 @@ std::shared_ptr<const Manifest> EditedFiles::ReadManifest(const std::string& pat
 }
 
 // With those that are not stored yet.
-std::vector<std::string> EditedFiles::ManifestsIn(const std::string& directory) {
-  std::vector<std::string> names = stored_.ManifestsIn(directory);
+ManifestList EditedFiles::ManifestsIn(const std::string& directory) {
+  ManifestList list = stored_.ManifestsIn(directory);
+  std::vector<std::string>& names = list.names;
   const auto stored = static_cast<std::ptrdiff_t>(names.size());
   for (const auto& [path, file] : edited_) {
     const fs::path written(path);
@@ -44,7 +45,14 @@ std::vector<std::string> EditedFiles::ManifestsIn(const std::string& directory) 
       names.push_back(std::move(name));
   }
   std::sort(names.begin(), names.end());
-  return names;
+  std::erase_if(list.unlisted, [this](const ManifestList::Unlisted& unlisted) {
+    return edited_.contains(unlisted.path);
+  });
+  return list;
+}
+
+std::optional<std::string> EditedFiles::WhyUnreadable(const std::string& path) {
+  return edited_.contains(path) ? std::nullopt : stored_.WhyUnreadable(path);
 }
 
 bool EditedFiles::IsFile(const std::string& path) {

@@ -26,7 +26,8 @@ class EditedFiles final : public Files {
 
   std::optional<std::string> Read(const std::string& path) override;
   std::shared_ptr<const Manifest> ReadManifest(const std::string& path) override;
-  std::vector<std::string> ManifestsIn(const std::string& directory) override;
+  ManifestList ManifestsIn(const std::string& directory) override;
+  std::optional<std::string> WhyUnreadable(const std::string& path) override;
   bool IsFile(const std::string& path) override;
   bool IsDirectory(const std::string& path) override { return stored_.IsDirectory(path); }
   std::vector<std::string> NamesIn(const std::string& directory) override {

@@ -309,12 +309,15 @@ bool IsTooLong(const std::string& path) {
 
 void CheckFiles(const LoadPoint& loadpoint, Files& files, std::vector<Finding>& findings) {
   if (loadpoint.role == LoadPoint::Role::kUnknown || loadpoint.path.empty()) return;
-  if (loadpoint.role == LoadPoint::Role::kProcess && IsTooLong(loadpoint.path)) {
-    findings.push_back(
-        Found(Rule::kPathTooLong, kBtkOk, {&loadpoint.directory, {}},
-              fmt::format("the process has no load point: its path has more than {} UTF-16 units",
-                          kPathUnits - 1)));
-    return;
+  if (IsTooLong(loadpoint.path)) {
+    const bool isProcess = loadpoint.role == LoadPoint::Role::kProcess;
+    findings.push_back(Found(
+        Rule::kPathTooLong, kBtkOk, {&loadpoint.directory, {}},
+        fmt::format("{}: its path has more than {} UTF-16 units",
+                    isProcess ? "the process has no load point"
+                              : "a process that has this as its own load point would have none",
+                    kPathUnits - 1)));
+    if (isProcess) return;
   }
   // Where the folder itself is not there, its files need not be told one by one.
   if (!files.IsDirectory(loadpoint.path)) return;

@@ -1,6 +1,7 @@
 #include "check/files.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -44,12 +45,29 @@ std::shared_ptr<const Manifest> DiskFiles::ReadManifest(const std::string& path)
   return place->second;
 }
 
-std::vector<std::string> DiskFiles::ManifestsIn(const std::string& directory) {
+ManifestList DiskFiles::ManifestsIn(const std::string& directory) {
   const btkFSList list(btkFSEntry(directory.c_str()), "*.tmfx");
-  std::vector<std::string> names;
+  ManifestList manifests;
   for (unsigned i = 0; i < list.Count(); ++i)
-    names.emplace_back(list[i].GetTail().Text());
-  return names;
+    manifests.names.emplace_back(list[i].GetTail().Text());
+  for (unsigned i = 0; i < list.ProblemCount(); ++i) {
+    manifests.unlisted.push_back({list.ProblemPlace(i).Path().NarrowText(), list.ProblemText(i)});
+  }
+  return manifests;
+}
+
+std::optional<std::string> DiskFiles::WhyUnreadable(const std::string& path) {
+  std::error_code failure;
+  if (fs::symlink_status(path, failure).type() == fs::file_type::not_found) return std::nullopt;
+  const fs::file_status status = fs::status(path, failure);
+  if (status.type() == fs::file_type::not_found) return "the link leads nowhere";
+  if (failure) return failure.message();
+  if (fs::is_directory(status)) return "this is a directory";
+  if (!fs::is_regular_file(status)) return "this is no regular file";
+  if (fs::file_size(path, failure) > kMostBytes && !failure) return "it has more than a gigabyte";
+  errno = 0;
+  if (std::ifstream(path, std::ios::binary)) return std::nullopt;
+  return std::generic_category().message(errno);
 }
 
 bool DiskFiles::IsFile(const std::string& path) {

@@ -12,6 +12,17 @@
 
 namespace tarnmf::check {
 
+// The "*.tmfx" files of a directory.
+struct ManifestList {
+  struct Unlisted {
+    std::string path;  // of what cannot be listed or is no file; of the directory itself, too
+    std::string why;
+  };
+
+  std::vector<std::string> names;  // not paths; sorted
+  std::vector<Unlisted> unlisted;
+};
+
 class Files {
  public:
   virtual ~Files() = default;
@@ -20,8 +31,9 @@ class Files {
   virtual std::optional<std::string> Read(const std::string& path) = 0;
   // The file read and checked by itself; null when it cannot be read.
   virtual std::shared_ptr<const Manifest> ReadManifest(const std::string& path) = 0;
-  // The names, not the paths, of the "*.tmfx" files of a directory, sorted.
-  virtual std::vector<std::string> ManifestsIn(const std::string& directory) = 0;
+  virtual ManifestList ManifestsIn(const std::string& directory) = 0;
+  // Why something that is there cannot be read as a file. Nothing: it is not there, or can be.
+  virtual std::optional<std::string> WhyUnreadable(const std::string& path) = 0;
   virtual bool IsFile(const std::string& path) = 0;
   virtual bool IsDirectory(const std::string& path) = 0;
   // The names in a directory, for suggestions.
@@ -35,7 +47,8 @@ class DiskFiles final : public Files {
  public:
   std::optional<std::string> Read(const std::string& path) override;
   std::shared_ptr<const Manifest> ReadManifest(const std::string& path) override;
-  std::vector<std::string> ManifestsIn(const std::string& directory) override;
+  ManifestList ManifestsIn(const std::string& directory) override;
+  std::optional<std::string> WhyUnreadable(const std::string& path) override;
   bool IsFile(const std::string& path) override;
   bool IsDirectory(const std::string& path) override;
   std::vector<std::string> NamesIn(const std::string& directory) override;

@@ -26,12 +26,19 @@ void LeaveOpen(LoadPoint& loadpoint) {
   loadpoint.isComplete = false;
 }
 
-void TellUnreadable(LoadPoint& loadpoint, const std::string& path) {
+// The library refuses a file of its list that it cannot open; what else cannot be read, it takes for
+// not being there.
+void TellUnreadable(LoadPoint& loadpoint, const std::string& path, BtkErrorT code,
+                    std::string message) {
   loadpoint.unreadable.push_back(std::make_unique<const Source>(Source::OfText(path, "")));
-  loadpoint.findings.push_back(Found(Rule::kUnreadable, kBtkMissing,
-                                     {loadpoint.unreadable.back().get(), {}},
-                                     "the file cannot be read"));
+  loadpoint.findings.push_back(
+      Found(Rule::kUnreadable, code, {loadpoint.unreadable.back().get(), {}}, std::move(message)));
   LeaveOpen(loadpoint);
+}
+
+std::string CannotBeRead(const std::optional<std::string>& why) {
+  std::string message = "the file cannot be read";
+  return why ? fmt::format("{}: {}", message, *why) : message;
 }
 
 void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, Files& files) {
@@ -42,34 +49,47 @@ void ReadManifests(LoadPoint& loadpoint, const std::vector<std::string>& paths, 
       loadpoint.isComplete = loadpoint.knowsModules && loadpoint.knowsServices;
       loadpoint.manifests.push_back(std::move(manifest));
     } else {
-      TellUnreadable(loadpoint, path);
+      TellUnreadable(loadpoint, path, kBtkMissing, CannotBeRead(files.WhyUnreadable(path)));
     }
   }
 }
 
-std::vector<std::string> ManifestPaths(const std::string& directory, Files& files) {
-  std::vector<std::string> paths = files.ManifestsIn(directory.empty() ? "." : directory);
-  for (std::string& path : paths)
-    path = PathIn(directory, path);
-  return paths;
+std::vector<std::string> ManifestPaths(LoadPoint& loadpoint, Files& files) {
+  const std::string& directory = loadpoint.directory.Path();
+  ManifestList list = files.ManifestsIn(directory.empty() ? "." : directory);
+  for (std::string& name : list.names)
+    name = PathIn(directory, name);
+  for (ManifestList::Unlisted& unlisted : list.unlisted) {
+    TellUnreadable(loadpoint, unlisted.path, kBtkOk,
+                   fmt::format("this is taken for not being there: {}", unlisted.why));
+  }
+  return std::move(list.names);
 }
 
 void ReadDirectory(LoadPoint& loadpoint, Files& files) {
-  const std::string& directory = loadpoint.directory.Path();
-  const std::vector<std::string> paths = ManifestPaths(directory, files);
-  if (paths.empty()) {
-    loadpoint.findings.push_back(Found(Rule::kNoManifests, kBtkOk, {&loadpoint.directory, {}},
-                                       fmt::format("no *.tmfx in \"{}\"", directory)));
+  const std::vector<std::string> paths = ManifestPaths(loadpoint, files);
+  if (paths.empty() && loadpoint.unreadable.empty()) {
+    loadpoint.findings.push_back(
+        Found(Rule::kNoManifests, kBtkOk, {&loadpoint.directory, {}},
+              fmt::format("no *.tmfx in \"{}\"", loadpoint.directory.Path())));
   }
   ReadManifests(loadpoint, paths, files);
 }
 
-// A file that is not there or cannot be read counts as none, as it does for the library.
-std::unique_ptr<LayoutFileText> ReadLayoutIn(const std::string& directory, Files& files) {
+// A file that cannot be read counts as none, as it does for the library. Returns false when there is
+// none.
+bool ReadLayoutOf(LoadPoint& loadpoint, Files& files) {
+  const std::string& directory = loadpoint.directory.Path();
   const std::string path = PathIn(directory, kLayoutName);
-  std::optional<std::string> bytes = files.Read(path);
-  if (!bytes) return nullptr;
-  return ReadLayout(path, AbsolutePath(directory), *std::move(bytes));
+  if (std::optional<std::string> bytes = files.Read(path)) {
+    loadpoint.layout = ReadLayout(path, AbsolutePath(directory), *std::move(bytes));
+  } else if (const std::optional<std::string> why = files.WhyUnreadable(path)) {
+    TellUnreadable(loadpoint, path, kBtkOk,
+                   fmt::format("the base and the scope that it gives are not read: {}", *why));
+  } else {
+    return false;
+  }
+  return true;
 }
 
 // Of a directory without a layout file.
@@ -122,12 +142,11 @@ std::unique_ptr<LoadPoint> ReadProcessLoadPoint(const std::string& directory, Fi
 
 std::unique_ptr<LoadPoint> ReadInstallation(const std::string& directory, Files& files) {
   auto loadpoint = std::make_unique<LoadPoint>(LoadPoint::Role::kInstallation, directory);
-  loadpoint->layout = ReadLayoutIn(directory, files);
+  // Where files are looked for without what a layout file says was hardly meant.
+  if (!ReadLayoutOf(*loadpoint, files)) loadpoint->path = DefaultBase(directory);
   if (loadpoint->layout != nullptr) {
     loadpoint->path = loadpoint->layout->basePath;
     loadpoint->scope = loadpoint->layout->scope;
-  } else {
-    loadpoint->path = DefaultBase(directory);
   }
   CheckBase(*loadpoint, files);
   ReadDirectory(*loadpoint, files);
@@ -138,7 +157,7 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
                                            const std::vector<std::string>& paths, Files& files) {
   auto loadpoint = std::make_unique<LoadPoint>(LoadPoint::Role::kUnknown, directory);
   loadpoint->asked = {paths.begin(), paths.end()};
-  std::vector<std::string> manifests = ManifestPaths(directory, files);
+  std::vector<std::string> manifests = ManifestPaths(*loadpoint, files);
   std::vector<std::string> others;
   for (const std::string& path : loadpoint->asked) {
     const auto isNamed = [name = fs::path(path).filename()](const std::string& other) {
@@ -146,8 +165,8 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
     };
     const auto place = std::find_if(manifests.begin(), manifests.end(), isNamed);
     if (isNamed(kLayoutName)) {
-      loadpoint->layout = ReadLayoutIn(directory, files);
-      if (loadpoint->layout == nullptr) TellUnreadable(*loadpoint, path);
+      if (!ReadLayoutOf(*loadpoint, files))
+        TellUnreadable(*loadpoint, path, kBtkMissing, CannotBeRead(std::nullopt));
     } else if (place != manifests.end()) {
       *place = path;
     } else {

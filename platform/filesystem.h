@@ -80,7 +80,8 @@ class BTK_API btkFSList {
   explicit btkFSList(int reserve = 0);
 
   /// The files of a directory whose names match `pattern` ("*" and "?" stand for any text and any
-  /// character), sorted by name. Empty when the directory cannot be read.
+  /// character), sorted by name. Pipes, devices and whatever else is no regular file are left out, as
+  /// is what cannot be read: see ProblemCount. Directories whose names match are no problem.
   btkFSList(const btkFSEntry& directory, const char* pattern);
 
   /// The number of entries.
@@ -90,8 +91,22 @@ class BTK_API btkFSList {
   /// Adds a copy at the end.
   void Append(const btkFSEntry& entry);
 
+  /// How many reasons there are why a list made of a directory may lack files: the directory is there and cannot
+  /// be read, or not to its end, or a name that matches leads to nothing that can be listed.
+  unsigned ProblemCount() const { return static_cast<unsigned>(problems_.size()); }
+  /// What the problem is about. REQUIRES: `index` is less than ProblemCount().
+  const btkFSEntry& ProblemPlace(unsigned index) const { return problems_[index].place; }
+  /// The problem in the system's words, without the place. REQUIRES: as above.
+  const char* ProblemText(unsigned index) const { return problems_[index].text.Text(); }
+
  private:
+  struct Problem {
+    btkFSEntry place;
+    btkZString text;
+  };
+
   std::vector<btkFSEntry> entries_;
+  std::vector<Problem> problems_;
 };
 
 #endif  // PLATFORM_FILESYSTEM_H

@@ -65,7 +65,7 @@ class BTK_API btkFileStream final : public btkIStream {
   ~btkFileStream() override;
 
   /// Opens the file at the narrow `path`. Codes: kBtkOk; kBtkMissing when it does not exist, is not
-  /// a file or may not be read.
+  /// a regular file (see btkHostAdmitSpecialFile) or may not be read.
   BtkErrorT Open(const char* path, int mode, btkIOSerializer* serializer);
   std::int32_t Read(void* buffer, std::size_t size) override;
   /// Closes the file; reads fail from then on.

@@ -7,9 +7,11 @@
 namespace tarnmf::check {
 
 inline constexpr RuleT kDocumentRules[] = {
-    {Rule::kUnreadable, "unreadable", Severity::kError, "1", Fix::kNone, "A file cannot be read.",
-     "The whole load point is refused. Let those who run the program read the file, or take it "
-     "away.",
+    {Rule::kUnreadable, "unreadable", Severity::kError, "1 or none", Fix::kNone,
+     "A file or a folder cannot be read.",
+     "A manifest that cannot be opened makes the whole load point refused. A folder, a layout file "
+     "and a link that leads nowhere are silently taken for not being there, and their records, the "
+     "base or the scope are lost. Let those who run the program read it, or take it away.",
      nullptr, nullptr},
     {Rule::kNotWellFormed, "not-well-formed", Severity::kError, "", Fix::kNone,
      "A document is no well-formed XML; what follows the fault is not judged.",

@@ -54,9 +54,10 @@ base = "files"
 == pack/files/libcodecs.so
 )"},
     {Rule::kPathTooLong, "path-too-long", Severity::kWarning, "", Fix::kNone,
-     "The path of the process's load point is too long to be used.",
-     "The path has to fit into 260 UTF-16 units. Of a longer one the process takes nothing: it has "
-     "no load point, and none of its modules finds its file.",
+     "The path of a load point is too long for the one of a process.",
+     "The path of a process's own load point has to fit into 260 UTF-16 units. Of a longer one the "
+     "process takes nothing: it has no load point, and none of its modules finds its file. An "
+     "installation may lie deeper, but no program that is started with it as its load point.",
      nullptr, nullptr},
     {Rule::kOutsideLoadpoint, "outside-loadpoint", Severity::kWarning, "", Fix::kNone,
      "A path leads out of the load point.",

@@ -45,6 +45,13 @@ BTK_API void btkHostSetExecutablePath(const btkWChar* path);
 /// restores the machine's own: "linux-x64" and "linux-x86", or their counterparts elsewhere.
 BTK_API void btkHostSetMachineTypes(const char* native, const char* other);
 
+// ---- Files -------------------------------------------------------------------------------------
+
+/// From now on btkFileStream opens the file at this path, which is copied, whatever it is: a pipe or
+/// a device, too, reading of which may take for ever. Without it only regular files are opened, since
+/// nobody has chosen those that are found in a directory.
+BTK_API void btkHostAdmitSpecialFile(const char* path);
+
 // ---- Allocation failures -----------------------------------------------------------------------
 
 /// The n-th allocation (counted from 0) that the platform's allocators are asked for from now on

@@ -1,11 +1,14 @@
-// What kind of file there is.
+// What kind of file there is, asked while it is opened or before.
 #ifndef PLATFORM_HOST_FILE_STATUS_H
 #define PLATFORM_HOST_FILE_STATUS_H
 
 #include <cstdio>
 
-// False for a file that is not there. One question to the system each.
+// False for a file that is not there.
 bool IsRegularFile(const char* path);
-bool IsDirectory(std::FILE* file);
+
+// For reading, without a buffer. Null for a directory, for what cannot be opened and, unless special
+// files are meant as well, for pipes and devices: those are not even waited for.
+std::FILE* OpenForReading(const char* path, bool withSpecial);
 
 #endif  // PLATFORM_HOST_FILE_STATUS_H

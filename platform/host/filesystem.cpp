@@ -97,19 +97,14 @@ bool Matches(const char* pattern, const char* name) {
   return *name == '\0';
 }
 
-std::vector<std::string> MatchingFiles(const char* directory, const char* pattern) {
-  std::vector<std::string> names;
+// Why a name that matches stands for no file; empty: it is one, or a directory.
+std::string ProblemOf(const fs::directory_entry& entry) {
   std::error_code error;
-  for (fs::directory_iterator file(directory, error), end; !error && file != end;
-       file.increment(error)) {
-    std::error_code ignored;
-    std::string name = file->path().filename().string();
-    if (Matches(pattern, name.c_str()) && file->is_regular_file(ignored)) {
-      names.push_back(std::move(name));
-    }
-  }
-  std::sort(names.begin(), names.end());
-  return names;
+  const fs::file_status status = entry.status(error);
+  if (status.type() == fs::file_type::not_found) return "the link leads nowhere";
+  if (error) return error.message();
+  const bool isFit = fs::is_regular_file(status) || fs::is_directory(status);
+  return isFit ? "" : "this is no regular file";
 }
 
 }  // namespace
@@ -179,12 +174,28 @@ btkFSList::btkFSList(int reserve) {
 }
 
 btkFSList::btkFSList(const btkFSEntry& directory, const char* pattern) {
-  const btkFSPath path = directory.Path();
-  for (const std::string& name : MatchingFiles(path.NarrowText(), pattern)) {
-    btkFSEntry file = directory;
-    file /= name.c_str();
-    entries_.push_back(std::move(file));
+  std::vector<std::string> names;
+  const auto place = [&](const std::string& name) {
+    btkFSEntry entry = directory;
+    return entry /= name.c_str();
+  };
+  std::error_code error;
+  for (fs::directory_iterator file(directory.Path().NarrowText(), error), end;
+       !error && file != end; file.increment(error)) {
+    std::string name = file->path().filename().string();
+    if (!Matches(pattern, name.c_str())) continue;
+    std::error_code ignored;
+    if (file->is_regular_file(ignored)) {
+      names.push_back(std::move(name));
+    } else if (const std::string problem = ProblemOf(*file); !problem.empty()) {
+      problems_.push_back({place(name), btkZString(problem.c_str())});
+    }
   }
+  if (error && error != std::errc::no_such_file_or_directory)
+    problems_.push_back({directory, btkZString(error.message().c_str())});
+  std::sort(names.begin(), names.end());
+  for (const std::string& name : names)
+    entries_.push_back(place(name));
 }
 
 void btkFSList::Append(const btkFSEntry& entry) {

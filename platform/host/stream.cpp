@@ -1,12 +1,29 @@
 #include "platform/stream.h"
 
 #include <algorithm>
+#include <functional>
 #include <limits>
+#include <set>
+#include <string>
 
+#include "platform/host/btkhost.h"
 #include "platform/host/file_status.h"
 #include "platform/runtime.h"
 
 class btkIOSerializer {};
+
+namespace {
+
+std::set<std::string, std::less<>>& AdmittedSpecialFiles() {
+  static std::set<std::string, std::less<>> paths;
+  return paths;
+}
+
+}  // namespace
+
+void btkHostAdmitSpecialFile(const char* path) {
+  AdmittedSpecialFiles().emplace(path);
+}
 
 btkIOSerializer* btkGetAsciiSerializer() {
   static btkIOSerializer serializer;
@@ -30,14 +47,9 @@ btkFileStream::~btkFileStream() {
 BtkErrorT btkFileStream::Open(const char* path, int /*mode*/, btkIOSerializer* /*serializer*/) {
   Close();
   state_ = 0;
-  file_ = std::fopen(path, "rb");
-  if (file_ == nullptr) return kBtkMissing;
   // Who reads a stream has a buffer of its own.
-  std::setvbuf(file_, nullptr, _IONBF, 0);
-  // The C library opens a directory and fails only when it is read.
-  if (!IsDirectory(file_)) return kBtkOk;
-  Close();
-  return kBtkMissing;
+  file_ = OpenForReading(path, AdmittedSpecialFiles().contains(path));
+  return file_ != nullptr ? kBtkOk : kBtkMissing;
 }
 
 std::int32_t btkFileStream::Read(void* buffer, std::size_t size) {

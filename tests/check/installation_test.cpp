@@ -72,6 +72,12 @@ TEST(Installations, TellOfAProcessWhosePathIsTooLong) {
     directory.Write(name + "/a.tmfx", test::InRoot(""));
     DiskFiles files;
     const std::string shown = Shown(Check({path, {}}, files));
+    // Of an installation that is read from below it.
+    DiskFiles others;
+    directory.Write(name + "/manifests/a.tmfx", test::InRoot(""));
+    EXPECT_EQ(Shown(Check({"", {path + "/manifests"}}, others)).find("path-too-long") ==
+                  std::string::npos,
+              length == 260);
     EXPECT_EQ(shown, length == 260 ? "nothing\n"
                                    : path +
                                          ":1:1 path-too-long: the process has no load point: its "

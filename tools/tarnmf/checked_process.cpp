@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "tools/tarnmf/directory.h"
+#include "tools/tarnmf/output.h"
 #include "tools/tarnmf/report_text.h"
 #include "tools/tarnmf/tell.h"
 
@@ -53,7 +54,7 @@ void CheckedProcess::PrintRefused() const {
   std::fflush(stdout);
   for (std::size_t i = 0; i < errors_.size(); ++i) {
     if (!IsRefused(i)) continue;
-    fmt::print(stderr, "{}", TextReport(errors_[i], {}));
+    WriteError(TextReport(errors_[i], {}));
     Tell("the library refuses load point {}, so that nothing of it is there",
          report_.loadpoints[i]->directory.Path());
   }

@@ -1,10 +1,10 @@
 // The command line of tarnmf.
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <exception>
 #include <fmt/format.h>
 #include <iterator>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "tools/tarnmf/action.h"
@@ -15,6 +15,8 @@
 #include "tools/tarnmf/graph_command.h"
 #include "tools/tarnmf/list_command.h"
 #include "tools/tarnmf/lsp/lsp_command.h"
+#include "tools/tarnmf/no_network.h"
+#include "tools/tarnmf/output.h"
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
 #include "tools/tarnmf/schema_command.h"
@@ -151,11 +153,19 @@ void AddExplain(CLI::App& app, tool::ExplainOptions& options, Action& action) {
   });
 }
 
-// The status, unless the output could not be written.
+// The status, unless something could not be written.
 int Finished(int status) {
-  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return status;
-  tool::Tell("the output cannot be written");
-  return kFailure;
+  return tool::OutputHasArrived() ? status : kFailure;
+}
+
+int Failed(const char* sentence, int status) {
+  tool::TellSentence(sentence);
+  return Finished(status);
+}
+
+// The output is where nothing more can be written to.
+int FailedToWrite(const std::system_error& error) {
+  return error.code() == std::errc::broken_pipe ? kFailure : Failed(error.what(), kFailure);
 }
 
 }  // namespace
@@ -163,6 +173,8 @@ int Finished(int status) {
 // Out of memory while the options are declared, or no way to print a message: nothing is left to do.
 // NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char** argv) {
+  tool::PrepareStreams();
+  tool::ForbidConnections();
   CLI::App app("Reads, checks and scans the manifests of a platform installation", "tarnmf");
   app.set_version_flag("--version", TARNMF_VERSION);
   app.require_subcommand(1);
@@ -190,13 +202,12 @@ int main(int argc, char** argv) {
     return Finished(action());
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return Finished(app.exit(error));  // help, or the version
-    tool::TellSentence(tool::UsageSentence(app, error));
-    return kWrongUsage;
+    return Failed(tool::UsageSentence(app, error).c_str(), kWrongUsage);
   } catch (const std::invalid_argument& error) {
-    tool::TellSentence(error.what());
-    return kWrongUsage;
+    return Failed(error.what(), kWrongUsage);
+  } catch (const std::system_error& error) {
+    return FailedToWrite(error);
   } catch (const std::exception& error) {
-    tool::TellSentence(error.what());
-    return kFailure;
+    return Failed(error.what(), kFailure);
   }
 }

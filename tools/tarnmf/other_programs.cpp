@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -9,6 +10,8 @@
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+
+#include "tools/tarnmf/output.h"
 
 namespace tool {
 namespace {
@@ -40,11 +43,33 @@ class FileActions {
   posix_spawn_file_actions_t actions_;
 };
 
+// It ends as usual when nobody reads what it writes, other than this process.
+class Attributes {
+ public:
+  Attributes() {
+    posix_spawnattr_init(&attributes_);
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    posix_spawnattr_setsigdefault(&attributes_, &signals);
+    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
+  }
+  Attributes(const Attributes&) = delete;
+  Attributes& operator=(const Attributes&) = delete;
+  ~Attributes() { posix_spawnattr_destroy(&attributes_); }
+
+  const posix_spawnattr_t* Get() const { return &attributes_; }
+
+ private:
+  posix_spawnattr_t attributes_;
+};
+
 bool Run(const std::vector<std::string>& command, const FileActions& actions) {
   const std::vector<const char*> arguments = ArgumentsOf(command);
+  const Attributes attributes;
   std::fflush(nullptr);
   pid_t child = 0;
-  if (posix_spawnp(&child, arguments[0], actions.Get(), nullptr,
+  if (posix_spawnp(&child, arguments[0], actions.Get(), attributes.Get(),
                    const_cast<char* const*>(arguments.data()), environ) != 0) {
     return false;
   }
@@ -80,7 +105,7 @@ bool RunQuietly(const std::vector<std::string>& command) {
   std::rewind(messages.get());
   std::array<char, 4096> block;
   while (const std::size_t bytes = std::fread(block.data(), 1, block.size(), messages.get()))
-    std::fwrite(block.data(), 1, bytes, stderr);
+    WriteError({block.data(), bytes});
   return false;
 }
 

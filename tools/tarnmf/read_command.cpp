@@ -2,13 +2,17 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fmt/format.h>
 #include <iterator>
 #include <memory>
+#include <system_error>
 
 #include "check/files.h"
 #include "check/verdict.h"
+#include "platform/host/btkhost.h"
 #include "tools/tarnmf/manifest_files.h"
+#include "tools/tarnmf/output.h"
 #include "tools/tarnmf/record_json.h"
 #include "tools/tarnmf/report_text.h"
 #include "tools/tarnmf/tell.h"
@@ -17,6 +21,12 @@
 namespace tool {
 
 namespace {
+
+// What came through a pipe is gone.
+bool IsReadOnce(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_other(path, ignored);
+}
 
 // The errors in files that were read one by one. What is wrong with them together is none of a
 // reader's business.
@@ -27,16 +37,18 @@ bool PrintFailures(const std::vector<std::string>& paths, const LoadResult& resu
   for (const std::string& path : paths) {
     const std::shared_ptr<const tarnmf::check::Manifest> manifest = files.ReadManifest(path);
     if (manifest == nullptr) {
-      unreadable.push_back(path);
+      if (!IsReadOnce(path)) unreadable.push_back(path);
       continue;
     }
     std::copy_if(manifest->findings.begin(), manifest->findings.end(),
-                 std::back_inserter(errors.findings), [](const tarnmf::check::Finding& finding) {
-                   return finding.severity == tarnmf::check::Severity::kError;
+                 std::back_inserter(errors.findings), [&](const tarnmf::check::Finding& finding) {
+                   // What a document would fetch from elsewhere is missing here.
+                   return finding.severity == tarnmf::check::Severity::kError ||
+                          (result.Failed() && finding.rule == tarnmf::check::Rule::kExternalEntity);
                  });
   }
   std::fflush(stdout);
-  fmt::print(stderr, "{}", TextReport(errors, {}));
+  WriteError(TextReport(errors, {}));
   for (const std::string& path : unreadable)
     Tell("{}: the file cannot be read", path);
   const bool isExplained = !errors.findings.empty() || !unreadable.empty();
@@ -48,6 +60,9 @@ bool PrintFailures(const std::vector<std::string>& paths, const LoadResult& resu
 
 int RunRead(const ReadOptions& options) {
   const WideString loadpoint = Widen(options.loadpoint);
+  // Whoever names a pipe means to wait for it.
+  for (const std::string& file : options.files)
+    btkHostAdmitSpecialFile(file.c_str());
   MfLdpDataT data;
   const LoadResult result = Load(FileList(options.files), loadpoint.c_str(), data);
 

@@ -1,10 +1,13 @@
 #include "tools/tarnmf/scan_report.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <iterator>
 #include <vector>
 
+#include "tools/tarnmf/output.h"
 #include "tools/tarnmf/report_text.h"
 #include "tools/tarnmf/scan_summary.h"
 #include "tools/tarnmf/show_text.h"
@@ -99,6 +102,17 @@ void PrintStep(const StepView& view, const NestedNames& names) {
   PrintPreloads(step);
 }
 
+// What the scan has done otherwise than the files say, and without a word.
+tarnmf::check::Verdict Limits(const tarnmf::check::Verdict& verdict) {
+  using tarnmf::check::Rule;
+  tarnmf::check::Verdict limits;
+  std::copy_if(verdict.findings.begin(), verdict.findings.end(),
+               std::back_inserter(limits.findings), [](const tarnmf::check::Finding& finding) {
+                 return finding.rule == Rule::kPathTooLong || finding.rule == Rule::kNumberWraps;
+               });
+  return limits;
+}
+
 }  // namespace
 
 std::string StepName(const ScanStep& step) {
@@ -128,6 +142,10 @@ void PrintSummary(const ScanView& view) {
 }
 
 std::string FailureText(const ScanStep& step) {
+  if (step.isProcess && step.result.code == kBtkTooLong && step.errors.findings.empty()) {
+    return fmt::format("the path of this program has more than 260 UTF-16 units: {}",
+                       CodeName(step.result.code));
+  }
   // What is wrong has been told with its places, unless it lies outside of the files.
   const bool isExplained = !step.errors.findings.empty() && !step.result.exception;
   return isExplained ? fmt::format("refused with {}", CodeName(step.result.code))
@@ -138,10 +156,11 @@ void PrintFailures(const ScanSession& session) {
   // Both streams may be one file or terminal.
   std::fflush(stdout);
   for (const ScanStep& step : session.Steps()) {
-    fmt::print(stderr, "{}", TextReport(step.errors, {}));
+    WriteError(TextReport(step.errors, {}));
     if (!step.problem.empty()) Tell("{}: {}", StepName(step), step.problem);
     if (step.result.Failed()) Tell("{}: {}", StepName(step), FailureText(step));
   }
+  WriteError(TextReport(Limits(session.Findings().All()), {}));
   for (const std::string& directory : session.Skipped())
     Tell("installation {}: skipped, since the process failed", directory);
 }

@@ -81,19 +81,26 @@ LoadResult Try(Scan scan) {
   return result;
 }
 
-void RefuseDirectories(const std::vector<std::string>& files) {
+// A scan reads its files more than once.
+void RequireFiles(const std::vector<std::string>& files) {
   std::error_code ignored;
   for (const std::string& file : files) {
-    if (!std::filesystem::is_directory(file, ignored)) continue;
-    throw std::invalid_argument(fmt::format(
-        "{} is a directory, not a manifest; an installation is added with --add", file));
+    const std::filesystem::file_status status = std::filesystem::status(file, ignored);
+    if (std::filesystem::is_directory(status)) {
+      throw std::invalid_argument(fmt::format(
+          "{} is a directory, not a manifest; an installation is added with --add", file));
+    }
+    if (std::filesystem::is_other(status)) {
+      throw std::invalid_argument(
+          fmt::format("{} is a pipe or a device, which cannot be read twice", file));
+    }
   }
 }
 
 }  // namespace
 
 ScanSession::ScanSession(const ScanOptions& options) {
-  RefuseDirectories(options.files);
+  RequireFiles(options.files);
   for (const std::string& setting : options.options)
     SetOption(ParseOptionSwitch(setting));
   if (!options.service.empty()) PoseInService(options.service);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "tools/tarnmf/output.h"
 #include "tools/tarnmf/printable.h"
 
 namespace tool {
@@ -14,7 +15,7 @@ void TellSentence(std::string_view sentence) {
     lines += Printable(sentence.substr(0, end)) + "\n";
     sentence.remove_prefix(std::min(end + 1, sentence.size()));
   } while (!sentence.empty());
-  fmt::print(stderr, "{}", lines);
+  WriteError(lines);
 }
 
 }  // namespace tool

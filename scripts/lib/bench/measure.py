@@ -12,7 +12,7 @@ from pathlib import Path
 
 from editor import Session
 
-TOOL = "build/release/tools/tarnmf/tarnmf"
+TOOL = "build/release/bin/tarnmf"
 FOLDER = Path("build/release/bench")
 RESULTS = FOLDER / "results.json"
 COST_SIZES = (1, 10, 100, 1_000, 10_000, 100_000)

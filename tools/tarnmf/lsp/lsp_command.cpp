@@ -1,6 +1,5 @@
 #include "tools/tarnmf/lsp/lsp_command.h"
 
-#include <csignal>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -15,8 +14,6 @@ namespace {
 
 int RunLsp(const ProcessOptions& options) {
   RequireDirectories(options);
-  // An editor that has died reads no more; its end is noticed where it is read from.
-  std::signal(SIGPIPE, SIG_IGN);
   std::ios::sync_with_stdio(false);
   lsp::Connection connection(std::cin, std::cout);
   lsp::Server server({options.loadpoint, options.installations, false},
@@ -31,7 +28,8 @@ int RunLsp(const ProcessOptions& options) {
       server.Check();
     }
   }
-  return server.ExitStatus();
+  // An editor that has died reads no more; its end is noticed where it is read from.
+  return std::cout ? server.ExitStatus() : 1;
 }
 
 }  // namespace

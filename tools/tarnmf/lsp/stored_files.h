@@ -19,8 +19,11 @@ class StoredFiles final : public tarnmf::check::Files {
  public:
   std::optional<std::string> Read(const std::string& path) override { return disk_.Read(path); }
   std::shared_ptr<const tarnmf::check::Manifest> ReadManifest(const std::string& path) override;
-  std::vector<std::string> ManifestsIn(const std::string& directory) override {
+  tarnmf::check::ManifestList ManifestsIn(const std::string& directory) override {
     return disk_.ManifestsIn(directory);
+  }
+  std::optional<std::string> WhyUnreadable(const std::string& path) override {
+    return disk_.WhyUnreadable(path);
   }
   bool IsFile(const std::string& path) override { return disk_.IsFile(path); }
   bool IsDirectory(const std::string& path) override { return disk_.IsDirectory(path); }

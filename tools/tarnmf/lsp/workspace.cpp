@@ -188,7 +188,7 @@ LoadPoints Workspace::ManifestsOf(const Process& process) {
   for (const std::string& path : PathsOf(process.request)) {
     std::vector<std::string> files{path};
     if (files_.IsDirectory(path)) {
-      files = files_.ManifestsIn(path);
+      files = files_.ManifestsIn(path).names;
       for (std::string& name : files)
         name = PathIn(path, name);
     }

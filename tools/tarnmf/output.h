@@ -1,0 +1,23 @@
+// Standard output and standard error, whatever becomes of what they lead to.
+#ifndef TOOLS_TARNMF_OUTPUT_H
+#define TOOLS_TARNMF_OUTPUT_H
+
+#include <string_view>
+
+namespace tool {
+
+// Before anything is opened or written. A stream that is closed stays one that cannot be written to,
+// rather than lend its number to the next file that is opened. A reader that goes away is a failure
+// to write, and no signal.
+void PrepareStreams();
+
+// To standard error, which may be nobody's.
+void WriteError(std::string_view text);
+
+// Whether everything has arrived that was written to either stream. For an output that is full, or is
+// none, a sentence is told; one whose reader has had enough ends in silence.
+bool OutputHasArrived();
+
+}  // namespace tool
+
+#endif  // TOOLS_TARNMF_OUTPUT_H
