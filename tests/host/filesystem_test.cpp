@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <vector>
 
 #include "platform/runtime.h"
@@ -51,7 +53,22 @@ TEST(Paths, ListsMatchingFilesByName) {
   EXPECT_EQ(names("*.tmfx"), "a.tmfx b.tmfx ");
   EXPECT_EQ(names("?.tmfx"), "a.tmfx b.tmfx ");
   EXPECT_EQ(names("*a*x*"), "a.tmfx a.tmfx.old ");
-  EXPECT_EQ(btkFSList(btkFSEntry("/no/such/folder"), "*").Count(), 0U);
+  const btkFSList none(btkFSEntry("/no/such/folder"), "*");
+  EXPECT_EQ(none.Count() + none.ProblemCount(), 0U);
+}
+
+TEST(Paths, TellWhyAListIsIncomplete) {
+  const TempDirectory directory;
+  const btkFSEntry place(directory.Path().c_str());
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &limit), 0);
+  const rlimit none{0, limit.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+  const btkFSList list(place, "*");
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
+  ASSERT_EQ(list.ProblemCount(), 1U);
+  EXPECT_STREQ(list.ProblemText(0), "Too many open files");
+  EXPECT_STREQ(list.ProblemPlace(0).Path().NarrowText(), place.Path().NarrowText());
 }
 
 TEST(FileStream, ReadsToTheEndAndTellsFailureFromEnd) {
@@ -69,6 +86,10 @@ TEST(FileStream, ReadsToTheEndAndTellsFailureFromEnd) {
   EXPECT_NE(stream.State() & kBtkStreamFailed, 0U);
   EXPECT_EQ(stream.Open(directory.Path().c_str(), kBtkOpenRead, nullptr), kBtkMissing);
   EXPECT_EQ(stream.Open((file + "x").c_str(), kBtkOpenRead, nullptr), kBtkMissing);
+  // Nobody writes to it.
+  const std::string pipe = (directory.Path() / "pipe").string();
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(stream.Open(pipe.c_str(), kBtkOpenRead, nullptr), kBtkMissing);
 }
 
 TEST(Process, KnowsItsExecutable) {
