@@ -1,6 +1,6 @@
 // Keeps the library at work for long and watches what it holds:
-//   tarnmf_soak SECONDS
-// First one repository is given 10,000 installations. For the rest of the time threads read, publish
+//   tarnmf_soak SECONDS [INSTALLATIONS]
+// First one repository is given many installations, 10,000 unless it is said. For the rest of the time threads read, publish
 // and query at once, in rounds; what a round leaves allocated must not be more than what the first
 // ones left. scripts/soak runs this with each sanitizer.
 #include <atomic>
@@ -39,7 +39,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
-constexpr std::int64_t kInstallations = 10000;
 constexpr int kRounds = 12;
 constexpr int kWarmUpRounds = 3;
 // What the C library and the sanitizers keep may differ by this much from round to round.
@@ -68,9 +67,10 @@ std::string ClassName(std::int64_t number) {
 
 // The load point of an installation is the base that its layout file names, so that one directory
 // serves for all.
-void AddInstallations(liMfRepository& repository, const test::TempDirectory& root) {
+void AddInstallations(liMfRepository& repository, const test::TempDirectory& root,
+                      std::int64_t count) {
   const btkFSPath directory((root.Path() / "installation").c_str());
-  for (std::int64_t i = 0; i < kInstallations; ++i) {
+  for (std::int64_t i = 0; i < count; ++i) {
     const std::string base = "base = \"lib" + std::to_string(i) + "\"\n";
     root.Write("installation/.installed", base + "layout += 64 {\"a\" | \"b\" | \"c\"}\n");
     root.Write("installation/a.tmfx", ManifestDocument({1, 1, 1}, i));
@@ -95,7 +95,9 @@ BtkErrorT ParseText(liMfStmParser& parser, const std::string& text, MfLdpDataT& 
 
 class Work {
  public:
-  Work(liMfRepository& repository, const test::TempDirectory& root) : repository_(repository) {
+  // The repository has so many installations.
+  Work(liMfRepository& repository, std::int64_t installations, const test::TempDirectory& root)
+      : repository_(repository), installations_(installations) {
     files_.Append(btkFSEntry(root.Write("whole.tmfx", whole_).c_str()));
     files_.Append(btkFSEntry(root.Write("more.tmfx", ManifestDocument({5, 5, 5}, 1000)).c_str()));
   }
@@ -129,10 +131,11 @@ class Work {
   }
 
   void Query(std::mt19937& random) const {
-    const auto number = static_cast<std::int64_t>(random() % (2 * kInstallations));
+    const auto number =
+        static_cast<std::int64_t>(random() % static_cast<std::uint64_t>(2 * installations_));
     const std::string name = ClassName(number);
     const MfSvcResolveT* const found = repository_.FindClassImpl(nullptr, name.c_str(), 0, 32767);
-    Require((found != nullptr) == (number < kInstallations), "a class is found if it was added");
+    Require((found != nullptr) == (number < installations_), "a class is found if it was added");
     if (found == nullptr) return;
     Require(name == found->record->commonname, "it is the one that was asked for");
     const MfLdpDataT* const data = repository_.FindLoadpoint(&found->ids[kMfLoadpointId]);
@@ -140,7 +143,7 @@ class Work {
     const MfServiceRoleT* const role = data->runnables[0]->services[0];
     Require(repository_.FindService(&role->id, data->loadpoint) == role, "and its service");
     if (random() % 1000 != 0) return;
-    std::vector<MfSvcResolveT> all(2 * kInstallations);
+    std::vector<MfSvcResolveT> all(2 * static_cast<std::size_t>(installations_));
     const auto count = static_cast<std::int32_t>(all.size());
     Require(repository_.GetServiceEntries(all.data(), count) == count, "all services are listed");
     Require(repository_.FindServiceEntry(&all[random() % all.size()].ids[kMfCombinedId]) != nullptr,
@@ -149,6 +152,7 @@ class Work {
 
  private:
   liMfRepository& repository_;
+  const std::int64_t installations_;
   const std::string whole_ = ManifestDocument({40, 40, 40}, 0, Detail::kFull, Order::kRandom);
   const DisposePtr<liMfStmParser> parser_{liMfStmParser::CreateNew(nullptr)};
   const DisposePtr<liLdpMfLoader> loader_{liLdpMfLoader::CreateNew(nullptr)};
@@ -206,17 +210,17 @@ void RunRounds(const Work& work, Clock::time_point end) {
     std::printf("%s: %lld\n", worker.name, static_cast<long long>(worker.done));
 }
 
-void Soak(double seconds) {
+void Soak(double seconds, std::int64_t installations) {
   const auto start = Clock::now();
   const test::TempDirectory root;
   Require(liMfRepository::Initialize(btkFSList(0), nullptr) == kBtkOk, "the repository is made");
   liMfRepository& repository = *liMfRepository::Instance();
-  AddInstallations(repository, root);
+  AddInstallations(repository, root, installations);
   const Seconds added = Clock::now() - start;
-  std::printf("%lld installations in %.1f s\n", static_cast<long long>(kInstallations),
+  std::printf("%lld installations in %.1f s\n", static_cast<long long>(installations),
               added.count());
   const Seconds rest(std::max(seconds - added.count(), seconds / 4));
-  RunRounds(Work(repository, root),
+  RunRounds(Work(repository, installations, root),
             Clock::now() + std::chrono::duration_cast<Clock::duration>(rest));
 }
 
@@ -224,9 +228,12 @@ void Soak(double seconds) {
 }  // namespace tarnmf::bench
 
 int main(int argc, char** argv) try {
-  const double seconds = argc == 2 ? std::atof(argv[1]) : 0;
-  if (seconds <= 0) throw std::invalid_argument("tarnmf_soak SECONDS");
-  tarnmf::bench::Soak(seconds);
+  const double seconds = argc > 1 ? std::atof(argv[1]) : 0;
+  const long long installations = argc > 2 ? std::atoll(argv[2]) : 10000;
+  if (argc > 3 || seconds <= 0 || installations <= 0) {
+    throw std::invalid_argument("tarnmf_soak SECONDS [INSTALLATIONS]");
+  }
+  tarnmf::bench::Soak(seconds, installations);
   return EXIT_SUCCESS;
 } catch (const std::exception& error) {
   std::fprintf(stderr, "not so: %s\n", error.what());

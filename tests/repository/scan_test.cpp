@@ -195,18 +195,6 @@ TEST_F(ScanTest, StopsAtFaultsOfItsInput) {
   EXPECT_EQ(ScanProcess("<module id='m' name='m'/><module name=''/>"), kBtkMalformed);
   EXPECT_EQ(platform_.calls.size(), 6U);  // the announcements
   EXPECT_EQ(Filed(), 0);
-
-  // Once the load point is filed, the preload pass fails for want of the executable's path, and the
-  // publisher for want of the service manager.
-  btkHostSetExecutablePath(std::u16string(261, u'x').c_str());
-  EXPECT_EQ(ScanProcess(kEverything), kBtkTooLong);
-  btkHostSetServiceManager(nullptr);
-  EXPECT_EQ(ScanProcess(kEverything), kBtkMissing);
-  EXPECT_EQ(Filed(), 1);
-  NewRepository();
-  btkHostSetDlmManager(nullptr);
-  EXPECT_EQ(ScanProcess(kEverything), kBtkNotReady);
-  EXPECT_EQ(ScanDirectory("broken"), kBtkNotReady);
 }
 
 // ---- Passes ------------------------------------------------------------------------------------

@@ -10,10 +10,7 @@
 #include "tarnmf/stream_parser.h"
 
 #include "tests/support/documents.h"
-#include "tests/support/everything.h"
-#include "tests/support/memory_stream.h"
 #include "tests/support/parse.h"
-#include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
 namespace {
@@ -45,44 +42,6 @@ TEST(Threads, MakeTheirFirstParsersAtOnce) {
     if (parser && loader) ++made;
   });
   EXPECT_EQ(made, kThreads);
-}
-
-TEST(Threads, ParseIntoContainersOfTheirOwn) {
-  const DisposePtr<liMfStmParser> shared(liMfStmParser::CreateNew(nullptr));
-  // The id of the nested module is fresh in every parse.
-  const auto count = [](const MfLdpDataT& data) {
-    return data.modules.count * 100 + data.classes.count * 10 + data.runnables.count;
-  };
-  std::atomic<int> right{0};
-  RunOnThreads([&] {
-    for (int round = 0; round < 20; ++round) {
-      MfLdpDataT data;
-      MemoryStream stream(kEverything);
-      if (shared->Parse(&data, &stream) == kBtkOk && count(data) == 521) ++right;
-      MemoryStream broken(InRoot("<x/>"));
-      if (shared->Parse(&data, &broken) == kBtkUnexpected && IsEmpty(data)) ++right;
-    }
-  });
-  EXPECT_EQ(right, kThreads * 40);
-}
-
-TEST(Threads, LoadTheSameFilesAtOnce) {
-  const TempDirectory directory;
-  btkFSList files;
-  files.Append(btkFSEntry(directory.Write("a.tmfx", kEverything).c_str()));
-  files.Append(btkFSEntry(directory.Write("b.tmfx", kEverything).c_str()));
-  const DisposePtr<liLdpMfLoader> shared(liLdpMfLoader::CreateNew(nullptr));
-  const btkWChar here[] = BTK_W("/here");
-  std::atomic<int> right{0};
-  RunOnThreads([&] {
-    for (int round = 0; round < 10; ++round) {
-      MfLdpDataT data;
-      if (shared->Load(&data, here, files) == kBtkOk && data.modules.count == 10 &&
-          data.runnables[1]->loadpoint == here)
-        ++right;
-    }
-  });
-  EXPECT_EQ(right, kThreads * 10);
 }
 
 // Modules without an id get a fresh one, whichever thread reads them.
