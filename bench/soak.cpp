@@ -1,8 +1,6 @@
 // Keeps the library at work for long and watches what it holds:
 //   tarnmf_soak SECONDS [INSTALLATIONS]
-// First one repository is given many installations, 10,000 unless it is said. For the rest of the time threads read, publish
-// and query at once, in rounds; what a round leaves allocated must not be more than what the first
-// ones left. scripts/soak runs this with each sanitizer.
+// First threads meet where the library does something once. Then one repository is given many
 #include <atomic>
 #include <chrono>
 #include <cstdio>
@@ -10,7 +8,9 @@
 #include <exception>
 #include <functional>
 #include <malloc.h>
+#include <mutex>
 #include <random>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -57,6 +57,61 @@ std::int64_t AllocatedBytes() {
 #endif
 }
 
+void RunAtOnce(std::size_t count, const std::function<void(std::size_t)>& work) {
+  std::atomic<bool> go{false};
+  std::vector<std::thread> threads;
+  std::vector<std::exception_ptr> failures(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    threads.emplace_back([&, i] {
+      while (!go)
+        std::this_thread::yield();
+      try {
+        work(i);
+      } catch (...) {
+        failures[i] = std::current_exception();
+      }
+    });
+  }
+  go = true;
+  for (std::thread& thread : threads)
+    thread.join();
+  for (const std::exception_ptr& failure : failures) {
+    if (failure) std::rethrow_exception(failure);
+  }
+}
+
+BtkErrorT ParseText(liMfStmParser& parser, const std::string& text, MfLdpDataT& data) {
+  test::MemoryStream stream(text);
+  return parser.Parse(&data, &stream);
+}
+
+// ---- Beginning ---------------------------------------------------------------------------------
+
+// The threads meet in the factories' one-time step; modules without an id get a fresh one, whichever
+// thread reads them.
+void MakeTheFirstParsers() {
+  constexpr std::size_t kThreads = 6;
+  constexpr int kIds = 50;
+  std::mutex mutex;
+  std::set<std::string> ids;
+  RunAtOnce(kThreads, [&](std::size_t) {
+    const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+    const DisposePtr<liLdpMfLoader> loader(liLdpMfLoader::CreateNew(nullptr));
+    Require(parser && loader, "a parser and a loader are made");
+    for (int i = 0; i < kIds; ++i) {
+      MfLdpDataT data;
+      const char* const text =
+          "<tarnclassmanifest version=\"1\"><class id=\"00000001-0000-4000-8000-000000000001\">"
+          "<clientside multiplicity=\"perLdp\"><module name=\"n\"/></clientside></class>"
+          "</tarnclassmanifest>";
+      Require(ParseText(*parser, text, data) == kBtkOk, "a nested module is read");
+      const std::lock_guard lock(mutex);
+      ids.insert(data.modules[0]->id);
+    }
+  });
+  Require(ids.size() == kThreads * kIds, "fresh ids differ");
+}
+
 // ---- Installations -----------------------------------------------------------------------------
 
 std::string ClassName(std::int64_t number) {
@@ -85,13 +140,8 @@ void AddInstallations(liMfRepository& repository, const test::TempDirectory& roo
 struct Worker {
   const char* name;
   std::function<void(std::mt19937&)> work;
-  std::atomic<std::int64_t> done{0};
+  std::int64_t done = 0;
 };
-
-BtkErrorT ParseText(liMfStmParser& parser, const std::string& text, MfLdpDataT& data) {
-  test::MemoryStream stream(text);
-  return parser.Parse(&data, &stream);
-}
 
 class Work {
  public:
@@ -160,26 +210,13 @@ class Work {
 };
 
 void RunRound(std::vector<Worker>& workers, int round, Clock::time_point end) {
-  std::vector<std::thread> threads;
-  std::vector<std::exception_ptr> failures(workers.size());
-  for (std::size_t i = 0; i < workers.size(); ++i) {
-    threads.emplace_back([&, i] {
-      std::mt19937 random(static_cast<unsigned>(round * 100) + static_cast<unsigned>(i));
-      try {
-        do {
-          workers[i].work(random);
-          ++workers[i].done;
-        } while (Clock::now() < end);
-      } catch (...) {
-        failures[i] = std::current_exception();
-      }
-    });
-  }
-  for (std::thread& thread : threads)
-    thread.join();
-  for (const std::exception_ptr& failure : failures) {
-    if (failure) std::rethrow_exception(failure);
-  }
+  RunAtOnce(workers.size(), [&](std::size_t i) {
+    std::mt19937 random(static_cast<unsigned>(round * 100) + static_cast<unsigned>(i));
+    do {
+      workers[i].work(random);
+      ++workers[i].done;
+    } while (Clock::now() < end);
+  });
 }
 
 void RunRounds(const Work& work, Clock::time_point end) {
@@ -212,6 +249,7 @@ void RunRounds(const Work& work, Clock::time_point end) {
 
 void Soak(double seconds, std::int64_t installations) {
   const auto start = Clock::now();
+  MakeTheFirstParsers();
   const test::TempDirectory root;
   Require(liMfRepository::Initialize(btkFSList(0), nullptr) == kBtkOk, "the repository is made");
   liMfRepository& repository = *liMfRepository::Instance();
