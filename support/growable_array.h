@@ -136,19 +136,28 @@ class GrowableArray {
     list = {};
   }
 
-  // Hands the elements over to such a list, exactly sized, and is empty afterwards. The block keeps
-  // its size when it cannot be shrunk. What the list showed before is not looked at.
+  // Makes the block as large as its elements need. It keeps its size when it cannot be shrunk.
+  void Fit() {
+    if (count_ == 0) Clear();
+    if (capacity_ <= count_) return;
+    void* block = Heap::Resize(items_, static_cast<std::size_t>(count_) * sizeof(T));
+    if (block != nullptr) items_ = static_cast<T*>(block);
+  }
+
+  // Hands the elements over to such a list, in the block as it is, and is empty afterwards. What the
+  // list showed before is not looked at. Cannot fail.
   template <class List>
-  void HandOver(List& list) {
-    if (count_ == 0) {
-      Clear();
-    } else if (capacity_ > count_) {
-      void* block = Heap::Resize(items_, static_cast<std::size_t>(count_) * sizeof(T));
-      if (block != nullptr) items_ = static_cast<T*>(block);
-    }
+  void HandOverFitted(List& list) {
     list.items = std::exchange(items_, nullptr);
     list.count = std::exchange(count_, 0);
     capacity_ = 0;
+  }
+
+  // Hands the elements over to such a list, exactly sized.
+  template <class List>
+  void HandOver(List& list) {
+    Fit();
+    HandOverFitted(list);
   }
 
   // Releases the elements, the last one first, and keeps the room.

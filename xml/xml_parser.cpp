@@ -21,10 +21,14 @@ class WorkingLists {
     runnables.Adopt(data.runnables);
   }
 
+  // All three or, when the platform throws, none.
   void HandBack() {
-    classes.HandOver(data_.classes);
-    modules.HandOver(data_.modules);
-    runnables.HandOver(data_.runnables);
+    classes.Fit();
+    modules.Fit();
+    runnables.Fit();
+    classes.HandOverFitted(data_.classes);
+    modules.HandOverFitted(data_.modules);
+    runnables.HandOverFitted(data_.runnables);
   }
 
   ClassList classes;

@@ -46,7 +46,14 @@ void NotifyDlmExit() {
 void EnsureFactoryUse() {
   [[maybe_unused]] static const std::int32_t factoryStatus = [] {
     const std::int32_t status = AcquireXmlPlatform();
-    if (btkPushCleanupCbLow(NotifyDlmExit, ReleaseXmlPlatform, 0) == 1) std::atexit(NotifyDlmExit);
+    try {
+      if (btkPushCleanupCbLow(NotifyDlmExit, ReleaseXmlPlatform, 0) == 1) {
+        std::atexit(NotifyDlmExit);
+      }
+    } catch (...) {
+      ReleaseXmlPlatform();  // nobody would; the next factory starts anew
+      throw;
+    }
     return status;
   }();
 }

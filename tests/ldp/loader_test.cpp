@@ -1,16 +1,11 @@
 #include <gtest/gtest.h>
-#include <map>
 
 #include "tarnmf/dispose.h"
 #include "tarnmf/ldp_loader.h"
 #include "tarnmf/ldp_writer.h"
 
-#include "platform/host/btkhost.h"
 #include "platform/memory.h"
-#include "tests/support/allocation_fault.h"
 #include "tests/support/documents.h"
-#include "tests/support/everything.h"
-#include "tests/support/ignored_leaks.h"
 #include "tests/support/record_dump.h"
 #include "tests/support/temp_directory.h"
 
@@ -79,58 +74,11 @@ TEST_F(LoaderTest, StopsAtTheFirstFault) {
   EXPECT_EQ(loader_->Load(nullptr, BTK_W("/here"), files_), kBtkNullArgument);
 }
 
-// Failed allocations that are reported, and exceptions of the standard and of the XML library.
-TEST_F(LoaderTest, SurvivesEveryFailedAllocation) {
-  AddFile("a.tmfx", kEverything);
-  AddFile("b.tmfx", InRoot("<runnable moduleref='m'/>"));
-  MfLdpDataT warm;
-  ASSERT_EQ(Load(warm), kBtkOk);
-  for (const auto source : kReportedSources) {
-    // By the code and how many modules are kept.
-    std::map<std::string, int> outcomes = {
-        {"0:5", 0}, {"112:0", 0}, {"112:5", 0}, {"1:0", 0}, {"1:5", 0}};
-    SweepAllocations(source, [&](AllocationFault& fault) {
-      MfLdpDataT data;
-      fault.Arm();
-      const BtkErrorT code = Load(data);
-      fault.Disarm();
-      EXPECT_TRUE(fault.Hit() || code == kBtkOk);
-      EXPECT_EQ(NothingIsLent(data), code != kBtkOk);
-      ++outcomes.at(std::to_string(code) + ":" + std::to_string(data.modules.count));
-    });
-    // A stream that cannot be made cannot be opened, and a parser that cannot be made is short
-    // memory; both keep what the file before had. A failed parse keeps nothing.
-    for (const char* outside : {"1:0", "1:5", "112:5"})
-      EXPECT_EQ(outcomes[outside], source == AllocationFault::kOperatorNew ? 1 : 0) << outside;
-  }
-
-  const IgnoredLeaks ignored;  // of the XML library, when its own allocations fail
-  const std::int64_t live = btkHostLiveAllocations();
-  for (int n = 0, failed = 1; failed != 0; ++n) {
-    {
-      MfLdpDataT data;
-      AllocationFault fault(AllocationFault::kThrowingNew, n);
-      fault.Arm();
-      try {
-        EXPECT_EQ(Load(data), kBtkOk) << n;
-      } catch (...) {
-        EXPECT_TRUE(NothingIsLent(data)) << n;
-      }
-      failed = fault.Hit() ? 1 : 0;
-      EXPECT_TRUE(failed != 0 || n > 100) << n;
-    }
-    ASSERT_EQ(btkHostLiveAllocations(), live) << n;
-  }
-}
-
 TEST(Factories, MakeALoaderAndNothingElse) {
   for (const char* kind : {static_cast<const char*>(nullptr), "xml"}) {
     EXPECT_NE(DisposePtr<liLdpMfLoader>(liLdpMfLoader::CreateNew(kind)), nullptr);
     EXPECT_TRUE(!liLdpMfWriter::CreateNew(kind) && !liMfBuilder::CreateNew(kind));
   }
-  AllocationFault fault(AllocationFault::kOperatorNew, 0);
-  fault.Arm();
-  EXPECT_EQ(liLdpMfLoader::CreateNew(nullptr), nullptr);
 }
 
 }  // namespace

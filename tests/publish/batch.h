@@ -57,6 +57,13 @@ inline std::string ClassInRole(int role, const std::string& id, const std::strin
                role == kServiceServerRole ? module : "", role == kAgentRole ? module : "");
 }
 
+// Two modules, two halves of a class, and roles of a runnable.
+inline constexpr char kFirstBatch[] = R"(<module id='a' name='a' loadpoint='/lp'>
+<platformmodule machinetype='x' name='b'/><platformmodule machinetype='y' name='c'/></module>
+<module id='b' name='b' loadpoint='/lp'/><class id='$1' affinity='service'><clientside moduleref='a'
+/></class><class id='$1' affinity='service'><serviceside moduleref='b' svcid='$2'/></class>
+<runnable moduleref='a'><service id='$3' commonname='s'/><app nameid='x'/></runnable>)";
+
 inline int Count(const PublishIndexT& index) {
   int count = index.classes.Count();
   for (ModuleListMember list : kModuleLists)

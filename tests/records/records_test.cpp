@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/memory.h"
-#include "tests/support/allocation_fault.h"
 #include "tests/support/everything.h"
+#include "tests/support/fault.h"
 #include "tests/support/parse.h"
 #include "tests/support/record_dump.h"
 

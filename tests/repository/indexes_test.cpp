@@ -7,7 +7,6 @@
 #include <map>
 #include <memory>
 #include <random>
-#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -15,14 +14,7 @@
 #include "platform/runtime.h"
 #include "platform/unique_id.h"
 #include "repository/name_index.h"
-#include "tests/support/allocation_fault.h"
-
-// This program compares ids in place of the host layer.
-static bool g_comparisonThrows = false;
-int btkUniIdCompare(const UniIdT* left, const UniIdT* right) {
-  if (g_comparisonThrows) throw std::runtime_error("the platform");
-  return std::memcmp(left->bytes, right->bytes, sizeof left->bytes);
-}
+#include "tests/support/fault.h"
 
 namespace tarnmf {
 namespace {
@@ -253,50 +245,6 @@ TEST(Indexes, AnswerNothingWhenEmptyOrAskedForNull) {
   }
   EXPECT_EQ(repo->names.Count(), 1);  // one copy for both indexes
   EXPECT_NE(repo->FindClassImpl(nullptr, "x", 0, 0), nullptr);
-}
-
-TEST(Indexes, FileNothingByHalvesWhenAComparisonThrows) {
-  const RepositoryPtr repo(new liMfRepoBaseImpl);
-  const auto file = [&](int number, const char* name, const std::u16string& path) {
-    const UniIdT id = Id(number);
-    FileLoadpoint(*repo, NewLoadpoint(number, path));
-    return FileServiceEntry(*repo, name, &id, &kBtkNullUniId, &id, kMfPerLdp, 1, nullptr);
-  };
-  const UniIdT id = Id(2);
-  ASSERT_TRUE(ReserveLoadpoint(*repo) && file(1, "x", u"/p") && ReserveLoadpoint(*repo));
-  g_comparisonThrows = true;
-  EXPECT_ANY_THROW(file(2, "y", u"/q"));
-  EXPECT_ANY_THROW(FileServiceEntry(*repo, "y", &id, &kBtkNullUniId, &id, kMfPerLdp, 1, nullptr));
-  g_comparisonThrows = false;
-  EXPECT_EQ(repo->loadpointsByPath.Count(), 1);
-  EXPECT_EQ(repo->loadpointsById.Count(), 1);
-  EXPECT_EQ(repo->serviceEntries.Count(), 1);
-  EXPECT_TRUE(repo->serviceIndex[1].byVersion.Empty());
-}
-
-TEST(Indexes, FileAllOrNothingWhenOutOfMemory) {
-  MfIntfClassT cls;
-  const UniIdT id = Id(1);
-  for (const auto source : test::kReportedSources) {
-    test::SweepAllocations(source, [&](test::AllocationFault& fault) {
-      liMfRepoBaseImpl repo;
-      const auto fileClass = [&] {
-        return FileClassEntry(repo, "name", &id, &kBtkNullUniId, kMfPerLdp, &cls);
-      };
-      const auto fileService = [&] {
-        return FileServiceEntry(repo, "name", &id, &kBtkNullUniId, &id, kMfPerLdp, 1, &cls);
-      };
-      fault.Arm();
-      const bool classFiled = fileClass();
-      const bool serviceFiled = fileService();
-      fault.Disarm();
-      EXPECT_EQ(fault.Hit(), !classFiled || !serviceFiled);
-      EXPECT_EQ(repo.FindClassImpl(&kBtkNullUniId, "name", 0, 0) != nullptr, classFiled);
-      EXPECT_EQ(repo.GetServiceEntries(nullptr, 0), serviceFiled ? 1 : 0);
-      EXPECT_TRUE(fileClass() && fileService());
-      EXPECT_EQ(repo.classIndex[0].byVersion.Count(), classFiled ? 2 : 1);
-    });
-  }
 }
 
 }  // namespace

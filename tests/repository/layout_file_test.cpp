@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/allocation_fault.h"
 #include "tests/support/case_file.h"
+#include "tests/support/fault.h"
 #include "tests/support/memory_stream.h"
 #include "tests/support/temp_directory.h"
 
@@ -116,26 +116,6 @@ TEST(LayoutFile, TakesEveryReadAsABlock) {
   MemoryStream stream(EndingAt(2048, "layout += 1 {\"a\"}\n"));
   stream.ThrowFrom(2048);
   EXPECT_THROW(Read(stream), std::runtime_error);
-}
-
-TEST(LayoutFile, ReportsEveryFailedAllocation) {
-  std::string text = "base = \"b\"\nbase = \"c\"\nlayout += 1 {\"a\"|\"b\"|\"c\",\"d\"|\"e\"}\n";
-  std::string result = "/i/d/c/ 0 0 [1 a|b|c,d|e|]";
-  for (int i = 0; i < 20; ++i) {
-    text += "layout += 2 {|\"x\"}\n";
-    result += " [2 -|x|||]";
-  }
-  for (const auto source : kReportedSources) {
-    int survived = 0;
-    SweepAllocations(source, [&](AllocationFault& fault) {
-      MemoryStream stream(text);
-      fault.Arm();
-      const std::string answer = Read(stream);
-      EXPECT_TRUE(answer == "112" || answer == result) << answer;
-      survived += fault.Hit() && answer == result ? 1 : 0;
-    });
-    EXPECT_LE(survived, 1);  // only the array of the result may stay larger than it needs to be
-  }
 }
 
 TEST(LayoutFile, FindsItsFile) {

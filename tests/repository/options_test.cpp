@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "tests/support/allocation_fault.h"
+#include "platform/host/btkhost.h"
 
 namespace tarnmf {
 namespace {
@@ -18,14 +18,14 @@ TEST(Options, KeepTheLastValueOfEveryId) {
   int failed = 0;
   for (int i = 0; i < 100; ++i) {
     const UniIdT id = Id(i);
-    test::AllocationFault fault(test::AllocationFault::kPlatform, 0);
-    fault.Arm();
+    btkHostFailAllocation(0);
     btkConfEnableOption(&id, 1);
-    fault.Disarm();
-    failed += fault.Hit() ? 1 : 0;
+    const bool hit = btkHostAllocationFailed();
+    btkHostFailAllocation(-1);
+    failed += hit ? 1 : 0;
     value = 77;
-    EXPECT_EQ(btkConfIsOptionKnown(&id, &value), fault.Hit() ? 0 : 1);
-    EXPECT_EQ(value, fault.Hit() ? 77U : 1U);
+    EXPECT_EQ(btkConfIsOptionKnown(&id, &value), hit ? 0 : 1);
+    EXPECT_EQ(value, hit ? 77U : 1U);
     btkConfEnableOption(&id, static_cast<std::uint32_t>(i));
   }
   EXPECT_EQ(failed, 50);  // room is made for two

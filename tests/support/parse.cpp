@@ -6,7 +6,7 @@
 #include "tarnmf/stream_parser.h"
 
 #include "support/ignore_refusal.h"
-#include "tests/support/allocation_fault.h"
+#include "tests/support/fault.h"
 #include "tests/support/memory_stream.h"
 #include "tests/support/record_dump.h"
 

@@ -3,7 +3,6 @@
 #define TESTS_SUPPORT_RECORDING_MANAGERS_H
 
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -11,17 +10,11 @@
 
 #include "support/ignore_refusal.h"
 #include "tests/support/call_text.h"
+#include "tests/support/fault.h"
 #include "tests/support/ids.h"
 #include "tests/support/installed_managers.h"
 
 namespace tarnmf::test {
-
-// A code that only a test gives.
-constexpr auto kRefusal = static_cast<BtkErrorT>(77);
-
-struct PlatformException : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
 
 // The platform's three managers in one object, which is installed while it lives; the embedded
 // managers are restored after it. Every call is one line of `calls`: the operation and all its
@@ -39,12 +32,9 @@ class RecordingManagers final : public btkDlmManager,
   void Refuse(std::string prefix, BtkErrorT code) { refusals_.emplace_back(prefix, code); }
   void RefuseNothing() { refusals_.clear(); }
 
-  // The n-th call from now on (counted from 0) throws a PlatformException, once; its line is
-  // written first. A negative n switches this off.
-  void ThrowAt(int n) { callsToThrow_ = n; }
-
-  // Runs in every call, once its line is written.
-  std::function<void()> onCall;
+  // Runs in every call, once its line is written, and is told the line. A code that it gives is the
+  // answer.
+  std::function<BtkErrorT(const std::string& line)> onCall;
 
   // ---- What successful operations hand out ------------------------------------------------------
   // A module resolves to "LOADPOINT/MACHINE/NAME", with "native" for an empty machine and the
@@ -166,19 +156,17 @@ class RecordingManagers final : public btkDlmManager,
   }
 
  private:
-  BtkErrorT Record(std::string line) {
+  BtkErrorT Record(const std::string& line) {
     BtkErrorT answer = kBtkOk;
     for (const auto& [prefix, code] : refusals_) {
       if (line.starts_with(prefix)) answer = code;
     }
-    calls.push_back(std::move(line));
-    if (onCall) onCall();
-    if (callsToThrow_ >= 0 && callsToThrow_-- == 0) throw PlatformException(calls.back());
-    return answer;
+    calls.push_back(line);
+    const BtkErrorT told = onCall ? onCall(line) : kBtkOk;
+    return told != kBtkOk ? told : answer;
   }
 
   std::vector<std::pair<std::string, BtkErrorT>> refusals_;
-  int callsToThrow_ = -1;
   const InstalledManagers installed_{this, this};
 };
 

@@ -1,15 +1,18 @@
 // "tarnmf check" and "tarnmf explain" as their users run them.
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
+#include "platform/filesystem.h"
 #include "tests/support/temp_directory.h"
 #include "tests/tool/run_tool.h"
 
@@ -220,6 +223,40 @@ TEST_F(CheckCommand, FixesWhatIsCertain) {
   Write("fix.diff", diff);
   ASSERT_EQ(std::system("git apply -p0 --whitespace=nowarn fix.diff"), 0);
   EXPECT_EQ(ReadFile("pack/a.tmfx"), fixed);
+}
+
+// Ended at whatever moment, or on a full disk, a correction leaves the old file or the new one, and
+// nothing beside it that is taken for a manifest.
+TEST_F(CheckCommand, FixesAFileAsAWholeOrNotAtAll) {
+  std::string before = "<tarnmodulemanifest version=\"1\">\n<modules>\n";
+  for (int i = 0; i < 500; ++i)
+    before += fmt::format("<module id=\"m{0}\" name=\"m{0}\" private=\"1\"/>\n", i);
+  before += "</modules>\n</tarnmodulemanifest>\n";
+  std::string after;
+  const auto fix = [&](const std::string& how) {
+    fs::remove_all("pack");
+    Write("pack/a.tmfx", before);
+    const Outcome outcome = RunCommand(how + TARNMF_TOOL " check --fix pack");
+    const std::string text = ReadFile("pack/a.tmfx");
+    EXPECT_TRUE(text == before || after.empty() || text == after) << how;
+    EXPECT_EQ(btkFSList(btkFSEntry("pack"), "*.tmfx").Count(), 1U);
+    return outcome.errors;
+  };
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_THAT(fix(""), HasSubstr("corrections applied: 500"));
+  const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - start;
+  after = ReadFile("pack/a.tmfx");
+  // Blocks of 512 bytes, of which the last is begun.
+  const auto blocks = static_cast<int>(after.size() / 512);
+  for (int block = 1; block <= blocks; block += blocks / 8) {
+    const std::string limit = fmt::format("ulimit -c 0; ulimit -f {}; ", block);
+    EXPECT_THAT(fix("trap '' XFSZ; " + limit), HasSubstr("not fixed: ")) << block;
+    EXPECT_EQ(std::distance(fs::directory_iterator("pack"), {}), 1) << block;
+    fix(limit);  // killed while it writes
+    EXPECT_EQ(ReadFile("pack/a.tmfx"), before) << block;
+  }
+  for (int i = 1; i <= 20; ++i)
+    fix(fmt::format("timeout -s KILL {:.4f} ", whole.count() * i / 16));
 }
 
 TEST(Explain, KnowsRulesCodesAndTheGrammar) {

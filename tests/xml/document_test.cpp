@@ -1,14 +1,17 @@
 #include <gtest/gtest.h>
 #include <memory>
+#include <stdexcept>
+#include <xercesc/dom/DOMException.hpp>
 
 #include "tarnmf/dispose.h"
 #include "tarnmf/stream_parser.h"
 
 #include "platform/host/btkhost.h"
 #include "platform/memory.h"
-#include "tests/support/allocation_fault.h"
+#include "support/ignore_refusal.h"
 #include "tests/support/documents.h"
 #include "tests/support/everything.h"
+#include "tests/support/fault.h"
 #include "tests/support/memory_stream.h"
 #include "tests/support/parse.h"
 #include "tests/support/record_dump.h"
@@ -139,6 +142,28 @@ TEST(XmlPlatform, StaysInUseWhileTheLibraryIsLoaded) {
     ReleaseXmlPlatform();
     MfLdpDataT data;
     EXPECT_EQ(Parse(InRoot(kModule), data), kBtkOk);
+  }
+}
+
+// What a document says of itself can make the XML library throw, too.
+TEST(Parse, PassesExceptionsOfTheXmlLibrary) {
+  MfLdpDataT data;
+  EXPECT_THROW(IgnoreRefusal(Parse("<?xml version=\"1. \"?>" + InRoot(""), data)),
+               xercesc::DOMException);
+}
+
+TEST(Parse, PassesExceptionsOfTheStream) {
+  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
+  for (std::size_t offset = 0; offset < sizeof kEverything; offset += 97) {
+    SCOPED_TRACE(offset);
+    const LeakCheck check;
+    MfLdpDataT data;
+    MemoryStream stream(kEverything);
+    stream.LimitReads(64);
+    stream.ThrowFrom(offset);
+    EXPECT_THROW(IgnoreRefusal(parser->Parse(&data, &stream)), std::runtime_error);
+    EXPECT_TRUE(IsEmpty(data));
+    EXPECT_EQ(stream.References(), 1);
   }
 }
 

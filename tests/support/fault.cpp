@@ -1,4 +1,4 @@
-#include "tests/support/allocation_fault.h"
+#include "tests/support/fault.h"
 
 #include <atomic>
 #include <cstdlib>
@@ -8,29 +8,25 @@
 
 namespace {
 
+using tarnmf::test::Failing;
+
 std::atomic<std::int64_t> g_liveBlocks{0};
 
-// Counts down to the allocation that is to fail; negative: none.
-struct Countdown {
-  std::atomic<std::int64_t> left{-1};
-  std::atomic<bool> hit{false};
+// The fault that is to come. Faults are for one thread alone, the others only look at `armed`.
+std::atomic<bool> g_armed{false};
+Failing g_how = Failing::kThrow;
+int g_left = 0;
+const char* g_hit = nullptr;
 
-  void Set(std::int64_t n) {
-    hit = false;
-    left = n;
-  }
-  bool FailsNow() {
-    if (left.load(std::memory_order_relaxed) < 0) return false;
-    if (left.fetch_sub(1) != 0) return false;
-    hit = true;
-    return true;
-  }
-};
-Countdown g_nothrowNew;
-Countdown g_throwingNew;
+bool FailsNow(const char* what) {
+  if (g_left-- != 0) return false;
+  g_armed = false;
+  g_hit = what;
+  return true;
+}
 
-Countdown& CountdownOf(tarnmf::test::AllocationFault::Source source) {
-  return source == tarnmf::test::AllocationFault::kOperatorNew ? g_nothrowNew : g_throwingNew;
+bool FailsNow(Failing how) {
+  return g_armed.load(std::memory_order_relaxed) && g_how == how && FailsNow("new");
 }
 
 void* Allocate(std::size_t size) {
@@ -40,11 +36,11 @@ void* Allocate(std::size_t size) {
 }
 
 void* AllocateOrNull(std::size_t size) {
-  return g_nothrowNew.FailsNow() ? nullptr : Allocate(size);
+  return FailsNow(Failing::kNothrowNew) ? nullptr : Allocate(size);
 }
 
 void* AllocateOrThrow(std::size_t size) {
-  void* block = g_throwingNew.FailsNow() ? nullptr : Allocate(size);
+  void* block = FailsNow(Failing::kThrowingNew) ? nullptr : Allocate(size);
   if (block == nullptr) throw std::bad_alloc();
   return block;
 }
@@ -90,28 +86,26 @@ void operator delete[](void* block, const std::nothrow_t&) noexcept {
 
 namespace tarnmf::test {
 
-void AllocationFault::Arm() {
-  armed_ = true;
-  if (source_ == kPlatform) {
-    btkHostFailAllocation(n_);
-  } else {
-    CountdownOf(source_).Set(n_);
-  }
+Fault::Fault(Failing how, int n) {
+  g_how = how;
+  g_left = n;
+  g_hit = nullptr;
+  g_armed = true;
+}
+Fault::~Fault() {
+  g_armed = false;
+}
+const char* Fault::Hit() const {
+  return g_hit;
 }
 
-void AllocationFault::Disarm() {
-  hit_ = Hit();
-  if (source_ == kPlatform) {
-    btkHostFailAllocation(-1);
-  } else {
-    CountdownOf(source_).Set(-1);
-  }
-  armed_ = false;
-}
-
-bool AllocationFault::Hit() const {
-  if (!armed_) return hit_;
-  return source_ == kPlatform ? btkHostAllocationFailed() : CountdownOf(source_).hit.load();
+std::optional<BtkErrorT> BeforeCall(const char* function, Refusing refusing) {
+  const bool canFail = g_how == Failing::kThrow ||
+                       (g_how == Failing::kRefuse && refusing != Refusing::kNever) ||
+                       (g_how == Failing::kNoMemory && refusing == Refusing::kByCode);
+  if (!g_armed || !canFail || !FailsNow(function)) return std::nullopt;
+  if (g_how == Failing::kThrow) throw PlatformException(function);
+  return g_how == Failing::kRefuse ? kRefusal : kBtkNoMemory;
 }
 
 std::int64_t LiveAllocations() {
