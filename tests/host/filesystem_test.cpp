@@ -3,8 +3,9 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
-#include <vector>
+#include <utility>
 
+#include "platform/host/btkhost.h"
 #include "platform/runtime.h"
 #include "platform/stream.h"
 #include "tests/support/temp_directory.h"
@@ -54,6 +55,21 @@ TEST(Paths, ListsMatchingFilesByName) {
   EXPECT_EQ(btkFSList(btkFSEntry("/no/such/folder"), "*").Count(), 0U);
 }
 
+TEST(Paths, ListsAreValues) {
+  btkFSEntry file("folder");
+  (file += "s") /= "a";
+  btkFSList list(0);
+  list.Append(file);
+  const btkFSList copy(list);
+  list.Append(file);
+  btkFSList moved(std::move(list));
+  list = copy;
+  EXPECT_EQ(copy.Count() * 100 + moved.Count() * 10 + list.Count(), 121U);
+  btkZString path("other");
+  path = list[0].Path().NarrowText();
+  EXPECT_TRUE(path == u"folders/a");
+}
+
 TEST(FileStream, ReadsToTheEndAndTellsFailureFromEnd) {
   const TempDirectory directory;
   const std::string file = directory.Write("f", "12345");
@@ -69,13 +85,28 @@ TEST(FileStream, ReadsToTheEndAndTellsFailureFromEnd) {
   EXPECT_NE(stream.State() & kBtkStreamFailed, 0U);
   EXPECT_EQ(stream.Open(directory.Path().c_str(), kBtkOpenRead, nullptr), kBtkMissing);
   EXPECT_EQ(stream.Open((file + "x").c_str(), kBtkOpenRead, nullptr), kBtkMissing);
+  auto* const counted = new btkFileStream;
+  EXPECT_EQ(counted->AddRef(), 1);
+  EXPECT_EQ(counted->btkRefCounted::Release(), 0);
 }
 
-TEST(Process, KnowsItsExecutable) {
+TEST(Process, AnswersAsItWasToldToOrAsItIs) {
   char16_t path[261];
+  btkHostSetProcessLoadpoint(u"/lp");
+  btkHostSetExecutablePath(u"/viewer");
+  btkHostSetMachineTypes("here", "there");
+  EXPECT_TRUE(btkGetLoadpointW(path, 261) == 3 && std::u16string(path) == u"/lp");
+  EXPECT_EQ(btkDlmGetCurProcessImagePathW(path, 8), kBtkOk);
+  EXPECT_EQ(path, std::u16string(u"/viewer"));
+  EXPECT_EQ(btkGetVexMachine() + std::string(btkGetVexMachine3264("")), "herethere");
+  btkHostSetProcessLoadpoint(nullptr);
+  btkHostSetExecutablePath(nullptr);
+  btkHostSetMachineTypes(nullptr, nullptr);
+  EXPECT_EQ(btkGetLoadpointW(path, 261), 0U);
   ASSERT_EQ(btkDlmGetCurProcessImagePathW(path, 261), kBtkOk);
-  EXPECT_STREQ(btkFSEntry(path).GetTail().Text(), "tarnmf_host_tests");
+  EXPECT_EQ(std::string(btkFSEntry(path).GetTail().Text()).substr(0, 11), "tarnmf_host");
   EXPECT_EQ(btkDlmGetCurProcessImagePathW(path, 4), kBtkTooLong);
+  EXPECT_EQ(btkGetExecutableNameW(path, 261, nullptr, u"viewer"), kBtkOk);
 }
 
 }  // namespace
