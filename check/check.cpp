@@ -66,6 +66,9 @@ std::vector<std::unique_ptr<LoadPoint>> ReadLoadPoints(const Request& request, F
   }
   for (const auto& [directory, paths] : byDirectory)
     loadpoints.push_back(ReadSingleFiles(directory, paths, files));
+  if (request.loadpoint.empty() || !FitsProcess(loadpoints.front()->path)) return loadpoints;
+  for (const auto& loadpoint : loadpoints)
+    loadpoint->processPath = loadpoints.front()->path;
   return loadpoints;
 }
 

@@ -23,16 +23,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// With its NUL, the path of a process's load point has to fit into this many units.
-constexpr std::size_t kPathUnits = 261;
 // Names that are compared in all to find what was meant.
 constexpr std::size_t kMostCompared = 200'000;
 
-// Where the file of one implementation was looked for.
-struct Search {
-  const ImplementationDeclaration* implementation = nullptr;
-  std::string file;  // empty: none was found
-  std::vector<std::string> tried;
+// The search for the file of one implementation.
+struct Search : FileSearch {
+  const ImplementationDeclaration* implementation;
 };
 
 std::string WithSlashes(std::string text) {
@@ -96,11 +92,7 @@ class FileCheck {
     Place At(Span span) const { return {&manifest.source, span}; }
   };
 
-  std::string Resolve(const Module& module, const ImplementationDeclaration& implementation,
-                      const std::string& name, const std::string& path,
-                      std::vector<std::string>* tried);
-  Search SearchFile(const Module& module, const ImplementationDeclaration& implementation);
-  bool LeadsOut(const Module& module, const Search& search) const;
+  Search SearchFile(const Module& module, const ImplementationDeclaration& implementation) const;
   bool TellBackslashes(const Module& module, const Search& search);
   void TellOutside(const Module& module, const Search& search);
   void TellMissing(const Module& module, const Search& search, const Search* own);
@@ -120,22 +112,12 @@ class FileCheck {
 
 // ---- Searching ---------------------------------------------------------------------------------
 
-std::string FileCheck::Resolve(const Module& module,
-                               const ImplementationDeclaration& implementation,
-                               const std::string& name, const std::string& path,
-                               std::vector<std::string>* tried) {
-  FileSearch search = check::SearchFile(module.declaration, implementation,
-                                        module.loadpoint.value_or(""), name, path);
-  if (tried != nullptr) *tried = std::move(search.tried);
-  return search.file;
-}
-
 Search FileCheck::SearchFile(const Module& module,
-                             const ImplementationDeclaration& implementation) {
-  Search search{&implementation, "", {}};
-  search.file = Resolve(module, implementation, implementation.name->text,
-                        implementation.path ? implementation.path->text : "", &search.tried);
-  return search;
+                             const ImplementationDeclaration& implementation) const {
+  return {
+      check::SearchFile(loadpoint_, module.declaration, implementation, implementation.name->text,
+                        implementation.path ? implementation.path->text : ""),
+      &implementation};
 }
 
 // The implementation for this machine is used; when it has no file, the module's own.
@@ -149,8 +131,9 @@ void FileCheck::Check(const Manifest& manifest, const ModuleDeclaration& declara
   if (!selected.name || (!module.loadpoint && isOwn)) return;
   if (!IsClear(manifest, declaration, selected)) return;
   const Search search = SearchFile(module, selected);
+  if (search.refusal == kBtkHostLeadsUp) return TellOutside(module, search);
+  // What is relative to a process that is not known may be anywhere.
   if (search.tried.empty()) return;
-  if (LeadsOut(module, search)) return TellOutside(module, search);
   if (!search.file.empty() || TellBackslashes(module, search)) return;
   if (isOwn || !implementations.front().name) return TellMissing(module, search, nullptr);
   const Search own = SearchFile(module, implementations.front());
@@ -159,27 +142,14 @@ void FileCheck::Check(const Manifest& manifest, const ModuleDeclaration& declara
 
 // ---- Paths -------------------------------------------------------------------------------------
 
-// What lies inside is judged by its text alone, as links are followed anyway.
-bool FileCheck::LeadsOut(const Module& module, const Search& search) const {
-  if (search.implementation->forcePath || !module.loadpoint) return false;
-  const fs::path root = fs::path(*module.loadpoint).lexically_normal();
-  const auto isOutside = [&](const std::string& file) {
-    const fs::path relative = fs::path(file).lexically_normal().lexically_relative(root);
-    return !relative.empty() && *relative.begin() == "..";
-  };
-  if (!search.file.empty()) return isOutside(search.file);
-  return std::any_of(search.tried.begin(), search.tried.end(), isOutside);
-}
-
 void FileCheck::TellOutside(const Module& module, const Search& search) {
   const ImplementationDeclaration& implementation = *search.implementation;
   const bool byPath =
       implementation.path && implementation.path->text.find("..") != std::string::npos;
   const TextValue& value = byPath ? *implementation.path : *implementation.name;
-  const std::string& file = search.file.empty() ? search.tried.back() : search.file;
   findings_.push_back(Found(Rule::kOutsideLoadpoint, kBtkOk, module.At(value.span),
-                            fmt::format("{} leads out of the load point: to {}", Quoted(value.text),
-                                        Shown(module, search, file))));
+                            fmt::format("the file of {} is not looked for: {}",
+                                        NameOf(module.declaration), search.reason)));
 }
 
 // True when something was told.
@@ -191,9 +161,10 @@ bool FileCheck::TellBackslashes(const Module& module, const Search& search) {
   };
   if (std::none_of(std::begin(values), std::end(values), hasBackslash)) return false;
   const bool exists =
-      !Resolve(module, implementation, WithSlashes(implementation.name->text),
-               implementation.path ? WithSlashes(implementation.path->text) : "", nullptr)
-           .empty();
+      !check::SearchFile(loadpoint_, module.declaration, implementation,
+                         WithSlashes(implementation.name->text),
+                         implementation.path ? WithSlashes(implementation.path->text) : "")
+           .file.empty();
   for (const std::optional<TextValue>& value : values) {
     if (!hasBackslash(value)) continue;
     Finding finding =
@@ -208,10 +179,12 @@ bool FileCheck::TellBackslashes(const Module& module, const Search& search) {
   return true;
 }
 
-// Paths that a manifest gives as they stand are told as they stand.
+// Absolute paths that a manifest gives are told as they stand.
 std::string FileCheck::Shown(const Module& module, const Search& search,
                              const std::string& file) const {
-  const bool stands = search.implementation->forcePath || module.declaration.loadpoint;
+  const std::optional<TextValue>& given =
+      search.implementation->forcePath ? search.implementation->path : module.declaration.loadpoint;
+  const bool stands = given && fs::path(given->text).is_absolute();
   return stands ? file : ShownPath(loadpoint_, file);
 }
 
@@ -300,23 +273,18 @@ void FileCheck::SuggestName(Finding& finding, const Module& module,
     finding.suggestions.push_back(Replace(name.span, name.text, std::string(plain)));
 }
 
-bool IsTooLong(const std::string& path) {
-  const std::basic_string_view<btkWChar> wide(btkFSPath(path.c_str()).WideText());
-  return wide.size() >= kPathUnits;
-}
-
 }  // namespace
 
 void CheckFiles(const LoadPoint& loadpoint, Files& files, std::vector<Finding>& findings) {
   if (loadpoint.role == LoadPoint::Role::kUnknown || loadpoint.path.empty()) return;
-  if (IsTooLong(loadpoint.path)) {
+  if (!FitsProcess(loadpoint.path)) {
     const bool isProcess = loadpoint.role == LoadPoint::Role::kProcess;
     findings.push_back(Found(
         Rule::kPathTooLong, kBtkOk, {&loadpoint.directory, {}},
         fmt::format("{}: its path has more than {} UTF-16 units",
                     isProcess ? "the process has no load point"
                               : "a process that has this as its own load point would have none",
-                    kPathUnits - 1)));
+                    kProcessPathUnits - 1)));
     if (isProcess) return;
   }
   // Where the folder itself is not there, its files need not be told one by one.

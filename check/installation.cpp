@@ -121,6 +121,11 @@ void CheckBase(LoadPoint& loadpoint, Files& files) {
 
 }  // namespace
 
+bool FitsProcess(const std::string& path) {
+  const btkFSPath converted(path.c_str());
+  return std::char_traits<btkWChar>::length(converted.WideText()) < kProcessPathUnits;
+}
+
 std::string AbsolutePath(const std::string& path) {
   return fs::absolute(path.empty() ? "." : path).lexically_normal().string();
 }

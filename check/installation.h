@@ -2,6 +2,7 @@
 #ifndef CHECK_INSTALLATION_H
 #define CHECK_INSTALLATION_H
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <set>
@@ -47,6 +48,8 @@ struct LoadPoint {
   // Below which files are looked for: absolute, as the library would have it. Empty: that is not
   // known.
   std::string path;
+  // Of the process's own load point, which relative ones are relative to. Empty: that is not known.
+  std::string processPath;
   UniIdT scope{};
   std::unique_ptr<LayoutFileText> layout;  // null: there is no such file
   std::vector<std::shared_ptr<const Manifest>> manifests;
@@ -72,6 +75,10 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
 
 // Tells of load points that have the path of an earlier one.
 void FindDuplicates(std::vector<std::unique_ptr<LoadPoint>>& loadpoints);
+
+// With its NUL, the path of a process's load point has to fit into this many units.
+inline constexpr std::size_t kProcessPathUnits = 261;
+bool FitsProcess(const std::string& path);
 
 // Absolute, without "." and "..".
 std::string AbsolutePath(const std::string& path);

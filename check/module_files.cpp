@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <utility>
 
 #include "platform/filesystem.h"
-#include "platform/host/embedded_dlm.h"
 #include "platform/runtime.h"
+#include "support/ignore_refusal.h"
 
 namespace tarnmf::check {
 
@@ -25,36 +24,49 @@ const ImplementationDeclaration& SelectedImplementation(const ModuleDeclaration&
   return native != implementations.end() ? *native : implementations.front();
 }
 
-FileSearch SearchFile(const ModuleDeclaration& module,
-                      const ImplementationDeclaration& implementation, const std::string& loadpoint,
-                      const std::string& name, const std::string& path) {
+FileSearch SearchFile(const LoadPoint& loadpoint, const ModuleDeclaration& module,
+                      const ImplementationDeclaration& implementation, const std::string& name,
+                      const std::string& path) {
   const std::uint32_t flags = (implementation.forcePath ? std::uint32_t{kBtkForcePath} : 0U) |
                               (implementation.explicitName ? std::uint32_t{kBtkExplicitName} : 0U);
   const btkModuleVersionT version{};
   btkHostDlmManager manager;
+  UniIdT scope{};
+  // The embedded manager takes every load point.
+  IgnoreRefusal(manager.RegisterProcessLoadpoint(
+      &scope, btkFSPath(loadpoint.processPath.c_str()).WideText()));
   btkZString file;
-  const BtkErrorT code =
-      manager.ResolveModule(&file, module.id ? module.id->text.c_str() : "",
-                            module.type ? module.type->text.c_str() : nullptr,
-                            btkFSPath(name.c_str()).WideText(), btkFSPath(path.c_str()).WideText(),
-                            flags, btkFSPath(loadpoint.c_str()).WideText(), "", 0, &version);
-  return {code == kBtkOk ? file.Text() : "", manager.Resolutions().back().tried};
+  // What became of it is in the resolution.
+  IgnoreRefusal(manager.ResolveModule(
+      &file, module.id ? module.id->text.c_str() : "",
+      module.type ? module.type->text.c_str() : nullptr, btkFSPath(name.c_str()).WideText(),
+      btkFSPath(path.c_str()).WideText(), flags,
+      btkFSPath(LoadPointPathOf(module, loadpoint).c_str()).WideText(), "", 0, &version));
+  const btkHostResolutionT& resolution = manager.Resolutions().back();
+  return {resolution.file,
+          {resolution.tried.begin(), resolution.tried.end()},
+          resolution.refusal,
+          resolution.reason};
 }
 
 ModuleFile FindModuleFile(const LoadPoint& loadpoint, const ModuleDeclaration& module) {
-  const std::string path = LoadPointPathOf(module, loadpoint);
   const auto search = [&](const ImplementationDeclaration& implementation) {
-    return implementation.name ? SearchFile(module, implementation, path, implementation.name->text,
-                                            implementation.path ? implementation.path->text : "")
-                               : FileSearch();
+    return implementation.name
+               ? SearchFile(loadpoint, module, implementation, implementation.name->text,
+                            implementation.path ? implementation.path->text : "")
+               : FileSearch();
   };
   ModuleFile found{&SelectedImplementation(module), {}};
   found.search = search(*found.implementation);
   const ImplementationDeclaration& own = module.implementations.front();
   if (!found.search.file.empty() || found.implementation == &own) return found;
   FileSearch other = search(own);
-  std::move(other.tried.begin(), other.tried.end(), std::back_inserter(found.search.tried));
-  return {&own, {std::move(other.file), std::move(found.search.tried)}};
+  other.tried.insert(other.tried.begin(), found.search.tried.begin(), found.search.tried.end());
+  if (other.refusal == kBtkHostAdmitted) {
+    other.refusal = found.search.refusal;
+    other.reason = std::move(found.search.reason);
+  }
+  return {&own, std::move(other)};
 }
 
 }  // namespace tarnmf::check

@@ -7,6 +7,7 @@
 
 #include "check/declarations.h"
 #include "check/installation.h"
+#include "platform/host/embedded_dlm.h"
 
 namespace tarnmf::check {
 
@@ -19,12 +20,14 @@ const ImplementationDeclaration& SelectedImplementation(const ModuleDeclaration&
 struct FileSearch {
   std::string file;                // empty: there is none
   std::vector<std::string> tried;  // in order
+  btkHostRefusalT refusal = kBtkHostAdmitted;
+  std::string reason;  // in words; empty unless refused
 };
 
 // Looks for the file of an implementation as if it had this name and path.
-FileSearch SearchFile(const ModuleDeclaration& module,
-                      const ImplementationDeclaration& implementation, const std::string& loadpoint,
-                      const std::string& name, const std::string& path);
+FileSearch SearchFile(const LoadPoint& loadpoint, const ModuleDeclaration& module,
+                      const ImplementationDeclaration& implementation, const std::string& name,
+                      const std::string& path);
 
 struct ModuleFile {
   // The selected one, or the module's own in its place where that has no file.

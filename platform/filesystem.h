@@ -6,9 +6,7 @@
 #ifndef PLATFORM_FILESYSTEM_H
 #define PLATFORM_FILESYSTEM_H
 
-#include <string>
-#include <vector>
-
+#include "platform/owned_text.h"
 #include "platform/types.h"
 
 /// A string that the platform hands out.
@@ -19,12 +17,12 @@ class BTK_API btkZString {
   explicit btkZString(const char* text);
 
   /// Never null; valid until this object changes.
-  const char* Text() const { return text_.c_str(); }
+  const char* Text() const { return text_.Text(); }
   /// Copies `text`; null counts as empty.
   btkZString& operator=(const char* text);
 
  private:
-  std::string text_;
+  btkOwnedTextT<char> text_;
 };
 
 /// Compares a platform string with a wide text (null counts as empty).
@@ -39,13 +37,13 @@ class BTK_API btkFSPath {
   explicit btkFSPath(const btkWChar* wide);
 
   /// Never null; lives as long as this object.
-  const char* NarrowText() const { return narrow_.c_str(); }
+  const char* NarrowText() const { return narrow_.Text(); }
   /// Never null; lives as long as this object.
-  const btkWChar* WideText() const { return wide_.c_str(); }
+  const btkWChar* WideText() const { return wide_.Text(); }
 
  private:
-  std::string narrow_;
-  std::basic_string<btkWChar> wide_;
+  btkOwnedTextT<char> narrow_;
+  btkOwnedTextT<btkWChar> wide_;
 };
 
 /// One place in the file system; it need not exist.
@@ -57,7 +55,7 @@ class BTK_API btkFSEntry {
   explicit btkFSEntry(const btkWChar* wide);
 
   /// Its path.
-  btkFSPath Path() const { return btkFSPath(path_.c_str()); }
+  btkFSPath Path() const { return btkFSPath(path_.Text()); }
 
   /// The path without its last component. A trailing separator is ignored.
   btkFSEntry GetHead() const;
@@ -70,7 +68,7 @@ class BTK_API btkFSEntry {
   btkFSEntry& operator+=(const char* text);
 
  private:
-  std::string path_;
+  btkOwnedTextT<char> path_;
 };
 
 /// An ordered list of entries.
@@ -84,29 +82,33 @@ class BTK_API btkFSList {
   /// is what cannot be read: see ProblemCount. Directories whose names match are no problem.
   btkFSList(const btkFSEntry& directory, const char* pattern);
 
+  /// Copies the entries.
+  btkFSList(const btkFSList& other);
+  /// Leaves the other one empty.
+  btkFSList(btkFSList&& other) noexcept;
+  /// Takes a copy, or what is moved into it.
+  btkFSList& operator=(btkFSList other) noexcept;
+  ~btkFSList();
+
   /// The number of entries.
-  unsigned Count() const { return static_cast<unsigned>(entries_.size()); }
-  /// REQUIRES: `index` is less than Count().
-  const btkFSEntry& operator[](unsigned index) const { return entries_[index]; }
+  unsigned Count() const;
+  /// REQUIRES: `index` is less than Count(). Valid until the list changes.
+  const btkFSEntry& operator[](unsigned index) const;
   /// Adds a copy at the end.
   void Append(const btkFSEntry& entry);
 
-  /// How many reasons there are why a list made of a directory may lack files: the directory is there and cannot
-  /// be read, or not to its end, or a name that matches leads to nothing that can be listed.
-  unsigned ProblemCount() const { return static_cast<unsigned>(problems_.size()); }
+  /// How many reasons there are why a list made of a directory may lack files: the directory is there
+  /// and cannot be read, or not to its end, or a name that matches leads to nothing that can be listed.
+  unsigned ProblemCount() const;
   /// What the problem is about. REQUIRES: `index` is less than ProblemCount().
-  const btkFSEntry& ProblemPlace(unsigned index) const { return problems_[index].place; }
+  const btkFSEntry& ProblemPlace(unsigned index) const;
   /// The problem in the system's words, without the place. REQUIRES: as above.
-  const char* ProblemText(unsigned index) const { return problems_[index].text.Text(); }
+  const char* ProblemText(unsigned index) const;
 
  private:
-  struct Problem {
-    btkFSEntry place;
-    btkZString text;
-  };
+  struct Entries;
 
-  std::vector<btkFSEntry> entries_;
-  std::vector<Problem> problems_;
+  Entries* entries_ = nullptr;  // null: none
 };
 
 #endif  // PLATFORM_FILESYSTEM_H

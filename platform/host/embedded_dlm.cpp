@@ -1,10 +1,15 @@
 #include "platform/host/embedded_dlm.h"
 
 #include <filesystem>
+#include <string>
 #include <system_error>
 #include <uuid/uuid.h>
+#include <vector>
 
 #include "platform/host/file_status.h"
+#include "platform/host/kept.h"
+#include "platform/host/library_file.h"
+#include "platform/host/module_places.h"
 #include "platform/host/path_rules.h"
 
 #if defined(_WIN32)
@@ -19,61 +24,100 @@ namespace {
 constexpr UniIdT kLoadpointNamespace = {{0x1d, 0x92, 0x6e, 0x40, 0x35, 0xb8, 0x4f, 0x61, 0x8c, 0x07,
                                          0x29, 0xfa, 0xe3, 0x54, 0xbd, 0x18}};
 
-btkHostWideT TextOf(const btkWChar* text) {
-  return text != nullptr ? text : BTK_W("");
-}
-std::string TextOf(const char* text) {
-  return text != nullptr ? text : "";
-}
-
-template <class Text, class Char>
-std::optional<Text> OptionalText(const Char* text) {
-  return text != nullptr ? std::optional<Text>(text) : std::nullopt;
-}
-
-// The strings of an array that ends with a null pointer.
-std::vector<btkHostWideT> TextsOf(const btkWChar* const* list) {
-  std::vector<btkHostWideT> texts;
-  for (; list != nullptr && *list != nullptr; ++list)
-    texts.emplace_back(*list);
-  return texts;
-}
-
-btkHostEnvCmdT CopyOf(const EnvCmdT& command) {
-  return {command.action, command.flags & ~static_cast<std::uint32_t>(kEnvCmdOwnsText),
-          TextOf(command.name), OptionalText<btkHostWideT>(command.value)};
-}
-
-// ---- Where the file of a module may lie --------------------------------------------------------
-
 std::string NarrowOf(const btkWChar* text) {
   return btkFSPath(text).NarrowText();
 }
 
-std::string FileName(const char* type, const btkWChar* name, std::uint32_t flags) {
-  std::string plain = NarrowOf(name);
-  if ((flags & kBtkExplicitName) != 0) return plain;
-#if defined(_WIN32)
-  return plain + (btkIsSharedLibType(type) ? ".dll" : ".exe");
-#else
-  return btkIsSharedLibType(type) ? "lib" + plain + ".so" : plain;
-#endif
+// The strings of an array that ends with a null pointer.
+btkHostListT<const btkWChar*> Keep(Kept& kept, const btkWChar* const* list) {
+  std::vector<const btkWChar*> texts;
+  for (; list != nullptr && *list != nullptr; ++list)
+    texts.push_back(kept.Text(*list));
+  return kept.List(texts);
 }
 
-// Where a module's file may be, in the order in which it is looked for.
-std::vector<std::string> Candidates(const std::string& fileName, const btkWChar* path,
-                                    std::uint32_t flags, const btkWChar* loadpoint,
-                                    const char* machine) {
-  const std::string folder = NarrowOf(path);
-  if ((flags & kBtkForcePath) != 0) return {JoinPath({folder, fileName})};
-  if (loadpoint == nullptr || *loadpoint == 0) return {};
-  const std::string root = NarrowOf(loadpoint);
-  const bool native = machine == nullptr || *machine == '\0';
-  return {JoinPath({root, native ? btkGetVexMachine() : machine, folder, fileName}),
-          JoinPath({root, folder, fileName})};
+btkHostListT<const char*> Keep(Kept& kept, const std::vector<std::string>& list) {
+  std::vector<const char*> texts;
+  for (const std::string& text : list)
+    texts.push_back(kept.Text(text.c_str()));
+  return kept.List(texts);
+}
+
+btkHostListT<btkHostEnvCmdT> Keep(Kept& kept, const EnvCmdT* commands, std::int32_t count) {
+  std::vector<btkHostEnvCmdT> copies;
+  for (std::int32_t i = 0; i < count; ++i) {
+    const EnvCmdT& command = commands[i];
+    copies.push_back({command.action, command.flags & ~static_cast<std::uint32_t>(kEnvCmdOwnsText),
+                      kept.Text(command.name), kept.TextOrNull(command.value)});
+  }
+  return kept.List(copies);
+}
+
+// Loads a library; `failure` says why not.
+void* Load(const char* path, std::string& failure) {
+  // The loader would look for a bare name among the libraries of the system.
+  if (!std::filesystem::path(path).is_absolute()) {
+    failure = "the path is not absolute";
+    return nullptr;
+  }
+  failure = LibraryProblem(path);
+  if (!failure.empty()) return nullptr;
+#if defined(_WIN32)
+  void* const loaded = LoadLibraryW(btkFSPath(path).WideText());
+  if (loaded == nullptr) failure = "the library cannot be loaded";
+#else
+  void* const loaded = dlopen(path, RTLD_NOW | RTLD_LOCAL);
+  if (loaded == nullptr) failure = dlerror();
+#endif
+  return loaded;
 }
 
 }  // namespace
+
+struct btkHostDlmManager::State {
+  Kept kept;
+  LoadpointPlaces loadpoints;
+  std::vector<btkHostInstallationT> installations;
+  std::vector<const btkWChar*> processLoadpoints;
+  std::vector<btkHostLayoutT> layouts;
+  std::vector<btkHostResolutionT> resolutions;
+  std::vector<btkHostIntfRefT> interfaceRefs;
+  std::vector<btkHostRunnableT> runnables;
+  std::vector<btkHostPreloadT> preloads;
+  btkHostPreloadModeT preloadMode = kBtkHostLoads;
+};
+
+btkHostDlmManager::btkHostDlmManager() : state_(new State) {}
+
+btkHostDlmManager::~btkHostDlmManager() {
+  delete state_;
+}
+
+btkHostListT<btkHostInstallationT> btkHostDlmManager::Installations() const {
+  return ListOf(state_->installations);
+}
+btkHostListT<const btkWChar*> btkHostDlmManager::ProcessLoadpoints() const {
+  return ListOf(state_->processLoadpoints);
+}
+btkHostListT<btkHostLayoutT> btkHostDlmManager::Layouts() const {
+  return ListOf(state_->layouts);
+}
+btkHostListT<btkHostResolutionT> btkHostDlmManager::Resolutions() const {
+  return ListOf(state_->resolutions);
+}
+btkHostListT<btkHostIntfRefT> btkHostDlmManager::InterfaceRefs() const {
+  return ListOf(state_->interfaceRefs);
+}
+btkHostListT<btkHostRunnableT> btkHostDlmManager::Runnables() const {
+  return ListOf(state_->runnables);
+}
+btkHostListT<btkHostPreloadT> btkHostDlmManager::Preloads() const {
+  return ListOf(state_->preloads);
+}
+
+void btkHostDlmManager::SetPreloadMode(btkHostPreloadModeT mode) {
+  state_->preloadMode = mode;
+}
 
 BtkErrorT btkHostDlmManager::QueryLoadpointId(UniIdT* id, const btkWChar* path) {
   *id = {};
@@ -86,12 +130,14 @@ BtkErrorT btkHostDlmManager::QueryLoadpointId(UniIdT* id, const btkWChar* path) 
 }
 
 BtkErrorT btkHostDlmManager::RegisterInstallation(const btkWChar* base, const UniIdT* scope) {
-  installations_.push_back({TextOf(base), *scope});
+  state_->loadpoints.AnnounceInstallation(NarrowOf(base));
+  state_->installations.push_back({state_->kept.Text(base), *scope});
   return kBtkOk;
 }
 
 BtkErrorT btkHostDlmManager::RegisterProcessLoadpoint(UniIdT* /*scope*/, const btkWChar* path) {
-  processLoadpoints_.push_back(TextOf(path));
+  state_->loadpoints.AnnounceProcess(NarrowOf(path));
+  state_->processLoadpoints.push_back(state_->kept.Text(path));
   return kBtkOk;
 }
 
@@ -100,19 +146,21 @@ BtkErrorT btkHostDlmManager::RegisterLayout(const btkWChar* base, const char* ma
                                             const btkWChar* const* list1,
                                             const btkWChar* const* list2,
                                             const btkWChar* const* list3, bool flag) {
-  layouts_.push_back({TextOf(base),
-                      TextOf(machine),
-                      OptionalText<btkHostWideT>(text1),
-                      OptionalText<btkHostWideT>(text2),
-                      {TextsOf(list1), TextsOf(list2), TextsOf(list3)},
-                      flag});
+  Kept& kept = state_->kept;
+  state_->layouts.push_back({kept.Text(base),
+                             kept.Text(machine),
+                             kept.TextOrNull(text1),
+                             kept.TextOrNull(text2),
+                             {Keep(kept, list1), Keep(kept, list2), Keep(kept, list3)},
+                             flag});
   return kBtkOk;
 }
 
 bool btkHostDlmManager::HasMachineVariant(const btkWChar* loadpoint, const char* machine) {
-  if (loadpoint == nullptr) return false;
+  if (loadpoint == nullptr || *loadpoint == 0) return false;
+  const std::string root = state_->loadpoints.PlaceOf(NarrowOf(loadpoint));
   std::error_code error;
-  return std::filesystem::is_directory(JoinPath({NarrowOf(loadpoint), TextOf(machine)}), error);
+  return !root.empty() && std::filesystem::is_directory(JoinPath({root, machine}), error);
 }
 
 BtkErrorT btkHostDlmManager::ResolveModule(btkZString* result, const char* id, const char* type,
@@ -120,35 +168,36 @@ BtkErrorT btkHostDlmManager::ResolveModule(btkZString* result, const char* id, c
                                            std::uint32_t flags, const btkWChar* loadpoint,
                                            const char* machine, std::int32_t /*abits*/,
                                            const btkModuleVersionT* /*version*/) {
-  resolutions_.push_back({TextOf(id), TextOf(loadpoint), TextOf(machine), {}, {}});
-  btkHostResolutionT& resolution = resolutions_.back();
-  for (std::string& file :
-       Candidates(FileName(type, name, flags), path, flags, loadpoint, machine)) {
-    if (IsRegularFile(file.c_str())) resolution.file = file;
-    resolution.tried.push_back(std::move(file));
-    if (!resolution.file.empty()) break;
+  const ModulePlaces places =
+      PlacesOf({type, name, path, flags, loadpoint, machine}, state_->loadpoints);
+  std::vector<std::string> tried;
+  bool isFound = false;
+  for (const std::string& file : places.files) {
+    tried.push_back(file);
+    isFound = IsRegularFile(file.c_str());
+    if (isFound) break;
   }
-  const bool found = !resolution.file.empty();
-  if (found) *result = resolution.file.c_str();
-  return found ? kBtkOk : kBtkNotFound;
+  if (isFound) *result = tried.back().c_str();
+  Kept& kept = state_->kept;
+  state_->resolutions.push_back({kept.Text(id), kept.Text(loadpoint), kept.Text(machine),
+                                 kept.Text(isFound ? tried.back().c_str() : nullptr),
+                                 Keep(kept, tried), places.refusal,
+                                 kept.Text(places.reason.c_str())});
+  return isFound ? kBtkOk : kBtkNotFound;
 }
 
 BtkErrorT btkHostDlmManager::PreloadModule(void** handle, const char* path,
                                            std::int32_t /*reserved1*/, std::int32_t /*reserved2*/,
                                            void* /*reserved3*/, void* /*reserved4*/) {
-  if (preloadMode_ == kBtkHostRecordsOnly) {
-    preloads_.push_back({path, false, {}});
+  Kept& kept = state_->kept;
+  if (state_->preloadMode == kBtkHostRecordsOnly) {
+    state_->preloads.push_back({kept.Text(path), false, ""});
     return kBtkOk;
   }
-#if defined(_WIN32)
-  void* const loaded = LoadLibraryW(btkFSPath(path).WideText());
-  std::string failure = loaded != nullptr ? "" : "the library cannot be loaded";
-#else
-  void* const loaded = dlopen(path, RTLD_NOW | RTLD_LOCAL);
-  std::string failure = loaded != nullptr ? "" : TextOf(dlerror());
-#endif
+  std::string failure;
+  void* const loaded = Load(path, failure);
   if (loaded != nullptr) *handle = loaded;
-  preloads_.push_back({path, loaded != nullptr, std::move(failure)});
+  state_->preloads.push_back({kept.Text(path), loaded != nullptr, kept.Text(failure.c_str())});
   return loaded != nullptr ? kBtkOk : kBtkNotFound;
 }
 
@@ -157,24 +206,22 @@ BtkErrorT btkHostDlmManager::RegisterRunnable(btkZString* /*result*/, const char
                                               const btkWChar* loadpoint, std::int32_t /*reserved*/,
                                               const btkWChar* const* args, const EnvCmdT* env,
                                               std::int32_t envCount, std::int32_t initstate) {
-  btkHostRunnableT runnable{
-      TextOf(name),      TextOf(moduleref), OptionalText<std::string>(launcher),
-      TextOf(loadpoint), TextsOf(args),     {},
-      initstate};
-  for (std::int32_t i = 0; i < envCount; ++i)
-    runnable.env.push_back(CopyOf(env[i]));
-  runnables_.push_back(std::move(runnable));
+  Kept& kept = state_->kept;
+  state_->runnables.push_back({kept.Text(name), kept.Text(moduleref), kept.TextOrNull(launcher),
+                               kept.Text(loadpoint), Keep(kept, args), Keep(kept, env, envCount),
+                               initstate});
   return kBtkOk;
 }
 
 BtkErrorT btkHostDlmManager::PublishRefList(const IntfRefEntryT* entries, std::uint64_t count,
                                             bool /*publish*/) {
+  Kept& kept = state_->kept;
   for (std::uint64_t i = 0; i < count; ++i) {
     const IntfRefEntryT& entry = entries[i];
-    interfaceRefs_.push_back({*entry.intfId, TextOf(entry.module),
-                              OptionalText<std::string>(entry.commonname),
-                              OptionalText<std::string>(entry.displayname), entry.version,
-                              entry.shared, entry.multiplicityOrigin});
+    state_->interfaceRefs.push_back({*entry.intfId, kept.Text(entry.module),
+                                     kept.TextOrNull(entry.commonname),
+                                     kept.TextOrNull(entry.displayname), entry.version,
+                                     entry.shared, entry.multiplicityOrigin});
   }
   return kBtkOk;
 }

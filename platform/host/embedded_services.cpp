@@ -1,13 +1,29 @@
 #include "platform/host/embedded_services.h"
 
+#include <array>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/host/kept.h"
 #include "platform/runtime.h"
 
 namespace {
 
-bool IsSamePath(const btkHostWideT& left, const btkWChar* right) {
-  const btkWChar* const leftText = left.c_str();
+using IdBytes = std::array<std::uint8_t, sizeof(UniIdT)>;
+
+IdBytes BytesOf(const UniIdT& id) {
+  return std::to_array(id.bytes);
+}
+
+bool HasName(const btkHostServiceT& service, const char* name) {
+  return service.commonname != nullptr && std::strcmp(service.commonname, name) == 0;
+}
+
+bool IsSamePath(const btkWChar* left, const btkWChar* right) {
   const btkWChar* const rightText = right != nullptr ? right : BTK_W("");
-  return Cmp_cWPaths_Safe(&leftText, &rightText) == 0;
+  return Cmp_cWPaths_Safe(&left, &rightText) == 0;
 }
 
 // The load point's own services come first, then the newest, then the one defined first.
@@ -21,17 +37,31 @@ bool IsBetter(const btkHostServiceT& service, const btkHostServiceT& other,
 
 }  // namespace
 
-btkHostServiceManager::IdBytes btkHostServiceManager::BytesOf(const UniIdT& id) {
-  return std::to_array(id.bytes);
+struct btkHostServiceManager::State {
+  Kept kept;
+  std::vector<btkHostServiceT> services;
+  // Places in services, by service id and by common name. Names given up stay and are passed over.
+  std::multimap<IdBytes, std::size_t> byId;
+  std::multimap<std::string, std::size_t> byName;
+
+  btkHostServiceT* Find(const UniIdT& id, const btkWChar* loadpoint) {
+    const auto [first, last] = byId.equal_range(BytesOf(id));
+    for (auto place = first; place != last; ++place) {
+      btkHostServiceT& service = services[place->second];
+      if (IsSamePath(service.loadpoint, loadpoint)) return &service;
+    }
+    return nullptr;
+  }
+};
+
+btkHostServiceManager::btkHostServiceManager() : state_(new State) {}
+
+btkHostServiceManager::~btkHostServiceManager() {
+  delete state_;
 }
 
-btkHostServiceT* btkHostServiceManager::Find(const UniIdT& id, const btkWChar* loadpoint) {
-  const auto [first, last] = byId_.equal_range(BytesOf(id));
-  for (auto place = first; place != last; ++place) {
-    btkHostServiceT& service = services_[place->second];
-    if (IsSamePath(service.loadpoint, loadpoint)) return &service;
-  }
-  return nullptr;
+btkHostListT<btkHostServiceT> btkHostServiceManager::Services() const {
+  return ListOf(state_->services);
 }
 
 BtkErrorT btkHostServiceManager::DefineService(const UniIdT* id, const btkWChar* loadpoint,
@@ -39,27 +69,28 @@ BtkErrorT btkHostServiceManager::DefineService(const UniIdT* id, const btkWChar*
                                                std::uint32_t flags, std::int32_t /*reserved1*/,
                                                std::int32_t /*reserved2*/,
                                                std::int32_t /*reserved3*/) {
-  if (btkHostServiceT* const defined = Find(*id, loadpoint)) {
+  if (btkHostServiceT* const defined = state_->Find(*id, loadpoint)) {
     defined->model = *model;
     defined->flags = flags;
     return kBtkOk;
   }
-  byId_.emplace(BytesOf(*id), services_.size());
-  services_.push_back({*id, loadpoint != nullptr ? loadpoint : BTK_W(""), idText, *model, flags,
-                       std::nullopt, 0, kBtkInfoShared, false});
+  Kept& kept = state_->kept;
+  state_->services.push_back({*id, kept.Text(loadpoint), kept.Text(idText), *model, flags, nullptr,
+                              0, kBtkInfoShared, false});
+  state_->byId.emplace(BytesOf(*id), state_->services.size() - 1);
   return kBtkOk;
 }
 
 BtkErrorT btkHostServiceManager::SetServiceInfo(const UniIdT* id, const btkWChar* loadpoint,
                                                 const char* commonname, std::int16_t version,
                                                 std::int32_t mode) {
-  btkHostServiceT* const service = Find(*id, loadpoint);
+  btkHostServiceT* const service = state_->Find(*id, loadpoint);
   if (service == nullptr) return kBtkNotFound;
   if (commonname == nullptr) {
-    service->commonname.reset();
-  } else if (service->commonname != commonname) {
-    service->commonname = commonname;
-    byName_.emplace(commonname, static_cast<std::size_t>(service - services_.data()));
+    service->commonname = nullptr;
+  } else if (!HasName(*service, commonname)) {
+    service->commonname = state_->kept.Text(commonname);
+    state_->byName.emplace(commonname, static_cast<std::size_t>(service - state_->services.data()));
   }
   service->version = version;
   service->mode = mode;
@@ -69,7 +100,7 @@ BtkErrorT btkHostServiceManager::SetServiceInfo(const UniIdT* id, const btkWChar
 BtkErrorT btkHostServiceManager::QueryServiceVersions(std::int16_t* version,
                                                       std::int16_t* minVersion, const UniIdT* id,
                                                       const btkWChar* loadpoint) {
-  const btkHostServiceT* const service = Find(*id, loadpoint);
+  const btkHostServiceT* const service = state_->Find(*id, loadpoint);
   if (service == nullptr) return kBtkNotFound;
   *version = service->version;
   *minVersion = 0;
@@ -82,10 +113,10 @@ BtkErrorT btkHostServiceManager::ResolveExternalService(UniIdT* id, const char* 
                                                         const btkWChar* loadpoint) {
   const int oldest = version < 0 ? -version : 0;
   const btkHostServiceT* best = nullptr;
-  const auto [first, last] = byName_.equal_range(name);
+  const auto [first, last] = state_->byName.equal_range(name);
   for (auto place = first; place != last; ++place) {
-    const btkHostServiceT& service = services_[place->second];
-    if (service.commonname != name || (oldest > 0 && service.version < oldest)) continue;
+    const btkHostServiceT& service = state_->services[place->second];
+    if (!HasName(service, name) || (oldest > 0 && service.version < oldest)) continue;
     if (best == nullptr || IsBetter(service, *best, loadpoint)) best = &service;
   }
   if (best == nullptr) return kBtkNotFound;
@@ -96,7 +127,7 @@ BtkErrorT btkHostServiceManager::ResolveExternalService(UniIdT* id, const char* 
 BtkErrorT btkHostServiceManager::AddServiceInstance(const void* /*reserved1*/, const UniIdT* id,
                                                     const btkWChar* loadpoint, const char* /*text*/,
                                                     std::int32_t /*reserved2*/) {
-  btkHostServiceT* const service = Find(*id, loadpoint);
+  btkHostServiceT* const service = state_->Find(*id, loadpoint);
   if (service == nullptr) return kBtkNotFound;
   if (service->hasInstance) return kBtkDuplicate;
   service->hasInstance = true;

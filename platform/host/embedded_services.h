@@ -4,33 +4,32 @@
 #ifndef PLATFORM_HOST_EMBEDDED_SERVICES_H
 #define PLATFORM_HOST_EMBEDDED_SERVICES_H
 
-#include <array>
-#include <map>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include "platform/host/btkhost.h"
-#include "platform/host/embedded_dlm.h"
+#include "platform/host/manager_list.h"
 
-/// One service of one load point.
+/// One service of one load point. Its texts belong to the manager and live as long as it.
 struct btkHostServiceT {
-  UniIdT id;                              ///< the service id
-  btkHostWideT loadpoint;                 ///< empty for none
-  std::string idText;                     ///< as given to DefineService
-  UniIdT model;                           ///< as given to DefineService
-  std::uint32_t flags;                    ///< btkServiceFlagT
-  std::optional<std::string> commonname;  ///< by SetServiceInfo
-  std::int16_t version;                   ///< by SetServiceInfo; 0 before
-  std::int32_t mode;                      ///< btkServiceInfoModeT, by SetServiceInfo; 0 before
-  bool hasInstance;                       ///< by AddServiceInstance
+  UniIdT id;                  ///< the service id
+  const btkWChar* loadpoint;  ///< empty for none
+  const char* idText;         ///< as given to DefineService
+  UniIdT model;               ///< as given to DefineService
+  std::uint32_t flags;        ///< btkServiceFlagT
+  const char* commonname;     ///< by SetServiceInfo; may be null
+  std::int16_t version;       ///< by SetServiceInfo; 0 before
+  std::int32_t mode;          ///< btkServiceInfoModeT, by SetServiceInfo; 0 before
+  bool hasInstance;           ///< by AddServiceInstance
 };
 
 /// One service at most for each pair of id and load point.
 class BTK_API btkHostServiceManager : public btkServiceManager {
  public:
-  /// In the order of their first definition.
-  const std::vector<btkHostServiceT>& Services() const { return services_; }
+  btkHostServiceManager();
+  btkHostServiceManager(const btkHostServiceManager&) = delete;
+  btkHostServiceManager& operator=(const btkHostServiceManager&) = delete;
+  ~btkHostServiceManager() override;
+
+  /// In the order of their first definition. Valid until a service is defined.
+  btkHostListT<btkHostServiceT> Services() const;
 
   /// A second definition of a service replaces the first one's model and flags. Codes: kBtkOk.
   BtkErrorT DefineService(const UniIdT* id, const btkWChar* loadpoint, const char* idText,
@@ -54,16 +53,9 @@ class BTK_API btkHostServiceManager : public btkServiceManager {
                                const char* text, std::int32_t reserved2) override;
 
  private:
-  using IdBytes = std::array<std::uint8_t, sizeof(UniIdT)>;
+  struct State;
 
-  static IdBytes BytesOf(const UniIdT& id);
-  btkHostServiceT* Find(const UniIdT& id, const btkWChar* loadpoint);
-
-  std::vector<btkHostServiceT> services_;
-  /// Places in services_, by service id and by common name. Names given up stay and are passed
-  /// over.
-  std::multimap<IdBytes, std::size_t> byId_;
-  std::multimap<std::string, std::size_t> byName_;
+  State* const state_;
 };
 
 /// The process's embedded manager; installed at start.

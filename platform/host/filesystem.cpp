@@ -1,12 +1,15 @@
 #include "platform/filesystem.h"
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 #include <iterator>
+#include <memory>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <utf8.h>
+#include <utility>
+#include <vector>
 
 #include "platform/host/path_rules.h"
 
@@ -70,6 +73,18 @@ std::basic_string_view<Char> TextOrEmpty(const Char* text) {
   return text != nullptr ? std::basic_string_view<Char>(text) : std::basic_string_view<Char>();
 }
 
+template <class Char>
+btkOwnedTextT<Char> OwnedText(const std::basic_string<Char>& text) {
+  return {text.data(), text.size()};
+}
+
+btkOwnedTextT<char> Concatenated(std::string_view first, std::string_view second,
+                                 std::string_view third) {
+  std::string text;
+  text.reserve(first.size() + second.size() + third.size());
+  return OwnedText(text.append(first).append(second).append(third));
+}
+
 // Without the separators at its end; the root keeps one.
 std::string_view WithoutTrailingSeparators(std::string_view path) {
   while (path.size() > 1 && IsPathSeparator(path.back()))
@@ -125,10 +140,10 @@ std::string JoinPath(std::initializer_list<std::string_view> components) {
   return path;
 }
 
-btkZString::btkZString(const char* text) : text_(TextOrEmpty(text)) {}
+btkZString::btkZString(const char* text) : text_(text) {}
 
 btkZString& btkZString::operator=(const char* text) {
-  text_ = TextOrEmpty(text);
+  text_ = btkOwnedTextT<char>(text);
   return *this;
 }
 
@@ -136,17 +151,18 @@ bool operator==(const btkZString& left, const btkWChar* right) {
   return left.Text() == Narrow(TextOrEmpty(right));
 }
 
-btkFSPath::btkFSPath(const char* narrow) : narrow_(TextOrEmpty(narrow)), wide_(Widen(narrow_)) {}
+btkFSPath::btkFSPath(const char* narrow)
+    : narrow_(narrow), wide_(OwnedText(Widen(TextOrEmpty(narrow)))) {}
 
 btkFSPath::btkFSPath(const btkWChar* wide)
-    : narrow_(Narrow(TextOrEmpty(wide))), wide_(TextOrEmpty(wide)) {}
+    : narrow_(OwnedText(Narrow(TextOrEmpty(wide)))), wide_(wide) {}
 
-btkFSEntry::btkFSEntry(const char* narrow) : path_(TextOrEmpty(narrow)) {}
+btkFSEntry::btkFSEntry(const char* narrow) : path_(narrow) {}
 
-btkFSEntry::btkFSEntry(const btkWChar* wide) : path_(Narrow(TextOrEmpty(wide))) {}
+btkFSEntry::btkFSEntry(const btkWChar* wide) : path_(OwnedText(Narrow(TextOrEmpty(wide)))) {}
 
 btkFSEntry btkFSEntry::GetHead() const {
-  const std::string_view path = WithoutTrailingSeparators(path_);
+  const std::string_view path = WithoutTrailingSeparators(path_.Text());
   const std::string_view tail = LastComponent(path);
   if (tail == "." || tail == "..") return btkFSEntry((std::string(path) + "/..").c_str());
   const std::string_view head = path.substr(0, path.size() - tail.size());
@@ -155,29 +171,47 @@ btkFSEntry btkFSEntry::GetHead() const {
 }
 
 btkZString btkFSEntry::GetTail() const {
-  return btkZString(std::string(LastComponent(path_)).c_str());
+  return btkZString(std::string(LastComponent(path_.Text())).c_str());
 }
 
 btkFSEntry& btkFSEntry::operator/=(const char* component) {
-  if (!path_.empty() && !IsPathSeparator(path_.back())) path_ += '/';
-  path_ += component;
+  const std::string_view path = path_.Text();
+  const bool isSeparated = path.empty() || IsPathSeparator(path.back());
+  path_ = Concatenated(path, isSeparated ? "" : "/", component);
   return *this;
 }
 
 btkFSEntry& btkFSEntry::operator+=(const char* text) {
-  path_ += text;
+  path_ = Concatenated(path_.Text(), text, "");
   return *this;
 }
 
+struct btkFSList::Entries {
+  struct Problem {
+    btkFSEntry place;
+    btkZString text;
+  };
+
+  std::vector<btkFSEntry> list;
+  std::vector<Problem> problems;
+};
+
 btkFSList::btkFSList(int reserve) {
-  if (reserve > 0) entries_.reserve(static_cast<std::size_t>(reserve));
+  if (reserve <= 0) return;
+  auto entries = std::make_unique<Entries>();
+  entries->list.reserve(static_cast<std::size_t>(reserve));
+  entries_ = entries.release();
 }
 
-btkFSList::btkFSList(const btkFSEntry& directory, const char* pattern) {
+btkFSList::btkFSList(const btkFSEntry& directory, const char* pattern) : btkFSList(0) {
   std::vector<std::string> names;
   const auto place = [&](const std::string& name) {
     btkFSEntry entry = directory;
     return entry /= name.c_str();
+  };
+  const auto tell = [&](const btkFSEntry& entry, const std::string& problem) {
+    if (entries_ == nullptr) entries_ = new Entries;
+    entries_->problems.push_back({entry, btkZString(problem.c_str())});
   };
   std::error_code error;
   for (fs::directory_iterator file(directory.Path().NarrowText(), error), end;
@@ -188,16 +222,51 @@ btkFSList::btkFSList(const btkFSEntry& directory, const char* pattern) {
     if (file->is_regular_file(ignored)) {
       names.push_back(std::move(name));
     } else if (const std::string problem = ProblemOf(*file); !problem.empty()) {
-      problems_.push_back({place(name), btkZString(problem.c_str())});
+      tell(place(name), problem);
     }
   }
-  if (error && error != std::errc::no_such_file_or_directory)
-    problems_.push_back({directory, btkZString(error.message().c_str())});
+  if (error && error != std::errc::no_such_file_or_directory) tell(directory, error.message());
   std::sort(names.begin(), names.end());
   for (const std::string& name : names)
-    entries_.push_back(place(name));
+    Append(place(name));
+}
+
+btkFSList::btkFSList(const btkFSList& other)
+    : entries_(other.entries_ != nullptr ? new Entries(*other.entries_) : nullptr) {}
+
+btkFSList::btkFSList(btkFSList&& other) noexcept
+    : entries_(std::exchange(other.entries_, nullptr)) {}
+
+btkFSList& btkFSList::operator=(btkFSList other) noexcept {
+  std::swap(entries_, other.entries_);
+  return *this;
+}
+
+btkFSList::~btkFSList() {
+  delete entries_;
+}
+
+unsigned btkFSList::Count() const {
+  return entries_ != nullptr ? static_cast<unsigned>(entries_->list.size()) : 0;
+}
+
+const btkFSEntry& btkFSList::operator[](unsigned index) const {
+  return entries_->list[index];
+}
+
+unsigned btkFSList::ProblemCount() const {
+  return entries_ != nullptr ? static_cast<unsigned>(entries_->problems.size()) : 0;
+}
+
+const btkFSEntry& btkFSList::ProblemPlace(unsigned index) const {
+  return entries_->problems[index].place;
+}
+
+const char* btkFSList::ProblemText(unsigned index) const {
+  return entries_->problems[index].text.Text();
 }
 
 void btkFSList::Append(const btkFSEntry& entry) {
-  entries_.push_back(entry);
+  if (entries_ == nullptr) entries_ = new Entries;
+  entries_->list.push_back(entry);
 }

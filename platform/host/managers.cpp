@@ -16,6 +16,9 @@ InstalledManagers& Managers() {
   return managers;
 }
 
+// Made when the layer is loaded, so that the first use is like every other one.
+[[maybe_unused]] const InstalledManagers& g_atStart = Managers();
+
 }  // namespace
 
 btkHostDlmManager& btkHostEmbeddedDlmManager() {

@@ -107,7 +107,7 @@ class RepositoryAnswers {
       const btkFSPath path(directory.c_str());
       EXPECT_EQ(ScanLoadpoint(*repo, path.WideText(), btkFSList(0)), kBtkOk);
       UniIdT id{};
-      EXPECT_EQ(dlm.QueryLoadpointId(&id, dlm.Installations().back().base.c_str()), kBtkOk);
+      EXPECT_EQ(dlm.QueryLoadpointId(&id, dlm.Installations().back().base), kBtkOk);
       const MfLdpDataT* const data = repo->FindLoadpoint(&id);
       for (const MfIntfClassT* record : data->classes) {
         names[record] = fmt::format("{}/{}", names.size(), record->commonname != nullptr);

@@ -1,92 +1,100 @@
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
-#include "platform/memory.h"
+#include "tests/support/installed_managers.h"
 #include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
 namespace {
 
-std::u16string Wide(const std::string& narrow) {
-  return btkFSPath(narrow.c_str()).WideText();
-}
-
-TEST(EmbeddedDlm, ResolvesToFilesThatExist) {
+TEST(EmbeddedDlm, ResolvesWhateverTheCurrentFolderIs) {
   const TempDirectory root;
-  for (const char* file :
-       {"liba.so", "linux-x64/liba.so", "sub/libb.so", "linux-x86/sub/libb.so", "raw.bin", "prog"})
-    root.Write(file, "");
-  const std::u16string loadpoint = Wide(root.Path().string());
-  const std::u16string forced = Wide((root.Path() / "sub").string());
-  struct {
-    const char* what;
-    const char* type;
-    const char16_t* name;
-    const char16_t* path;
-    std::uint32_t flags;
-    const char16_t* loadpoint;
-    const char* machine;
-    const char* expected;  // below the root; null: not found
-  } const rows[] = {
-      {"machine folder first", nullptr, u"a", u"", 0, loadpoint.c_str(), "", "linux-x64/liba.so"},
-      {"then the load point", nullptr, u"b", u"sub", 0, loadpoint.c_str(), "", "sub/libb.so"},
-      {"other machine", "SHAREDLIB", u"b", u"sub", 0, loadpoint.c_str(), "linux-x86",
-       "linux-x86/sub/libb.so"},
-      {"explicit name", nullptr, u"raw.bin", nullptr, kBtkExplicitName, loadpoint.c_str(), nullptr,
-       "raw.bin"},
-      {"executable", "executable", u"prog", u"", 0, loadpoint.c_str(), "", "prog"},
-      {"forced path", nullptr, u"b", forced.c_str(), kBtkForcePath, nullptr, nullptr,
-       "sub/libb.so"},
-      {"missing", nullptr, u"c", u"", 0, loadpoint.c_str(), "", nullptr},
-      {"no load point", nullptr, u"a", u"", 0, nullptr, nullptr, nullptr},
+  for (const char* folder : {"process/", "process/store/", "pack/", "pack/linux-x86/",
+                             "else/process/", "else/store/", "else/pack/"})
+    root.Write(std::string(folder) + "liba.so", "");
+  btkHostDlmManager manager;
+  UniIdT scope = {};
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(root.Path());
+  EXPECT_EQ(manager.RegisterProcessLoadpoint(&scope, u"process"), kBtkOk);
+  EXPECT_EQ(manager.RegisterInstallation(u"pack", &scope), kBtkOk);
+  std::filesystem::current_path(root.Path() / "else");
+  // The file below the root, or why there is none.
+  const auto resolve = [&](const char16_t* loadpoint, const char16_t* path = nullptr,
+                           std::uint32_t flags = 0, const char* machine = nullptr) {
+    btkZString file;
+    const bool isExplicit = (flags & kBtkExplicitName) != 0;
+    // Called by its name, which is how a program asks for an exported operation.
+    const BtkErrorT code = manager.btkHostDlmManager::ResolveModule(
+        &file, "id", "SHAREDLIB", isExplicit ? u"liba.so" : u"a", path, flags, loadpoint, machine,
+        0, nullptr);
+    const btkHostResolutionT& resolution = manager.Resolutions().back();
+    EXPECT_STREQ(resolution.file, file.Text());
+    if (code != kBtkOk) return std::string(resolution.reason);
+    EXPECT_EQ(std::string(file.Text()).find(root.Path().string()), 0U);
+    return std::string(file.Text()).substr(root.Path().string().size());
   };
-  btkHostDlmManager manager;
-  const btkModuleVersionT version = {};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.what);
-    btkZString result;
-    const BtkErrorT code =
-        manager.ResolveModule(&result, "id", row.type, row.name, row.path, row.flags, row.loadpoint,
-                              row.machine, 0, &version);
-    EXPECT_EQ(code, row.expected != nullptr ? kBtkOk : kBtkNotFound);
-    EXPECT_EQ(result.Text(),
-              row.expected != nullptr ? (root.Path() / row.expected).string() : std::string());
-  }
-  EXPECT_TRUE(manager.HasMachineVariant(loadpoint.c_str(), "linux-x86"));
-  EXPECT_FALSE(manager.HasMachineVariant(loadpoint.c_str(), "linux-arm"));
-  EXPECT_FALSE(manager.HasMachineVariant(nullptr, "."));  // the current folder is no load point
+  EXPECT_EQ(resolve(nullptr), "");
+  EXPECT_EQ(resolve(u"process"), "/process/liba.so");
+  EXPECT_EQ(resolve(u"process", u"store", kBtkExplicitName), "/process/store/liba.so");
+  EXPECT_EQ(resolve(u"pack"), "/pack/liba.so");
+  EXPECT_EQ(resolve(u"pack", u"", 0, "linux-x86"), "/pack/linux-x86/liba.so");
+  EXPECT_EQ(resolve(u"store"), "/process/store/liba.so");
+  EXPECT_EQ(resolve(u"pack", u"../pack", kBtkForcePath), "/process/../pack/liba.so");
+  EXPECT_EQ(resolve(u"pack", u"linux-x86/.."),
+            "\"..\" in \"linux-x86/../liba.so\" may lead out of the load point; \"forcepath\" "
+            "admits it");
+  EXPECT_TRUE(manager.HasMachineVariant(u"pack", "linux-x86"));
+  EXPECT_FALSE(manager.HasMachineVariant(u"", "store"));
+  EXPECT_FALSE(manager.HasMachineVariant(nullptr, "store"));
+  EXPECT_EQ(manager.RegisterProcessLoadpoint(&scope, nullptr), kBtkOk);
+  EXPECT_EQ(resolve(u"pack"), "/pack/liba.so");
+  EXPECT_EQ(resolve(u"store"),
+            "the load point \"store\" is relative, and the process has no load point");
+  EXPECT_EQ(resolve(u"pack", nullptr, kBtkForcePath),
+            "the forced path \"\" is relative, and the process has no load point");
+  std::filesystem::current_path(before);
 }
 
-TEST(EmbeddedDlm, LoadsOrOnlyRecordsWhatIsPreloaded) {
-  const TempDirectory root;
-  const std::string broken = root.Write("libbroken.so", "no library");
+TEST(EmbeddedDlm, KeepsWhatItIsTold) {
   btkHostDlmManager manager;
-  void* const untouched = &manager;
-  void* handle = untouched;
-  EXPECT_EQ(manager.PreloadModule(&handle, broken.c_str(), 0, 0, nullptr, nullptr), kBtkNotFound);
-  manager.SetPreloadMode(kBtkHostRecordsOnly);
-  EXPECT_EQ(manager.PreloadModule(&handle, broken.c_str(), 0, 0, nullptr, nullptr), kBtkOk);
-  EXPECT_EQ(handle, untouched);
-  ASSERT_EQ(manager.Preloads().size(), 2U);
-  EXPECT_NE(manager.Preloads()[0].failure, "");
-  EXPECT_EQ(manager.Preloads()[1].failure, "");
-  EXPECT_EQ(manager.Preloads()[1].path, broken);
-  EXPECT_FALSE(manager.Preloads()[1].isLoaded);
+  const UniIdT id = {{7}};
+  btkZString result;
+  // What is handed over is gone afterwards.
+  std::u16string first = u"first", second = u"second";
+  const char16_t* const slots[] = {first.c_str(), second.c_str(), nullptr};
+  EnvCmdT variable(EnvCmdT::kUnset);
+  variable.flags = kEnvCmdOwnsText | kEnvCmdCreate;
+  variable.name = first.data();
+  EXPECT_EQ(
+      manager.RegisterInstallation(first.c_str(), &id) +
+          manager.RegisterLayout(u"", "m", nullptr, u"", slots, slots + 1, slots + 2, true) +
+          manager.RegisterRunnable(&result, "r", "m", nullptr, nullptr, 0, slots, &variable, 1, 3),
+      kBtkOk);
+  first = second = u"#";
+  EXPECT_EQ(manager.Installations()[0].base, std::u16string(u"first"));
+  EXPECT_TRUE(manager.ProcessLoadpoints().empty());
+  const btkHostLayoutT& layout = manager.Layouts()[0];
+  EXPECT_TRUE(layout.text1 == nullptr && layout.text2 != nullptr && *layout.text2 == 0);
+  EXPECT_TRUE(layout.lists[0].size() == 2 && layout.lists[2].empty());
+  EXPECT_EQ(layout.lists[1][0], std::u16string(u"second"));
+  const btkHostRunnableT& runnable = manager.Runnables()[0];
+  EXPECT_TRUE(runnable.launcher == nullptr && *runnable.loadpoint == 0);
+  EXPECT_EQ(std::u16string(runnable.args[1]) + runnable.env[0].name, u"secondfirst");
+  EXPECT_TRUE(runnable.env[0].value == nullptr && runnable.env[0].flags == kEnvCmdCreate);
 }
 
 TEST(EmbeddedDlm, DerivesLoadpointIdsFromPaths) {
-  btkHostDlmManager manager;
-  const auto id = [&](const char16_t* path) {
+  const auto id = [](const char16_t* path) {
     UniIdT result = {{1}};
-    EXPECT_EQ(manager.QueryLoadpointId(&result, path), kBtkOk);
+    EXPECT_EQ(btkHostDlmManager().QueryLoadpointId(&result, path), kBtkOk);
     return std::string(reinterpret_cast<const char*>(result.bytes), sizeof result.bytes);
   };
-  EXPECT_EQ(id(nullptr), std::string(16, '\0'));
-  EXPECT_EQ(id(u""), std::string(16, '\0'));
-  EXPECT_EQ(id(u"/a"), id(u"/a/"));
-  EXPECT_NE(id(u"/a"), id(u"/b"));
+  EXPECT_EQ(id(nullptr) + id(u""), std::string(32, '\0'));
+  EXPECT_TRUE(id(u"/a") == id(u"/a/") && id(u"/a") != id(u"/b"));
 }
 
 TEST(EmbeddedServices, AnswersWhatWasRegistered) {
@@ -103,8 +111,7 @@ TEST(EmbeddedServices, AnswersWhatWasRegistered) {
   EXPECT_EQ(manager.SetServiceInfo(&second, u"/a", "render", 5, kBtkInfoShared), kBtkOk);
   EXPECT_EQ(manager.SetServiceInfo(&third, u"/b", "render", 7, kBtkInfoSingle), kBtkOk);
   EXPECT_EQ(manager.QueryServiceVersions(&version, &minVersion, &second, u"/a"), kBtkOk);
-  EXPECT_EQ(version, 5);
-  EXPECT_EQ(minVersion, 0);
+  EXPECT_TRUE(version == 5 && minVersion == 0);
   EXPECT_EQ(manager.QueryServiceVersions(&version, &minVersion, &second, u"/b"), kBtkNotFound);
 
   struct {
@@ -126,20 +133,22 @@ TEST(EmbeddedServices, AnswersWhatWasRegistered) {
 
   EXPECT_EQ(manager.AddServiceInstance(nullptr, &first, u"/a", "", 0), kBtkOk);
   EXPECT_EQ(manager.AddServiceInstance(nullptr, &first, u"/a", "", 0), kBtkDuplicate);
+  EXPECT_STREQ(manager.Services()[0].commonname, "render");
 }
 
-TEST(Allocations, FailOnceWhenToldTo) {
-  const std::int64_t before = btkHostLiveAllocations();
-  btkHostFailAllocation(1);
-  char* const first = btk_strdup("a");
-  EXPECT_EQ(btk_strdup("b"), nullptr);
-  EXPECT_TRUE(btkHostAllocationFailed());
-  char* const third = btk_strdup("c");
-  EXPECT_NE(third, nullptr);
-  EXPECT_EQ(btkHostLiveAllocations(), before + 2);
-  btkStrFree(first);
-  btkStrFree(third);
-  EXPECT_EQ(btkHostLiveAllocations(), before);
+TEST(Hooks, PutOtherManagersInPlace) {
+  btkHostDlmManager dlm;
+  btkHostServiceManager services;
+  {
+    const InstalledManagers installed(&dlm, &services);
+    EXPECT_TRUE(btkDlmManager::Instance() == &dlm && btkServiceManager::Instance() == &services);
+    const IntfRefEntryT entry = {&kBtkNullUniId, "m", "Name", nullptr, 4, 1, -1};
+    EXPECT_EQ(btkIntfPublishRefList(&entry, 1, true) + dlm.PublishRefList(&entry, 1, true), kBtkOk);
+    EXPECT_STREQ(dlm.InterfaceRefs()[1].commonname, "Name");
+  }
+  EXPECT_EQ(btkDlmManager::Instance(), &btkHostEmbeddedDlmManager());
+  btkHostSetServiceSession(nullptr);
+  EXPECT_EQ(btkSvcSession::Current(), nullptr);
 }
 
 }  // namespace

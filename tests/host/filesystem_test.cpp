@@ -5,8 +5,9 @@
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <vector>
+#include <utility>
 
+#include "platform/host/btkhost.h"
 #include "platform/runtime.h"
 #include "platform/stream.h"
 #include "tests/support/temp_directory.h"
@@ -71,6 +72,21 @@ TEST(Paths, TellWhyAListIsIncomplete) {
   EXPECT_STREQ(list.ProblemPlace(0).Path().NarrowText(), place.Path().NarrowText());
 }
 
+TEST(Paths, ListsAreValues) {
+  btkFSEntry file("folder");
+  (file += "s") /= "a";
+  btkFSList list(0);
+  list.Append(file);
+  const btkFSList copy(list);
+  list.Append(file);
+  btkFSList moved(std::move(list));
+  list = copy;
+  EXPECT_EQ(copy.Count() * 100 + moved.Count() * 10 + list.Count(), 121U);
+  btkZString path("other");
+  path = list[0].Path().NarrowText();
+  EXPECT_TRUE(path == u"folders/a");
+}
+
 TEST(FileStream, ReadsToTheEndAndTellsFailureFromEnd) {
   const TempDirectory directory;
   const std::string file = directory.Write("f", "12345");
@@ -90,13 +106,28 @@ TEST(FileStream, ReadsToTheEndAndTellsFailureFromEnd) {
   const std::string pipe = (directory.Path() / "pipe").string();
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   EXPECT_EQ(stream.Open(pipe.c_str(), kBtkOpenRead, nullptr), kBtkMissing);
+  auto* const counted = new btkFileStream;
+  EXPECT_EQ(counted->AddRef(), 1);
+  EXPECT_EQ(counted->btkRefCounted::Release(), 0);
 }
 
-TEST(Process, KnowsItsExecutable) {
+TEST(Process, AnswersAsItWasToldToOrAsItIs) {
   char16_t path[261];
+  btkHostSetProcessLoadpoint(u"/lp");
+  btkHostSetExecutablePath(u"/viewer");
+  btkHostSetMachineTypes("here", "there");
+  EXPECT_TRUE(btkGetLoadpointW(path, 261) == 3 && std::u16string(path) == u"/lp");
+  EXPECT_EQ(btkDlmGetCurProcessImagePathW(path, 8), kBtkOk);
+  EXPECT_EQ(path, std::u16string(u"/viewer"));
+  EXPECT_EQ(btkGetVexMachine() + std::string(btkGetVexMachine3264("")), "herethere");
+  btkHostSetProcessLoadpoint(nullptr);
+  btkHostSetExecutablePath(nullptr);
+  btkHostSetMachineTypes(nullptr, nullptr);
+  EXPECT_EQ(btkGetLoadpointW(path, 261), 0U);
   ASSERT_EQ(btkDlmGetCurProcessImagePathW(path, 261), kBtkOk);
-  EXPECT_STREQ(btkFSEntry(path).GetTail().Text(), "tarnmf_host_tests");
+  EXPECT_EQ(std::string(btkFSEntry(path).GetTail().Text()).substr(0, 11), "tarnmf_host");
   EXPECT_EQ(btkDlmGetCurProcessImagePathW(path, 4), kBtkTooLong);
+  EXPECT_EQ(btkGetExecutableNameW(path, 261, nullptr, u"viewer"), kBtkOk);
 }
 
 }  // namespace

@@ -17,7 +17,18 @@ TEST(MemoryDeathTest, ABlockIsReleasedAsWhatItWasAskedForAs) {
   }
   btkFree(array);
   btkSysFree(table);
-  btkStrFree(text);
+  btkStrFree(btkStrReAlloc(text, 9));
+}
+
+TEST(Allocations, FailOnceWhenToldTo) {
+  const std::int64_t before = btkHostLiveAllocations();
+  btkHostFailAllocation(1);
+  void* const blocks[] = {btk_strdup("a"), btk_strdup("b"), btk_wcsdup(u"c")};
+  EXPECT_TRUE(blocks[1] == nullptr && btkHostAllocationFailed());
+  EXPECT_EQ(btkHostLiveAllocations(), before + 2);
+  for (void* block : blocks)
+    btkStrFree(block);
+  EXPECT_EQ(btkHostLiveAllocations(), before);
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ const Conversion kConversions[] = {
      }()},
 };
 
-TEST(Text, ConvertsBothWays) {
+TEST(Text, ConvertsBothWaysAndFillsBuffersToTheLastByte) {
   for (const Conversion& row : kConversions) {
     SCOPED_TRACE(row.name);
     Utf8Text narrow;
@@ -44,22 +44,13 @@ TEST(Text, ConvertsBothWays) {
               kBtkOk);
     EXPECT_EQ(wide.get(), row.wide);
     EXPECT_EQ(length, row.wide.size());
-  }
-}
-
-TEST(Text, FillsBuffersToTheLastByte) {
-  for (const Conversion& row : kConversions) {
-    SCOPED_TRACE(row.name);
     std::string buffer(row.narrow.size() + 1, '#');
-    std::size_t length = 0;
-    EXPECT_EQ(
-        btkStrUtf16ToUtf8(buffer.data(), buffer.size(), &length, row.wide.c_str(), kBtkWholeText),
-        kBtkOk);
-    EXPECT_EQ(buffer.c_str(), row.narrow);
-    EXPECT_EQ(length, row.narrow.size());
-    EXPECT_EQ(btkStrUtf16ToUtf8(buffer.data(), buffer.size() - 1, nullptr, row.wide.c_str(),
-                                kBtkWholeText),
-              kBtkTooLong);
+    const auto fill = [&](std::size_t size) {
+      return btkStrUtf16ToUtf8(buffer.data(), size, &length, row.wide.c_str(), kBtkWholeText);
+    };
+    EXPECT_EQ(fill(buffer.size()), kBtkOk);
+    EXPECT_TRUE(buffer.c_str() == row.narrow && length == row.narrow.size());
+    EXPECT_EQ(fill(buffer.size() - 1), kBtkTooLong);
   }
 }
 
@@ -85,6 +76,26 @@ TEST(Text, LowersAsciiLettersOnly) {
   Utf8Text lower;
   ASSERT_EQ(btkStrUtf8ToLowerAlloc(Out(lower), nullptr, "AZ[@`az\xc3\x89", kBtkWholeText), kBtkOk);
   EXPECT_STREQ(lower.get(), "az[@`az\xc3\x89");
+}
+
+int g_calls = 0;
+
+TEST(Runtime, ComparesCountsAndCleansUp) {
+  EXPECT_EQ(btk_strcasecmp("aB-", "Ab-"), 0);
+  EXPECT_TRUE(btk_iswspace(0x3000) && !btk_iswspace(u'a'));
+  const char* const texts[] = {"B", "a"};
+  EXPECT_LT(CmpCase_cStrings_Safe(&texts[0], &texts[1]), 0);
+  EXPECT_EQ(btk_getenv("TARNMF_NO_SUCH_VARIABLE"), nullptr);
+  std::int32_t counter = 1;
+  EXPECT_EQ(btkAoInc32(&counter) * 10 + btkAoDec32(&counter), 21);
+  const btkCleanupT anchor = [] { g_calls = g_calls * 10 + 1; };
+  EXPECT_EQ(btkPushCleanupCbLow(anchor, anchor, 0), 1);
+  EXPECT_EQ(btkPushCleanupCbLow(
+                anchor, [] { g_calls = g_calls * 10 + 2; }, 0),
+            0);
+  btkDlmExitNotify(anchor);
+  btkDlmExitNotify(anchor);
+  EXPECT_EQ(g_calls, 21);
 }
 
 TEST(Runtime, ComparesPathsWithoutTrailingSeparator) {

@@ -25,16 +25,8 @@ foreach(class liMfStmParser liLdpMfLoader liLdpMfWriter liMfBuilder liMfPublishe
     "typeinfo name for ${class}")
 endforeach()
 
-execute_process(COMMAND ${NM} -DC --defined-only ${LIBRARY}
-  OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
-# Each line: address, kind, name.
-string(REGEX MATCHALL "[^\n]+" lines "${table}")
-set(exported)
-foreach(line IN LISTS lines)
-  string(REGEX REPLACE "^[0-9a-fA-F]* *[A-Za-z] " "" name "${line}")
-  list(APPEND exported "${name}")
-endforeach()
-list(REMOVE_DUPLICATES exported)
+include(${CMAKE_CURRENT_LIST_DIR}/symbol_names.cmake)
+symbol_names(exported ${NM} -DC --defined-only ${LIBRARY})
 
 set(missing ${expected})
 list(REMOVE_ITEM missing ${exported})

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iomanip>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -36,21 +37,8 @@ std::vector<std::string> Plain(const std::string& dot) {
   for (std::string line; std::getline(text, line);) {
     std::istringstream words(line);
     std::vector<std::string> fields;
-    for (std::string word; words >> std::ws && !words.eof();) {
-      if (words.peek() == '"') {
-        word.clear();
-        words.get();
-        for (int c = words.get(); c != '"'; c = words.get()) {
-          if (c == '\\' && words.peek() == '"')
-            word += static_cast<char>(words.get());
-          else
-            word += static_cast<char>(c);
-        }
-      } else {
-        words >> word;
-      }
+    for (std::string word; words >> std::quoted(word);)
       fields.push_back(word);
-    }
     if (fields[0] == "node") {
       lines.push_back("node " + fields[1] + " " + fields[8] + " " + fields[7] + " " + fields[9]);
     } else if (fields[0] == "edge") {

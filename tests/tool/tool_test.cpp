@@ -240,6 +240,24 @@ TEST(Scan, FailsForDirectoriesThatCannotBeRead) {
   }
 }
 
+TEST(Scan, SaysWhyAFileIsNotLookedForOrLoaded) {
+  const TempDirectory root;
+  root.Write("p/a.tmfx", InRoot("<module id='up' name='x' path='../q'/>"
+                                "<module id='cut' name='cut'><preload by='anyone'/></module>"));
+  root.Write("p/libcut.so", "\x7f\x45LF");
+  const std::string process = " --loadpoint " + (root.Path() / "p").string();
+  const std::string why =
+      R"(".." in "../q/libx.so" may lead out of the load point; "forcepath" admits it)";
+  const std::string text = RunTool("scan --all --preload" + process).out;
+  EXPECT_THAT(text, HasSubstr("\n    up: " + why));
+  EXPECT_THAT(text, HasSubstr("not resolved: " + why));
+  EXPECT_THAT(text, HasSubstr("libcut.so: it is too short for a library"));
+  const Json output = Json::parse(RunTool("scan --json" + process).out);
+  EXPECT_EQ(output["steps"][0]["modules"][0]["refusals"], Json({why}));
+  for (const char* command : {"check", "why preload up"})
+    EXPECT_THAT(RunTool(command + process).out, HasSubstr(why));
+}
+
 TEST(Scan, SkipsInstallationsWithoutAProcess) {
   const Outcome outcome = RunTool("scan none.tmfx --add somewhere --json");
   EXPECT_EQ(outcome.status, 1);

@@ -19,23 +19,14 @@ Json Array(const Element& elements, Show show) {
   return array;
 }
 
-template <class Text>
-Json OrNull(const std::optional<Text>& text) {
-  return text ? Json(std::string(*text)) : Json();
-}
-template <>
-Json OrNull(const std::optional<btkHostWideT>& text) {
-  return text ? Json(Narrow(*text)) : Json();
-}
-
-Json WideArray(const std::vector<btkHostWideT>& texts) {
-  return Array(texts, [](const btkHostWideT& text) { return Json(Narrow(text)); });
+Json WideArray(const btkHostListT<const btkWChar*>& texts) {
+  return Array(texts, [](const btkWChar* text) { return Json(Narrow(text)); });
 }
 
 Json LayoutJson(const btkHostLayoutT& layout) {
   return {{"machine", layout.machine},
-          {"text1", OrNull(layout.text1)},
-          {"text2", OrNull(layout.text2)},
+          {"text1", ToJson(layout.text1)},
+          {"text2", ToJson(layout.text2)},
           {"list1", WideArray(layout.lists[0])},
           {"list2", WideArray(layout.lists[1])},
           {"list3", WideArray(layout.lists[2])},
@@ -45,8 +36,8 @@ Json LayoutJson(const btkHostLayoutT& layout) {
 Json InterfaceJson(const btkHostIntfRefT& ref) {
   return {{"id", IdText(ref.intfId)},
           {"module", ref.module},
-          {"commonname", OrNull(ref.commonname)},
-          {"displayname", OrNull(ref.displayname)},
+          {"commonname", ToJson(ref.commonname)},
+          {"displayname", ToJson(ref.displayname)},
           {"version", ref.version},
           {"shared", ref.shared},
           {"multiplicityOrigin", ref.multiplicityOrigin}};
@@ -57,11 +48,11 @@ Json RunnableJson(const btkHostRunnableT& runnable) {
     return Json{{"action", command.action},
                 {"flags", command.flags},
                 {"name", Narrow(command.name)},
-                {"value", OrNull(command.value)}};
+                {"value", ToJson(command.value)}};
   };
   return {{"name", runnable.name},
           {"moduleref", runnable.moduleref},
-          {"launcher", OrNull(runnable.launcher)},
+          {"launcher", ToJson(runnable.launcher)},
           {"args", WideArray(runnable.args)},
           {"env", Array(runnable.env, env)},
           {"initstate", runnable.initstate}};
@@ -71,7 +62,7 @@ Json ServiceJson(const btkHostServiceT& service) {
   return {{"id", IdText(service.id)},
           {"model", IdText(service.model)},
           {"flags", service.flags},
-          {"commonname", OrNull(service.commonname)},
+          {"commonname", ToJson(service.commonname)},
           {"version", service.version},
           {"mode", service.mode},
           {"hasInstance", service.hasInstance}};
@@ -79,7 +70,7 @@ Json ServiceJson(const btkHostServiceT& service) {
 
 Json RegisteredJson(const Registered& registered) {
   const btkHostDlmManager& dlm = btkHostEmbeddedDlmManager();
-  const auto& services = btkHostEmbeddedServiceManager().Services();
+  const auto services = btkHostEmbeddedServiceManager().Services();
   const auto installation = [](const btkHostInstallationT& made) {
     return Json{{"base", Narrow(made.base)}, {"scope", IdText(made.scope)}};
   };
@@ -99,7 +90,8 @@ Json ModulesJson(const StepView& view) {
                 {"machinetype", impl != nullptr ? ToJson(impl->machinetype) : Json()},
                 {"fallback", IsFallback(*module)},
                 {"file", file.empty() ? Json() : Json(file)},
-                {"tried", view.TriedFiles(*module)}};
+                {"tried", view.TriedFiles(*module)},
+                {"refusals", view.Refusals(*module)}};
   });
 }
 
@@ -123,7 +115,7 @@ Json FiledJson(const StepView& view) {
 Json PreloadJson(const btkHostPreloadT& preload) {
   return {{"path", preload.path},
           {"loaded", preload.isLoaded},
-          {"failure", preload.failure.empty() ? Json() : Json(preload.failure)}};
+          {"failure", *preload.failure == '\0' ? Json() : Json(preload.failure)}};
 }
 
 Json StepJson(const StepView& view) {

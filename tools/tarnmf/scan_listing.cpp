@@ -9,9 +9,9 @@
 namespace tool {
 namespace {
 
-std::string Joined(const std::vector<btkHostWideT>& texts) {
+std::string Joined(const btkHostListT<const btkWChar*>& texts) {
   std::string joined;
-  for (const btkHostWideT& text : texts)
+  for (const btkWChar* text : texts)
     joined += (joined.empty() ? "" : ", ") + Narrow(text);
   return joined;
 }
@@ -30,8 +30,7 @@ void PrintModules(const StepView& view, const NestedNames& names) {
     if (!file.empty()) {
       ShowText("      -> {}\n", file);
     } else {
-      ShowText("      not resolved; looked for: {}\n",
-               fmt::to_string(fmt::join(view.TriedFiles(*module), ", ")));
+      ShowText("      not resolved: {}\n", view.WhyUnresolved(*module));
     }
   }
 }
@@ -41,7 +40,7 @@ void PrintInterfaces(const Registered& registered, const NestedNames& names) {
   if (!refs.empty()) ShowText("  interface references\n");
   for (const btkHostIntfRefT& ref : refs) {
     ShowText("    {} {} version {}{}\n      -> {}\n", IdText(ref.intfId),
-             ref.commonname.value_or("(service side)"), ref.version,
+             ref.commonname != nullptr ? ref.commonname : "(service side)", ref.version,
              ref.shared != 0 ? ", shared" : "", names.Shown(ref.module));
   }
 }
@@ -51,7 +50,7 @@ void PrintRunnables(const Registered& registered, const NestedNames& names) {
   if (!runnables.empty()) ShowText("  launchers, apps and services that can be started\n");
   for (const btkHostRunnableT& runnable : runnables) {
     ShowText("    {} in module {}", runnable.name, names.Shown(runnable.moduleref));
-    if (runnable.launcher) ShowText(", by launcher {}", *runnable.launcher);
+    if (runnable.launcher != nullptr) ShowText(", by launcher {}", runnable.launcher);
     if (!runnable.args.empty()) ShowText(", arguments: {}", Joined(runnable.args));
     ShowText("\n");
   }
@@ -61,8 +60,9 @@ void PrintServices(const Registered& registered) {
   const auto services = Part(btkHostEmbeddedServiceManager().Services(), registered.services);
   if (!services.empty()) ShowText("  services\n");
   for (const btkHostServiceT& service : services) {
-    ShowText("    {} {} version {}{}{}\n", IdText(service.id), service.commonname.value_or("-"),
-             service.version, (service.flags & kBtkServiceSingle) != 0 ? ", single instance" : "",
+    ShowText("    {} {} version {}{}{}\n", IdText(service.id),
+             service.commonname != nullptr ? service.commonname : "-", service.version,
+             (service.flags & kBtkServiceSingle) != 0 ? ", single instance" : "",
              (service.flags & kBtkServiceRecover) != 0 ? ", recovered" : "");
   }
 }
@@ -71,10 +71,9 @@ void PrintLayouts(const Registered& registered) {
   const auto layouts = Part(btkHostEmbeddedDlmManager().Layouts(), registered.layouts);
   if (!layouts.empty()) ShowText("  library layouts\n");
   for (const btkHostLayoutT& layout : layouts) {
-    ShowText("    {}: {} | {} | {} | {} | {}\n", layout.machine,
-             Narrow(layout.text1.value_or(btkHostWideT())),
-             Narrow(layout.text2.value_or(btkHostWideT())), Joined(layout.lists[0]),
-             Joined(layout.lists[1]), Joined(layout.lists[2]));
+    ShowText("    {}: {} | {} | {} | {} | {}\n", layout.machine, Narrow(layout.text1),
+             Narrow(layout.text2), Joined(layout.lists[0]), Joined(layout.lists[1]),
+             Joined(layout.lists[2]));
   }
 }
 
@@ -82,9 +81,9 @@ void PrintPreloads(const Registered& registered) {
   const auto preloads = Part(btkHostEmbeddedDlmManager().Preloads(), registered.preloads);
   if (!preloads.empty()) ShowText("  preloads\n");
   for (const btkHostPreloadT& preload : preloads) {
-    const std::string failure =
-        preload.failure.empty() ? "" : " could not be loaded: " + preload.failure;
-    ShowText("    {}{}{}\n", preload.path, preload.isLoaded ? " is loaded" : "", failure);
+    const std::string failure(preload.failure);
+    ShowText("    {}{}{}\n", preload.path, preload.isLoaded ? " is loaded" : "",
+             failure.empty() ? "" : " could not be loaded: " + failure);
   }
 }
 

@@ -80,7 +80,7 @@ class StepReader {
       Json content = step_.at("data").at("modules").at(i);
       for (Json& impl : content.at("impls"))
         impl.erase("resolvedPath");
-      content.update(Without(modules.at(i), {"file", "tried"}));
+      content.update(Without(modules.at(i), {"file", "tried", "refusals"}));
       Add(ItemKind::kModule, id, {id, std::move(content), modules.at(i).at("file")});
     }
   }

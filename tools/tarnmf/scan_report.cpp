@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 #include <iterator>
 #include <vector>
 
@@ -39,12 +38,8 @@ void PrintLines(const char* heading, const std::vector<std::string>& lines) {
 void PrintUnresolved(const StepView& view, const NestedNames& names) {
   const std::vector<const MfModuleT*> modules = view.UnresolvedModules();
   std::vector<std::string> lines(modules.size());
-  for (std::size_t i = 0; i < modules.size() && i < kShown; ++i) {
-    const std::vector<std::string> tried = view.TriedFiles(*modules[i]);
-    lines[i] =
-        fmt::format("{}: {}{}", names.Shown(modules[i]->id),
-                    tried.empty() ? "nowhere to look" : "looked for ", fmt::join(tried, ", "));
-  }
+  for (std::size_t i = 0; i < modules.size() && i < kShown; ++i)
+    lines[i] = fmt::format("{}: {}", names.Shown(modules[i]->id), view.WhyUnresolved(*modules[i]));
   PrintLines("not resolved", lines);
 }
 
@@ -67,9 +62,9 @@ void PrintPreloads(const ScanStep& step) {
   for (const btkHostPreloadT& preload :
        Part(btkHostEmbeddedDlmManager().Preloads(), step.registered.preloads)) {
     if (preload.isLoaded) {
-      loaded.push_back(preload.path);
-    } else if (preload.failure.empty()) {
-      told.push_back(preload.path);
+      loaded.emplace_back(preload.path);
+    } else if (*preload.failure == '\0') {
+      told.emplace_back(preload.path);
     } else {
       failed.push_back(fmt::format("{}: {}", preload.path, preload.failure));
     }

@@ -145,7 +145,7 @@ void ScanSession::ScanInstallation(const std::string& directory) {
   const RegistrationWatch watch;
   step.result = Try([&] { return Repository()->AddLoadpoint(Widen(absolute).c_str()); });
   step.registered = watch.Added();
-  const auto& installations = btkHostEmbeddedDlmManager().Installations();
+  const auto installations = btkHostEmbeddedDlmManager().Installations();
   if (step.registered.installations.begin != step.registered.installations.end) {
     step.path = Narrow(installations[step.registered.installations.begin].base);
     step.scope = installations[step.registered.installations.begin].scope;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 #include <limits>
 #include <map>
 
@@ -65,14 +66,39 @@ StepView::StepView(const ScanSession& session, const ScanStep& step) : step_(ste
     answers_.push_back(AnswerFor(*session.Repository(), *record));
 }
 
-std::vector<std::string> StepView::TriedFiles(const MfModuleT& module) const {
-  if (module.id == nullptr) return {};
+std::vector<const btkHostResolutionT*> StepView::ResolutionsOf(const MfModuleT& module) const {
+  std::vector<const btkHostResolutionT*> resolutions;
+  if (module.id == nullptr) return resolutions;
   // Those of one id come in the order in which they were put in.
-  std::vector<std::string> tried;
   const auto [first, last] = resolutions_.equal_range(module.id);
   for (auto at = first; at != last; ++at)
-    tried.insert(tried.end(), at->second->tried.begin(), at->second->tried.end());
+    resolutions.push_back(at->second);
+  return resolutions;
+}
+
+std::vector<std::string> StepView::TriedFiles(const MfModuleT& module) const {
+  std::vector<std::string> tried;
+  for (const btkHostResolutionT* resolution : ResolutionsOf(module))
+    tried.insert(tried.end(), resolution->tried.begin(), resolution->tried.end());
   return tried;
+}
+
+std::vector<std::string> StepView::Refusals(const MfModuleT& module) const {
+  std::vector<std::string> reasons;
+  for (const btkHostResolutionT* resolution : ResolutionsOf(module)) {
+    const bool isKnown =
+        std::find(reasons.begin(), reasons.end(), resolution->reason) != reasons.end();
+    if (resolution->refusal != kBtkHostAdmitted && !isKnown)
+      reasons.emplace_back(resolution->reason);
+  }
+  return reasons;
+}
+
+std::string StepView::WhyUnresolved(const MfModuleT& module) const {
+  std::vector<std::string> parts = Refusals(module);
+  const std::vector<std::string> tried = TriedFiles(module);
+  if (!tried.empty()) parts.push_back(fmt::format("looked for {}", fmt::join(tried, ", ")));
+  return parts.empty() ? "nowhere to look" : fmt::to_string(fmt::join(parts, "; "));
 }
 
 std::vector<const MfModuleT*> StepView::UnresolvedModules() const {

@@ -4,7 +4,6 @@
 #define TOOLS_TARNMF_SCAN_VIEW_H
 
 #include <map>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,8 +15,8 @@
 namespace tool {
 
 template <class Element>
-std::span<const Element> Part(const std::vector<Element>& list, const Range& range) {
-  return {list.data() + range.begin, range.end - range.begin};
+btkHostListT<Element> Part(const btkHostListT<Element>& list, const Range& range) {
+  return {list.begin() + range.begin, range.end - range.begin};
 }
 
 // The file of a module's selected implementation; empty when there is none.
@@ -49,6 +48,10 @@ class StepView {
   const ScanStep& Step() const { return step_; }
   // The paths where a module's file was looked for.
   std::vector<std::string> TriedFiles(const MfModuleT& module) const;
+  // Why it was not looked for, each reason once.
+  std::vector<std::string> Refusals(const MfModuleT& module) const;
+  // Both in words, for a module without a file.
+  std::string WhyUnresolved(const MfModuleT& module) const;
   // Of each class of the step's data, in their order.
   const std::vector<ClassAnswer>& Answers() const { return answers_; }
   // The exposed services that came from the step.
@@ -58,6 +61,7 @@ class StepView {
  private:
   friend class ScanView;
 
+  std::vector<const btkHostResolutionT*> ResolutionsOf(const MfModuleT& module) const;
   ClassAnswer AnswerFor(liMfRepository& repository, const MfIntfClassT& record) const;
 
   const ScanStep& step_;

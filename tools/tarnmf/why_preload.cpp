@@ -55,6 +55,13 @@ struct Explanation {
   }
 };
 
+std::string WhereItIs(const FileSearch& search) {
+  if (!search.file.empty()) return search.file;
+  const std::string tried = fmt::format("looked for {}", fmt::join(search.tried, ", "));
+  if (search.refusal == kBtkHostAdmitted) return tried;
+  return search.tried.empty() ? search.reason : search.reason + "; " + tried;
+}
+
 Explanation Explain(const LoadPoint& loadpoint, const Manifest& manifest,
                     const ModuleDeclaration& module, const ProcessDescription& process) {
   const auto at = [&](NodeId node) {
@@ -65,10 +72,7 @@ Explanation Explain(const LoadPoint& loadpoint, const Manifest& manifest,
   explanation.needs = {
       {"it belongs to the process's own load point", loadpoint.role == LoadPoint::Role::kProcess},
       {"it is a shared library", !module.type.has_value()},
-      {file.search.file.empty()
-           ? fmt::format("its file is there (looked for {})", fmt::join(file.search.tried, ", "))
-           : fmt::format("its file is there ({})", file.search.file),
-       !file.search.file.empty()}};
+      {fmt::format("its file is there ({})", WhereItIs(file.search)), !file.search.file.empty()}};
   for (const PreloadDeclaration& preload : file.implementation->preloads)
     explanation.conditions.push_back({at(preload.node), PartsOf(preload, process)});
   return explanation;

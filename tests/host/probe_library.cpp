@@ -1,0 +1,1 @@
+// A library that does nothing. Without variables, so that copies of it can be loaded together.
