@@ -186,7 +186,7 @@ class InitializeRepository : public ManagedOperation {
     btkHostSetExecutablePath(BTK_W("/bin/viewer"));
   }
   ~InitializeRepository() override {
-    RepositoryPtr(std::exchange(g_repository, nullptr));
+    const RepositoryPtr discarded(std::exchange(g_repository, nullptr));
     btkHostSetProcessLoadpoint(nullptr);
     btkHostSetExecutablePath(nullptr);
   }
