@@ -61,10 +61,11 @@ base = "files"
      nullptr, nullptr},
     {Rule::kOutsideLoadpoint, "outside-loadpoint", Severity::kWarning, "", Fix::kNone,
      "A path leads out of the load point.",
-     "What an installation does not contain may change or vanish without it. Put the file into the "
-     "load point, name the load point that holds it by \"loadpoint\", or say by \"forcepath\" that "
-     "a "
-     "path is not meant to lie below one.",
+     "Where \"path\" or \"name\" has a component \"..\", the file is not looked for, wherever it "
+     "would be: what an installation does not contain may change or vanish without it. Put the "
+     "file "
+     "into the load point, name the load point that holds it by \"loadpoint\", or say by "
+     "\"forcepath\" that a path is not meant to lie below one.",
      R"(
 <module id="ws.codecs" name="codecs" path="../../shared/lib"/>
 )",

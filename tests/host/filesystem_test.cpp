@@ -1,6 +1,7 @@
 #include "platform/filesystem.h"
 
 #include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/resource.h>
@@ -106,6 +107,11 @@ TEST(FileStream, ReadsToTheEndAndTellsFailureFromEnd) {
   const std::string pipe = (directory.Path() / "pipe").string();
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   EXPECT_EQ(stream.Open(pipe.c_str(), kBtkOpenRead, nullptr), kBtkMissing);
+  std::fstream writer(pipe);
+  writer << 'x' << std::flush;
+  btkHostAdmitSpecialFile(pipe.c_str());
+  EXPECT_EQ(stream.Open(pipe.c_str(), kBtkOpenRead, nullptr), kBtkOk);
+  EXPECT_EQ(stream.Read(buffer, 1), 1);
   auto* const counted = new btkFileStream;
   EXPECT_EQ(counted->AddRef(), 1);
   EXPECT_EQ(counted->btkRefCounted::Release(), 0);
