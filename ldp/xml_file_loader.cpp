@@ -33,7 +33,8 @@ void Lend(const btkWChar* loadpoint, const MfListT<Record>& records, std::uint32
 BtkErrorT liLdpMfXMLFileLoader::Load(MfLdpDataT* data, const btkWChar* loadpoint,
                                      const btkFSList& files) {
   if (data == nullptr) return kBtkNullArgument;
-  for (unsigned index = 0; index < files.Count(); ++index) {
+  const unsigned count = files.Count();
+  for (unsigned index = 0; index < count; ++index) {
     if (BtkErrorT e = LoadFile(*data, files[index])) return e;
   }
   if (loadpoint == nullptr || *loadpoint == 0) return kBtkOk;

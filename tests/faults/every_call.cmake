@@ -15,8 +15,8 @@ symbols(offered "TW" -D --defined-only ${PLATFORM})
 symbols(called "U" --undefined-only ${objects})
 symbols(able_to_fail "Tt" --defined-only ${PROGRAM})
 
-# What releases or takes over something must not fail. The option table has a test of its own, and the counter is
-# counted down where a use is released.
+# What releases or takes over something must not fail. The option table has a test of its own, and the
+# counter is counted down where a use is released.
 set(exempt
   _Z7btkFreePv _ZN13btkRefCounted7ReleaseEv _Z10btkStrFreePv _Z10btkSysFreePv
   _ZN13btkFileStreamD1Ev _ZN13btkFileStreamD0Ev _ZN9btkFSListD1Ev _ZN9btkFSListaSES_
