@@ -22,8 +22,11 @@ class btkOwnedTextT {
   }
   /// A copy of `text`; null counts as empty.
   explicit btkOwnedTextT(const Char* text) : btkOwnedTextT(text, LengthOf(text)) {}
+  /// A copy.
   btkOwnedTextT(const btkOwnedTextT& other) : btkOwnedTextT(other.text_) {}
+  /// Leaves the other one empty.
   btkOwnedTextT(btkOwnedTextT&& other) noexcept : text_(other.text_) { other.text_ = nullptr; }
+  /// Takes a copy, or what is moved into it.
   btkOwnedTextT& operator=(btkOwnedTextT other) noexcept {
     Char* const text = text_;
     text_ = other.text_;
