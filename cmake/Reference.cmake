@@ -21,7 +21,6 @@ set(DOXYGEN_WARN_AS_ERROR FAIL_ON_WARNINGS)
 set(DOXYGEN_QUIET YES)
 set(DOXYGEN_HAVE_DOT NO)
 doxygen_add_docs(docs
-  ${PROJECT_SOURCE_DIR}/include/tarnmf ${PROJECT_SOURCE_DIR}/platform
-  ${PROJECT_SOURCE_DIR}/platform/host
+  ${PROJECT_SOURCE_DIR}/include/tarnmf ${PROJECT_SOURCE_DIR}/platform ${BTK_HOST_HEADERS}
   WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
   COMMENT "Making the reference")

@@ -5,8 +5,9 @@
 #define PLATFORM_OWNED_TEXT_H
 
 #include <cstddef>
+#include <cstring>
 
-/// A string of its own, of narrow or wide characters.
+/// A string of its own, of narrow or wide characters. A short one needs no memory but the object.
 template <class Char>
 class btkOwnedTextT {
  public:
@@ -14,38 +15,49 @@ class btkOwnedTextT {
   btkOwnedTextT() = default;
   /// A copy of the first `length` characters of `text`.
   btkOwnedTextT(const Char* text, std::size_t length) {
-    if (length == 0) return;
-    text_ = new Char[length + 1];
-    for (std::size_t i = 0; i < length; ++i)
-      text_[i] = text[i];
-    text_[length] = 0;
+    if (length >= kShort) long_ = new Char[length + 1];
+    Char* const copy = long_ != nullptr ? long_ : short_;
+    if (length > 0) std::memcpy(copy, text, length * sizeof(Char));
+    copy[length] = 0;
   }
   /// A copy of `text`; null counts as empty.
   explicit btkOwnedTextT(const Char* text) : btkOwnedTextT(text, LengthOf(text)) {}
-  btkOwnedTextT(const btkOwnedTextT& other) : btkOwnedTextT(other.text_) {}
-  btkOwnedTextT(btkOwnedTextT&& other) noexcept : text_(other.text_) { other.text_ = nullptr; }
+  /// A copy.
+  btkOwnedTextT(const btkOwnedTextT& other) : btkOwnedTextT(other.Text()) {}
+  /// Leaves the other one empty.
+  btkOwnedTextT(btkOwnedTextT&& other) noexcept { Take(other); }
+  /// Takes a copy, or what is moved into it.
   btkOwnedTextT& operator=(btkOwnedTextT other) noexcept {
-    Char* const text = text_;
-    text_ = other.text_;
-    other.text_ = text;
+    delete[] long_;
+    Take(other);
     return *this;
   }
-  ~btkOwnedTextT() { delete[] text_; }
+  ~btkOwnedTextT() { delete[] long_; }
 
-  /// Never null; valid until this object changes.
-  const Char* Text() const { return text_ != nullptr ? text_ : kEmpty; }
+  /// Never null; valid until this object changes or is moved.
+  const Char* Text() const { return long_ != nullptr ? long_ : short_; }
 
  private:
-  static constexpr Char kEmpty[1] = {};
+  static constexpr std::size_t kShort = 16;  // with its NUL
 
   static std::size_t LengthOf(const Char* text) {
+    if (text == nullptr) return 0;
+    if constexpr (sizeof(Char) == 1) return std::strlen(text);
     std::size_t length = 0;
-    while (text != nullptr && text[length] != 0)
+    while (text[length] != 0)
       ++length;
     return length;
   }
 
-  Char* text_ = nullptr;  // null: empty
+  void Take(btkOwnedTextT& other) {
+    long_ = other.long_;
+    std::memcpy(short_, other.short_, sizeof short_);
+    other.long_ = nullptr;
+    other.short_[0] = 0;
+  }
+
+  Char* long_ = nullptr;  // null: the text is in short_
+  Char short_[kShort] = {};
 };
 
 #endif  // PLATFORM_OWNED_TEXT_H
