@@ -38,6 +38,7 @@ btkHostListT<const btkWChar*> Keep(Kept& kept, const btkWChar* const* list) {
 
 btkHostListT<const char*> Keep(Kept& kept, const std::vector<std::string>& list) {
   std::vector<const char*> texts;
+  texts.reserve(list.size());
   for (const std::string& text : list)
     texts.push_back(kept.Text(text.c_str()));
   return kept.List(texts);

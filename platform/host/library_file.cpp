@@ -21,6 +21,7 @@ std::string LibraryProblem(const char*) {
 
 // The header of the library that this code is in, which the linker puts in front of it. A library
 // for this machine agrees with it.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the linker has chosen the name.
 extern const ElfW(Ehdr) __ehdr_start __attribute__((visibility("hidden")));
 
 namespace {

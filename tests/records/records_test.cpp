@@ -79,6 +79,7 @@ TEST(SvcResolve, MovesLikeItCopies) {
   source.ids[kMfScopeId] = {{7}};
   copied = source;
   moved = std::move(source);
+  // NOLINTNEXTLINE(bugprone-use-after-move): what is moved stays.
   for (MfSvcResolveT* entry : {&copied, &moved, &source})
     EXPECT_TRUE(std::string(entry->key) == "name" && entry->ids[kMfScopeId].bytes[0] == 7);
 }

@@ -61,7 +61,7 @@ class ScanTest : public testing::Test {
   // Takes both repositories away, that of a test and that of the process.
   void Discard() {
     repo_.reset();
-    RepositoryPtr(std::exchange(g_repository, nullptr));
+    const RepositoryPtr ofTheProcess(std::exchange(g_repository, nullptr));
     platform_.calls = {};
   }
   void NewRepository() {
@@ -216,7 +216,8 @@ TEST_F(ScanTest, PreloadsWhatItsConditionsSay) {
   expected["alone"] = expected["nameless"] = PreloadCall("own");
   for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/preload.cases")) {
     const std::string name = row.name.substr(row.name.find(':') + 1);
-    modules += "<module id='" + name + "' name='" + name + "'>" + row.input + "</module>";
+    modules.append("<module id='").append(name).append("' name='").append(name).append("'>");
+    modules.append(row.input).append("</module>");
     for (const char* process : {"alone", "service", "nameless"}) {
       if (row.result.find(process) != std::string::npos) expected[process] += PreloadCall(name);
     }

@@ -29,7 +29,7 @@ class RecordingManagers final : public btkDlmManager,
   std::vector<std::string> calls;
 
   // Calls whose line starts with `prefix` answer `code`; of several that fit, the one added last.
-  void Refuse(std::string prefix, BtkErrorT code) { refusals_.emplace_back(prefix, code); }
+  void Refuse(const std::string& prefix, BtkErrorT code) { refusals_.emplace_back(prefix, code); }
   void RefuseNothing() { refusals_.clear(); }
 
   // Runs in every call, once its line is written, and is told the line. A code that it gives is the

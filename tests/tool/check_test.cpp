@@ -293,9 +293,9 @@ TEST(Explain, KnowsRulesCodesAndTheGrammar) {
 TEST(Samples, AreSilent) {
   for (const std::string& samples :
        {std::string(TARNMF_SOURCES "/samples"), std::string(TARNMF_SAMPLES)}) {
-    const Outcome outcome =
-        RunTool("check --strict --loadpoint " + samples + "/platform " + samples +
-                "/imaging-pack " + samples + "/site-overrides/manifests");
+    const Outcome outcome = RunTool(fmt::format(
+        "check --strict --loadpoint {0}/platform {0}/imaging-pack {0}/site-overrides/manifests",
+        samples));
     EXPECT_EQ(outcome.out + outcome.errors, "");
     EXPECT_EQ(outcome.status, 0);
   }

@@ -93,7 +93,7 @@ TEST(Parse, SurvivesACutAtEveryByte) {
 
 template <class Element>
 void ExpectExactSize(const MfArrayT<Element>& list, std::int32_t more = 0) {
-  const auto count = static_cast<std::size_t>(list.count + more);
+  const auto count = static_cast<std::size_t>(list.count) + static_cast<std::size_t>(more);
   EXPECT_EQ(btkHostBlockSize(list.items), count * sizeof(Element));
 }
 

@@ -57,7 +57,7 @@ struct Explanation {
 
 std::string WhereItIs(const FileSearch& search) {
   if (!search.file.empty()) return search.file;
-  const std::string tried = fmt::format("looked for {}", fmt::join(search.tried, ", "));
+  std::string tried = fmt::format("looked for {}", fmt::join(search.tried, ", "));
   if (search.refusal == kBtkHostAdmitted) return tried;
   return search.tried.empty() ? search.reason : search.reason + "; " + tried;
 }
