@@ -17,11 +17,6 @@ namespace {
 
 using namespace tarnmf::check;
 
-const std::string& Text(const Json& value) {
-  if (!value.is_string()) throw RequestError(ErrorCode::kInvalidParams, "a text is expected");
-  return value.get_ref<const std::string&>();
-}
-
 // As the protocol numbers them.
 int KindNumber(CompletionItem::Kind kind) {
   switch (kind) {

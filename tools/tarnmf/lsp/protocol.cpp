@@ -34,6 +34,11 @@ std::uint32_t Count(const Json& number) {
   return static_cast<std::uint32_t>(std::min(number.get<std::uint64_t>(), kMost));
 }
 
+const std::string& Text(const Json& text) {
+  if (!text.is_string()) throw RequestError(ErrorCode::kInvalidParams, "a text is expected");
+  return text.get_ref<const std::string&>();
+}
+
 const Json& Member(const Json& object, std::string_view name) {
   static const Json kNone;
   if (!object.is_object()) return kNone;

@@ -41,6 +41,8 @@ Json Call(std::string_view id, std::string_view method, Json params);
 
 // A whole number of a message, negative ones as 0. Throws RequestError for everything else.
 std::uint32_t Count(const Json& number);
+// Likewise for a text.
+const std::string& Text(const Json& text);
 // A member of an object, or null.
 const Json& Member(const Json& object, std::string_view name);
 // A member of a member of a member, or null.

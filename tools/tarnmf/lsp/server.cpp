@@ -19,11 +19,6 @@ constexpr Clock::duration kLongest = 1s;
 constexpr int kIncremental = 2;  // way of telling changes
 constexpr int kWarning = 2;      // type of a message
 
-const std::string& Text(const Json& value) {
-  if (!value.is_string()) throw RequestError(ErrorCode::kInvalidParams, "a text is expected");
-  return value.get_ref<const std::string&>();
-}
-
 std::int64_t VersionIn(const Json& document, std::int64_t otherwise) {
   const Json& version = Member(document, "version");
   return version.is_number_integer() ? version.get<std::int64_t>() : otherwise;
