@@ -1,16 +1,14 @@
 #include "check/encoding.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <cstdint>
 #include <fmt/format.h>
-#include <iconv.h>
 #include <span>
 #include <utf8.h>
 #include <utility>
 
 #include "check/characters.h"
+#include "platform/host/text_converter.h"
 
 namespace tarnmf::check {
 namespace {
@@ -145,41 +143,6 @@ void AppendUtf32(Units<4> units, Decoding& out) {
   }
 }
 
-// One of the system's converters.
-class Converter {
- public:
-  explicit Converter(const std::string& encoding)
-      : handle_(iconv_open("UTF-8", encoding.c_str())) {}
-  ~Converter() {
-    if (IsKnown()) iconv_close(handle_);
-  }
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-
-  // The system's word for "none" is this number, whatever its type is.
-  // NOLINTNEXTLINE(performance-no-int-to-ptr)
-  bool IsKnown() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
-
-  // Converts up to the first bytes that stand for nothing, which stay in `bytes`.
-  void Convert(std::string_view& bytes, std::string& text) {
-    std::array<char, 4096> room;
-    while (!bytes.empty()) {
-      char* from = const_cast<char*>(bytes.data());
-      std::size_t left = bytes.size();
-      char* to = room.data();
-      std::size_t free = room.size();
-      const std::size_t result = iconv(handle_, &from, &left, &to, &free);
-      const bool isFull = result == static_cast<std::size_t>(-1) && errno == E2BIG;
-      text.append(room.data(), to);
-      bytes.remove_prefix(bytes.size() - left);
-      if (!isFull) return;
-    }
-  }
-
- private:
-  iconv_t handle_;
-};
-
 // What becomes of a byte without a meaning. The XML library passes over most of them, as U+FFFD.
 void AppendMeaningless(unsigned char byte, std::string_view upperName, Decoding& out) {
   const bool isStrict = upperName == "US-ASCII" || upperName == "ASCII" || upperName == "EUC-JP" ||
@@ -193,7 +156,7 @@ void AppendMeaningless(unsigned char byte, std::string_view upperName, Decoding&
   }
 }
 
-void AppendConverted(std::string_view bytes, std::string_view upperName, Converter& converter,
+void AppendConverted(std::string_view bytes, std::string_view upperName, TextConverter& converter,
                      Decoding& out) {
   for (;;) {
     converter.Convert(bytes, out.text);
@@ -205,7 +168,7 @@ void AppendConverted(std::string_view bytes, std::string_view upperName, Convert
 
 // The XML library goes by letters and digits alone where it does not know a name.
 std::string KnownName(std::string upperName) {
-  if (!Converter(upperName).IsKnown())
+  if (!TextConverter(upperName).IsKnown())
     upperName.erase(std::remove_if(upperName.begin(), upperName.end(),
                                    [](char c) { return !IsDigit(c) && (c < 'A' || c > 'Z'); }),
                     upperName.end());
@@ -221,7 +184,7 @@ void AppendDecoded(std::string_view bytes, const std::string& upperName, Decodin
   } else if (upperName == "UTF-32LE" || upperName == "UTF-32BE") {
     AppendUtf32({bytes, upperName.ends_with("BE")}, out);
   } else {
-    Converter converter(upperName);
+    TextConverter converter(upperName);
     if (converter.IsKnown()) AppendConverted(bytes, upperName, converter, out);
   }
 }
@@ -332,7 +295,7 @@ DecodedText Decode(std::string_view bytes) {
   } else if (!IsEncodingName(declared.name)) {
     DecodeAs(sensed.name, bytes, result);
     result.fault = NoEncodingName(declared);
-  } else if (!Converter(declared.known).IsKnown()) {
+  } else if (!TextConverter(declared.known).IsKnown()) {
     DecodeAs(sensed.name, bytes, result);
     result.encoding = declared.name;
     result.isKnown = false;
@@ -362,7 +325,7 @@ DecodedText DecodeEdited(std::string_view text) {
     result.fault = NoEncodingName(declared);
   } else if (!declared.name.empty() && declared.known != "UTF-8") {
     result.encoding = declared.name;
-    result.isKnown = IsGeneric(declared.known) || Converter(declared.known).IsKnown();
+    result.isKnown = IsGeneric(declared.known) || TextConverter(declared.known).IsKnown();
     result.isUtf8 = false;
   }
   return result;

@@ -25,7 +25,8 @@ class BTK_API btkZString {
   btkOwnedTextT<char> text_;
 };
 
-/// Compares a platform string with a wide text (null counts as empty).
+/// Compares a platform string with a wide text (null counts as empty), as the names of files are
+/// compared: on Windows the case of letters does not count.
 BTK_API bool operator==(const btkZString& left, const btkWChar* right);
 
 /// A path in both encodings.
@@ -62,7 +63,7 @@ class BTK_API btkFSEntry {
   /// The last component of the path. A trailing separator is ignored.
   btkZString GetTail() const;
 
-  /// Appends a path component.
+  /// Appends a path component, with a separator of the kind that the path has already.
   btkFSEntry& operator/=(const char* component);
   /// Appends text as it stands.
   btkFSEntry& operator+=(const char* text);
@@ -78,7 +79,7 @@ class BTK_API btkFSList {
   explicit btkFSList(int reserve = 0);
 
   /// The files of a directory whose names match `pattern` ("*" and "?" stand for any text and any
-  /// character), sorted by name. Pipes, devices and whatever else is no regular file are left out, as
+  /// character; on Windows the case of letters does not count), sorted by name. Pipes, devices and whatever else is no regular file are left out, as
   /// is what cannot be read: see ProblemCount. Directories whose names match are no problem.
   btkFSList(const btkFSEntry& directory, const char* pattern);
 

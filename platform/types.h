@@ -6,16 +6,27 @@
 #include <cstddef>
 #include <cstdint>
 
-/// @def BTK_API
-/// Stands in front of what the platform's libraries export.
+/// @def BTK_EXPORTED
+/// Marks what a library exports, while the library itself is built.
+/// @def BTK_IMPORTED
+/// Marks the same for those who use the library.
 #if defined(_WIN32)
-#if defined(BTK_BUILDING_HOST)
-#define BTK_API __declspec(dllexport)
+#define BTK_EXPORTED __declspec(dllexport)
+#define BTK_IMPORTED __declspec(dllimport)
 #else
-#define BTK_API __declspec(dllimport)
+#define BTK_EXPORTED __attribute__((visibility("default")))
+#define BTK_IMPORTED BTK_EXPORTED
 #endif
+
+/// @def BTK_API
+/// Stands in front of what the platform's libraries export. BTK_STATIC is defined where they are part
+/// of the same file.
+#if defined(BTK_BUILDING_HOST)
+#define BTK_API BTK_EXPORTED
+#elif defined(BTK_STATIC)
+#define BTK_API
 #else
-#define BTK_API __attribute__((visibility("default")))
+#define BTK_API BTK_IMPORTED
 #endif
 
 /// @typedef btkWChar

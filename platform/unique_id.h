@@ -49,10 +49,12 @@ BTK_API BtkErrorT btkUniIdParse(UniIdT* out, const char* text, std::size_t lengt
 BTK_API BtkErrorT btkUniIdFormat(char* buffer, std::size_t size, std::size_t* length,
                                  const UniIdT* id, int form, int reserved);
 
-/// Makes a fresh id of `kind`; nobody should take it for a secret. Codes: kBtkOk.
+/// Makes a fresh id of `kind`; nobody should take it for a secret. Codes: kBtkOk;
+/// kBtkNotReady when the system gives no random bits.
 BTK_API BtkErrorT btkUniIdGen14(UniIdT* out, int kind, int reserved);
 
-/// The id that belongs to the ordered pair of `left` and `right`; never the null id. Codes: kBtkOk.
+/// The id that belongs to the ordered pair of `left` and `right`; never the null id. Codes: kBtkOk;
+/// kBtkNotReady when the system cannot compute it.
 BTK_API BtkErrorT btkUniIdCombine(UniIdT* out, const UniIdT* left, const UniIdT* right);
 
 #endif  // PLATFORM_UNIQUE_ID_H

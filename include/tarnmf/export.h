@@ -3,16 +3,17 @@
 #ifndef TARNMF_EXPORT_H
 #define TARNMF_EXPORT_H
 
+#include "platform/types.h"
+
 /// @def TARNMF_API
-/// Stands in front of what the library exports.
-#if defined(_WIN32)
+/// Stands in front of what the library exports. TARNMF_STATIC is defined where it is part of the same
+/// file.
 #if defined(TARNMF_BUILDING)
-#define TARNMF_API __declspec(dllexport)
+#define TARNMF_API BTK_EXPORTED
+#elif defined(TARNMF_STATIC)
+#define TARNMF_API
 #else
-#define TARNMF_API __declspec(dllimport)
-#endif
-#else
-#define TARNMF_API __attribute__((visibility("default")))
+#define TARNMF_API BTK_IMPORTED
 #endif
 
 #endif  // TARNMF_EXPORT_H

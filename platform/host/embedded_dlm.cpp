@@ -1,22 +1,17 @@
 #include "platform/host/embedded_dlm.h"
 
-#include <filesystem>
+#include <algorithm>
 #include <string>
 #include <system_error>
-#include <uuid/uuid.h>
 #include <vector>
 
 #include "platform/host/file_status.h"
+#include "platform/host/id_sources.h"
 #include "platform/host/kept.h"
 #include "platform/host/library_file.h"
 #include "platform/host/module_places.h"
 #include "platform/host/path_rules.h"
-
-#if defined(_WIN32)
-#include <windows.h>
-#else
-#include <dlfcn.h>
-#endif
+#include "platform/host/system_path.h"
 
 namespace {
 
@@ -56,21 +51,9 @@ btkHostListT<btkHostEnvCmdT> Keep(Kept& kept, const EnvCmdT* commands, std::int3
 
 // Loads a library; `failure` says why not.
 void* Load(const char* path, std::string& failure) {
-  // The loader would look for a bare name among the libraries of the system.
-  if (!std::filesystem::path(path).is_absolute()) {
-    failure = "the path is not absolute";
-    return nullptr;
-  }
-  failure = LibraryProblem(path);
-  if (!failure.empty()) return nullptr;
-#if defined(_WIN32)
-  void* const loaded = LoadLibraryW(btkFSPath(path).WideText());
-  if (loaded == nullptr) failure = "the library cannot be loaded";
-#else
-  void* const loaded = dlopen(path, RTLD_NOW | RTLD_LOCAL);
-  if (loaded == nullptr) failure = dlerror();
-#endif
-  return loaded;
+  if (SystemPath(path).is_absolute()) return LoadLibraryFile(path, failure);
+  failure = "the path is not absolute";
+  return nullptr;
 }
 
 }  // namespace
@@ -122,12 +105,12 @@ void btkHostDlmManager::SetPreloadMode(btkHostPreloadModeT mode) {
 
 BtkErrorT btkHostDlmManager::QueryLoadpointId(UniIdT* id, const btkWChar* path) {
   *id = {};
-  std::string name = btkFSPath(path).NarrowText();
-  if (name.empty()) return kBtkOk;
+  if (path == nullptr || *path == 0) return kBtkOk;
   // Paths that compare equal have one id.
-  if (name.size() > 1 && IsPathSeparator(name.back())) name.pop_back();
-  uuid_generate_sha1(id->bytes, kLoadpointNamespace.bytes, name.data(), name.size());
-  return kBtkOk;
+  std::basic_string<btkWChar> name = path;
+  if (name.size() > RootLength(name) && IsPathSeparator(name.back())) name.pop_back();
+  std::transform(name.begin(), name.end(), name.begin(), FoldedInPath);
+  return NamedId(*id, kLoadpointNamespace, NarrowOf(name.c_str()));
 }
 
 BtkErrorT btkHostDlmManager::RegisterInstallation(const btkWChar* base, const UniIdT* scope) {
@@ -161,7 +144,8 @@ bool btkHostDlmManager::HasMachineVariant(const btkWChar* loadpoint, const char*
   if (loadpoint == nullptr || *loadpoint == 0) return false;
   const std::string root = state_->loadpoints.PlaceOf(NarrowOf(loadpoint));
   std::error_code error;
-  return !root.empty() && std::filesystem::is_directory(JoinPath({root, machine}), error);
+  return !root.empty() &&
+         std::filesystem::is_directory(SystemPath(JoinPath({root, machine})), error);
 }
 
 BtkErrorT btkHostDlmManager::ResolveModule(btkZString* result, const char* id, const char* type,

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/host/path_rules.h"
+#include "platform/host/system_path.h"
 
 namespace {
 
@@ -73,6 +74,18 @@ std::basic_string_view<Char> TextOrEmpty(const Char* text) {
   return text != nullptr ? std::basic_string_view<Char>(text) : std::basic_string_view<Char>();
 }
 
+btkWChar UnitOf(char byte) {
+  return static_cast<unsigned char>(byte);
+}
+
+// What comes between a path and what is appended to it: the kind of separator that it has already.
+std::string_view SeparatorBelow(std::string_view path) {
+  const auto isSeparator = [](char byte) { return IsPathSeparator(UnitOf(byte)); };
+  if (path.empty() || isSeparator(path.back())) return "";
+  const auto first = std::find_if(path.begin(), path.end(), isSeparator);
+  return first != path.end() ? path.substr(static_cast<std::size_t>(first - path.begin()), 1) : "/";
+}
+
 template <class Char>
 btkOwnedTextT<Char> OwnedText(const std::basic_string<Char>& text) {
   return {text.data(), text.size()};
@@ -85,17 +98,26 @@ btkOwnedTextT<char> Concatenated(std::string_view first, std::string_view second
   return OwnedText(text.append(first).append(second).append(third));
 }
 
-// Without the separators at its end; the root keeps one.
+// Without the separators at its end, except for those of its root.
 std::string_view WithoutTrailingSeparators(std::string_view path) {
-  while (path.size() > 1 && IsPathSeparator(path.back()))
+  const std::size_t root = RootLength(path);
+  while (path.size() > root && IsPathSeparator(UnitOf(path.back())))
     path.remove_suffix(1);
   return path;
 }
 
 std::string_view LastComponent(std::string_view path) {
   path = WithoutTrailingSeparators(path);
-  const auto separator = std::find_if(path.rbegin(), path.rend(), IsPathSeparator<char>);
+  path.remove_prefix(RootLength(path));
+  const auto separator = std::find_if(path.rbegin(), path.rend(),
+                                      [](char byte) { return IsPathSeparator(UnitOf(byte)); });
   return path.substr(path.size() - static_cast<std::size_t>(separator - path.rbegin()));
+}
+
+bool IsSameInPath(char left, char right) {
+  const auto isAscii = [](char byte) { return UnitOf(byte) < 0x80; };
+  return left == right || (isAscii(left) && isAscii(right) &&
+                           FoldedInPath(UnitOf(left)) == FoldedInPath(UnitOf(right)));
 }
 
 bool Matches(const char* pattern, const char* name) {
@@ -106,7 +128,7 @@ bool Matches(const char* pattern, const char* name) {
         if (*name == '\0') return false;
       }
     }
-    if (*name == '\0' || (*pattern != '?' && *pattern != *name)) return false;
+    if (*name == '\0' || (*pattern != '?' && !IsSameInPath(*pattern, *name))) return false;
     ++name;
   }
   return *name == '\0';
@@ -131,10 +153,10 @@ std::string JoinPath(std::initializer_list<std::string_view> components) {
   std::string path;
   path.reserve(size);
   for (std::string_view component : components) {
-    while (!path.empty() && !component.empty() && IsPathSeparator(component.front()))
+    while (!path.empty() && !component.empty() && IsPathSeparator(UnitOf(component.front())))
       component.remove_prefix(1);
     if (component.empty()) continue;
-    if (!path.empty() && !IsPathSeparator(path.back())) path += '/';
+    if (!path.empty()) path += SeparatorBelow(path);
     path += component;
   }
   return path;
@@ -148,7 +170,7 @@ btkZString& btkZString::operator=(const char* text) {
 }
 
 bool operator==(const btkZString& left, const btkWChar* right) {
-  return left.Text() == Narrow(TextOrEmpty(right));
+  return std::ranges::equal(Widen(left.Text()), TextOrEmpty(right), {}, FoldedInPath, FoldedInPath);
 }
 
 btkFSPath::btkFSPath(const char* narrow)
@@ -176,8 +198,7 @@ btkZString btkFSEntry::GetTail() const {
 
 btkFSEntry& btkFSEntry::operator/=(const char* component) {
   const std::string_view path = path_.Text();
-  const bool isSeparated = path.empty() || IsPathSeparator(path.back());
-  path_ = Concatenated(path, isSeparated ? "" : "/", component);
+  path_ = Concatenated(path, SeparatorBelow(path), component);
   return *this;
 }
 
@@ -214,9 +235,9 @@ btkFSList::btkFSList(const btkFSEntry& directory, const char* pattern) : btkFSLi
     entries_->problems.push_back({entry, btkZString(problem.c_str())});
   };
   std::error_code error;
-  for (fs::directory_iterator file(directory.Path().NarrowText(), error), end;
+  for (fs::directory_iterator file(SystemPath(directory.Path().NarrowText()), error), end;
        !error && file != end; file.increment(error)) {
-    std::string name = file->path().filename().string();
+    std::string name = NarrowPath(file->path().filename());
     if (!Matches(pattern, name.c_str())) continue;
     std::error_code ignored;
     if (file->is_regular_file(ignored)) {

@@ -1,20 +1,23 @@
 #include "platform/host/module_places.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string_view>
 #include <system_error>
 
 #include "platform/host/path_rules.h"
+#include "platform/host/system_names.h"
+#include "platform/host/system_path.h"
 
 namespace {
 
-namespace fs = std::filesystem;
+bool IsAbsolute(const std::string& path) {
+  return SystemPath(path).is_absolute();
+}
 
 // Seen from the current folder; empty when that is gone.
 std::string Absolute(const std::string& path) {
   std::error_code error;
-  return path.empty() ? path : fs::absolute(path, error).string();
+  return path.empty() ? path : NarrowPath(std::filesystem::absolute(SystemPath(path), error));
 }
 
 std::string NarrowOf(const btkWChar* text) {
@@ -23,22 +26,21 @@ std::string NarrowOf(const btkWChar* text) {
 
 bool HasParentComponent(std::string_view path) {
   while (!path.empty()) {
-    const auto end = std::find_if(path.begin(), path.end(), IsPathSeparator<char>);
+    const auto end = std::find_if(path.begin(), path.end(), [](char byte) {
+      return IsPathSeparator(static_cast<unsigned char>(byte));
+    });
     const auto length = static_cast<std::size_t>(end - path.begin());
-    if (path.substr(0, length) == "..") return true;
+    if (IsParentComponent(path.substr(0, length))) return true;
     path.remove_prefix(std::min(length + 1, path.size()));
   }
   return false;
 }
 
 std::string FileName(const ModuleQuestion& module) {
-  std::string plain = NarrowOf(module.name);
+  const std::string plain = NarrowOf(module.name);
   if ((module.flags & kBtkExplicitName) != 0) return plain;
-#if defined(_WIN32)
-  return plain + (btkIsSharedLibType(module.type) ? ".dll" : ".exe");
-#else
-  return btkIsSharedLibType(module.type) ? "lib" + plain + ".so" : plain;
-#endif
+  if (!btkIsSharedLibType(module.type)) return plain + kSystemNames.programSuffix;
+  return kSystemNames.libraryPrefix + plain + kSystemNames.librarySuffix;
 }
 
 ModulePlaces HasNoBase(const char* what, const std::string& path) {
@@ -55,7 +57,7 @@ void LoadpointPlaces::AnnounceProcess(const std::string& path) {
 }
 
 void LoadpointPlaces::AnnounceInstallation(const std::string& path) {
-  if (!path.empty() && !fs::path(path).is_absolute()) places_[path] = Absolute(path);
+  if (!path.empty() && !IsAbsolute(path)) places_[path] = Absolute(path);
 }
 
 std::string LoadpointPlaces::PlaceOf(const std::string& loadpoint) const {
@@ -64,7 +66,7 @@ std::string LoadpointPlaces::PlaceOf(const std::string& loadpoint) const {
 }
 
 std::string LoadpointPlaces::BelowProcess(const std::string& path) const {
-  if (fs::path(path).is_absolute()) return path;
+  if (IsAbsolute(path)) return path;
   return process_.empty() ? "" : JoinPath({process_, path});
 }
 

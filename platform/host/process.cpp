@@ -1,17 +1,13 @@
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <string>
-#include <system_error>
+#include <string_view>
 #include <vector>
 
-#include "platform/filesystem.h"
 #include "platform/host/btkhost.h"
+#include "platform/host/process_facts.h"
+#include "platform/host/system_names.h"
 #include "platform/runtime.h"
-
-#if defined(_WIN32)
-#include <windows.h>
-#endif
 
 namespace {
 
@@ -26,31 +22,9 @@ struct ProcessAnswers {
   const char* otherMachine;
 };
 
-#if defined(_WIN32)
-constexpr char kNativeMachine[] = "windows-x64";
-constexpr char kOtherMachine[] = "windows-x86";
-constexpr btkWChar kExecutableSuffix[] = BTK_W(".exe");
-#else
-constexpr char kNativeMachine[] = "linux-x64";
-constexpr char kOtherMachine[] = "linux-x86";
-constexpr btkWChar kExecutableSuffix[] = BTK_W("");
-#endif
-
 ProcessAnswers& Process() {
-  static ProcessAnswers process{{}, {}, kNativeMachine, kOtherMachine};
+  static ProcessAnswers process{{}, {}, kSystemNames.nativeMachine, kSystemNames.otherMachine};
   return process;
-}
-
-WideString RealExecutable() {
-#if defined(_WIN32)
-  wchar_t path[32768];
-  const DWORD length = GetModuleFileNameW(nullptr, path, static_cast<DWORD>(std::size(path)));
-  return WideString(path, length);
-#else
-  std::error_code error;
-  const std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
-  return btkFSPath(path.c_str()).WideText();
-#endif
 }
 
 BtkErrorT CopyTo(btkWChar* buffer, std::size_t units, const WideString& text) {
@@ -81,7 +55,8 @@ BtkErrorT btkDlmGetCurProcessImagePathW(btkWChar* buffer, std::size_t units) {
 BtkErrorT btkGetExecutableNameW(btkWChar* buffer, std::size_t units, const void* /*reserved*/,
                                 const btkWChar* name) {
   if (name == nullptr) return kBtkNullArgument;
-  return CopyTo(buffer, units, WideString(name) + kExecutableSuffix);
+  const std::string_view suffix = kSystemNames.programSuffix;
+  return CopyTo(buffer, units, WideString(name).append(suffix.begin(), suffix.end()));
 }
 
 const char* btkGetVexMachine() {
@@ -100,6 +75,6 @@ void btkHostSetExecutablePath(const btkWChar* path) {
 }
 
 void btkHostSetMachineTypes(const char* native, const char* other) {
-  Process().nativeMachine = native != nullptr ? KeepForever(native) : kNativeMachine;
-  Process().otherMachine = other != nullptr ? KeepForever(other) : kOtherMachine;
+  Process().nativeMachine = native != nullptr ? KeepForever(native) : kSystemNames.nativeMachine;
+  Process().otherMachine = other != nullptr ? KeepForever(other) : kSystemNames.otherMachine;
 }

@@ -1,17 +1,18 @@
 #include "platform/runtime.h"
 
 #include <atomic>
-#include <cstdlib>
 #include <cstring>
 
 #include "platform/host/path_rules.h"
+#include "platform/host/process_facts.h"
 #include "platform/text.h"
 
 namespace {
 
-// True at the end of a path, where one separator may stand; the root itself keeps its own.
+// True at the end of a path, where one separator may stand; a root keeps its own.
 bool IsEnd(const btkWChar* path, std::size_t at) {
-  return path[at] == 0 || (at > 0 && IsPathSeparator(path[at]) && path[at + 1] == 0);
+  return path[at] == 0 ||
+         (IsPathSeparator(path[at]) && path[at + 1] == 0 && at >= RootLength(path));
 }
 
 // How two keys stand of which one is null: null sorts first.
@@ -50,7 +51,7 @@ bool btk_iswspace(btkWChar character) {
 }
 
 const char* btk_getenv(const char* name) {
-  return std::getenv(name);
+  return EnvironmentValue(name);
 }
 
 std::int32_t btkAoInc32(std::int32_t* counter) {
@@ -71,10 +72,11 @@ int Cmp_cWPaths_Safe(const btkWChar* const* left, const btkWChar* const* right) 
   const btkWChar* const first = *left;
   const btkWChar* const second = *right;
   std::size_t at = 0;
-  while (first[at] != 0 && first[at] == second[at])
+  while (first[at] != 0 &&
+         (first[at] == second[at] || FoldedInPath(first[at]) == FoldedInPath(second[at])))
     ++at;
   const bool firstEnds = IsEnd(first, at);
   const bool secondEnds = IsEnd(second, at);
   if (firstEnds || secondEnds) return secondEnds - firstEnds;
-  return first[at] - second[at];
+  return FoldedInPath(first[at]) - FoldedInPath(second[at]);
 }

@@ -3,11 +3,8 @@
 #include <cctype>
 #include <cstring>
 
-#if !defined(_WIN32)
-#include <pthread.h>
-#endif
-#include <atomic>
-#include <uuid/uuid.h>
+#include "platform/host/id_sources.h"
+#include "platform/host/process_facts.h"
 
 namespace {
 
@@ -41,18 +38,6 @@ std::size_t FormLength(int form) {
 // The names of ids that are made from others hang below this one.
 constexpr UniIdT kCombinedNamespace = {{0x6f, 0x0c, 0x3a, 0x52, 0x9d, 0x71, 0x4e, 0x0b, 0xa2, 0x48,
                                         0x5c, 0xe0, 0x13, 0x97, 0xd4, 0x2e}};
-
-// Tells a process from the one that it was forked from, which has the same random bits in memory.
-unsigned Process() {
-#if defined(_WIN32)
-  return 0;
-#else
-  static std::atomic<unsigned> generation{0};
-  [[maybe_unused]] static const int watched =
-      pthread_atfork(nullptr, nullptr, [] { ++generation; });
-  return generation.load(std::memory_order_relaxed);
-#endif
-}
 
 }  // namespace
 
@@ -98,10 +83,10 @@ BtkErrorT btkUniIdGen14(UniIdT* out, int /*kind*/, int /*reserved*/) {
   thread_local UniIdT random;
   thread_local std::uint16_t number = 0;
   thread_local unsigned process = 0;
-  if (number == 0 || process != Process()) {
-    uuid_generate_random(random.bytes);
+  if (number == 0 || process != ForkGeneration()) {
+    if (BtkErrorT e = RandomId(random)) return e;
     number = 0;
-    process = Process();
+    process = ForkGeneration();
   }
   *out = random;
   out->bytes[14] = static_cast<std::uint8_t>(number >> 8);
@@ -114,7 +99,5 @@ BtkErrorT btkUniIdCombine(UniIdT* out, const UniIdT* left, const UniIdT* right) 
   char pair[2 * sizeof(UniIdT)];
   std::memcpy(pair, left->bytes, sizeof(UniIdT));
   std::memcpy(pair + sizeof(UniIdT), right->bytes, sizeof(UniIdT));
-  // A name-based id carries its kind in its bits, so it is never the null id.
-  uuid_generate_sha1(out->bytes, kCombinedNamespace.bytes, pair, sizeof pair);
-  return kBtkOk;
+  return NamedId(*out, kCombinedNamespace, {pair, sizeof pair});
 }

@@ -1,17 +1,9 @@
 #include "platform/host/library_file.h"
 
-#if defined(_WIN32)
-
-// The system's own loader looks before it maps.
-std::string LibraryProblem(const char*) {
-  return "";
-}
-
-#else
-
 #include <cerrno>
 #include <cstdint>
 #include <cstring>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
 #include <sys/stat.h>
@@ -79,8 +71,8 @@ std::string SegmentProblem(const std::vector<Segment>& segments, std::uint64_t s
   return isLoaded ? "" : "it has nothing to load";
 }
 
-}  // namespace
-
+// Why the file is not a whole shared library for this machine, in words; empty when it is one. The
+// loader maps what the headers of a file promise and dies where the file ends before that.
 std::string LibraryProblem(const char* path) {
   const OpenFile file(path);
   if (file.Descriptor() < 0) return SystemError(errno);
@@ -98,4 +90,12 @@ std::string LibraryProblem(const char* path) {
   return SegmentProblem(segments, size);
 }
 
-#endif
+}  // namespace
+
+void* LoadLibraryFile(const char* path, std::string& failure) {
+  failure = LibraryProblem(path);
+  if (!failure.empty()) return nullptr;
+  void* const loaded = dlopen(path, RTLD_NOW | RTLD_LOCAL);
+  if (loaded == nullptr) failure = dlerror();
+  return loaded;
+}

@@ -1,25 +1,5 @@
 #include "platform/host/file_status.h"
 
-#if defined(_WIN32)
-
-#include <filesystem>
-#include <system_error>
-
-bool IsRegularFile(const char* path) {
-  std::error_code error;
-  return std::filesystem::is_regular_file(path, error);
-}
-
-// A directory cannot be opened as a file.
-std::FILE* OpenForReading(const char* path, bool withSpecial) {
-  if (!withSpecial && !IsRegularFile(path)) return nullptr;
-  std::FILE* const file = std::fopen(path, "rb");
-  if (file != nullptr) std::setvbuf(file, nullptr, _IONBF, 0);
-  return file;
-}
-
-#else
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -44,5 +24,3 @@ std::FILE* OpenForReading(const char* path, bool withSpecial) {
   }
   return file;
 }
-
-#endif
