@@ -17,8 +17,12 @@ class TempDirectory {
 
   const std::filesystem::path& Path() const { return path_; }
 
+  // The path of what is called that in the directory; without a name, of the directory. All
+  // separators in it are "/".
+  std::string At(const std::string& name = "") const;
+
   // Writes a file below the directory, making the folders on its way; returns its full path.
-  std::string Write(const std::filesystem::path& name, std::string_view content) const;
+  std::string Write(const std::string& name, std::string_view content) const;
 
  private:
   std::filesystem::path path_;

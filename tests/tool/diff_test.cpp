@@ -27,8 +27,8 @@ TEST(Diff, TellsEachChangeOnce) {
   const TempDirectory root;
   const std::string module = "<module id=\"m\" name=\"m\"/>";
   const auto scan = [&](const std::string& name) {
-    const std::string file = (root.Path() / name).string();
-    const std::string at = (root.Path() / "pack").string();
+    const std::string file = root.At(name);
+    const std::string at = root.At("pack");
     RunTool("scan --json --loadpoint " + at + "/platform --add " + at + "/a/m --add " + at +
             "/b/m > " + file);
     return file;
@@ -48,7 +48,7 @@ TEST(Diff, TellsEachChangeOnce) {
                                        "</runnable>"));
   root.Write("pack/b/linux-x64/libr.so", "");
   const std::string after = scan("after.json");
-  const std::string pack = (root.Path() / "pack").string();
+  const std::string pack = root.At("pack");
   const std::string first = "00000000-0000-0000-0000-000000000001";
   const std::string second = "00000000-0000-0000-0000-000000000002";
   const Outcome changed = RunTool("diff " + before + " " + after);
@@ -70,8 +70,8 @@ TEST(Diff, TellsEachChangeOnce) {
   EXPECT_EQ(json["differences"].size(), 10U);
   EXPECT_EQ(json["differences"][9]["after"]["loadpoint"], pack + "/b");
 
-  RunTool("scan --json > " + (root.Path() / "none.json").string());
-  EXPECT_THAT(RunTool("diff " + after + " " + (root.Path() / "none.json").string()).out,
+  RunTool("scan --json > " + root.At("none.json"));
+  EXPECT_THAT(RunTool("diff " + after + " " + root.At("none.json")).out,
               HasSubstr("the process without a load point: added\n"));
 
   // Callers of the scope have found what was for everybody before.

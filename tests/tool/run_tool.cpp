@@ -17,7 +17,7 @@ std::string ReadFile(const std::filesystem::path& file) {
 
 Outcome RunCommand(const std::string& command) {
   const TempDirectory scratch;
-  const std::string errors = (scratch.Path() / "errors").string();
+  const std::string errors = scratch.At("errors");
   FILE* pipe = popen(("{ " + command + "; } 2>" + errors).c_str(), "r");
   std::string out;
   char block[4096];

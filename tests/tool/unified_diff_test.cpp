@@ -28,7 +28,7 @@ TEST(UnifiedDiff, NamesAnyPath) {
        {"a b/c d", "q\"u", "back\\slash", "line\nfeed", "\xc3\xa9\t\x7f#"}) {
     directory.Write(path, "x\n");
     directory.Write("patch", UnifiedDiff(path, "x\n", "y\n"));
-    const std::string change = "cd " + directory.Path().string() + " && ";
+    const std::string change = "cd " + directory.At() + " && ";
     EXPECT_EQ(RunCommand(change + "git apply -p0 patch").status, 0) << path;
     EXPECT_EQ(tarnmf::test::ReadFile(directory.Path() / path), "y\n");
     if (RunCommand("command -v patch").status != 0) continue;
@@ -42,8 +42,8 @@ TEST(UnifiedDiff, IsAppliedByOtherPrograms) {
   std::mt19937 random(7);
   const auto below = [&](unsigned bound) { return static_cast<unsigned>(random() % bound); };
   const tarnmf::test::TempDirectory directory;
-  const std::string apply = "cd " + directory.Path().string() + " && git apply -p0 " +
-                            "--whitespace=nowarn --unidiff-zero patch";
+  const std::string apply =
+      "cd " + directory.At() + " && git apply -p0 " + "--whitespace=nowarn --unidiff-zero patch";
   for (int round = 0; round < 60; ++round) {
     std::string texts[2];
     const unsigned kinds = 2 + below(30);
