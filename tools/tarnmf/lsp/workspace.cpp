@@ -31,8 +31,9 @@ std::vector<std::string> PathsOf(const Request& request) {
 bool Process::Includes(const std::string& path) const {
   const std::string directory = DirectoryOf(path);
   return request.loadpoint == directory ||
-         std::any_of(request.paths.begin(), request.paths.end(),
-                     [&](const std::string& each) { return each == path || each == directory; });
+         std::any_of(request.paths.begin(), request.paths.end(), [&](const std::string& each) {
+           return IsSamePath(each, path) || each == directory;
+         });
 }
 
 Workspace::Workspace(const Request& given) {
