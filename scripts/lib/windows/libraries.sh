@@ -73,7 +73,7 @@ build_xerces-c() {
   cmake --install "$2/src"
 }
 
-# A correction that Debian has taken over asks for XML_DTD's value, of which CMake's configuration has none.
+# A correction of Debian's compares XML_DTD with 1, which CMake defines without a value.
 build_expat() {
   sed -i 's/^#cmakedefine XML_DTD$/#cmakedefine XML_DTD 1/' "$1/expat/expat_config.h.cmake"
   configure_library "$1/expat" "$2" -DEXPAT_SHARED_LIBS=OFF -DEXPAT_BUILD_TOOLS=OFF \
@@ -95,7 +95,7 @@ build_googletest() {
   cmake --install "$2"
 }
 
-# The headers of this machine are copied: a compiler that searches its folders finds the others there too.
+# Copies, as the folders of this machine hold headers that are not for Windows, too.
 build_headers() {
   mkdir -p "$windows_prefix"/{include,share/cmake}
   rm -rf "$windows_prefix"/include/{utf8.h,utf8,CLI,nlohmann}
