@@ -128,7 +128,7 @@ std::string ClassName(std::int64_t number) {
 // serves for all.
 void AddInstallations(liMfRepository& repository, const test::TempDirectory& root,
                       std::int64_t count) {
-  const btkFSPath directory((root.Path() / "installation").c_str());
+  const btkFSPath directory(root.At("installation").c_str());
   for (std::int64_t i = 0; i < count; ++i) {
     const std::string base = "base = \"lib" + std::to_string(i) + "\"\n";
     root.Write("installation/.installed", base + "layout += 64 {\"a\" | \"b\" | \"c\"}\n");

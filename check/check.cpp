@@ -1,7 +1,6 @@
 #include "check/check.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 #include <map>
 #include <set>
@@ -14,54 +13,41 @@
 #include "check/class_records.h"
 #include "check/declared.h"
 #include "check/file_rules.h"
+#include "check/paths.h"
 #include "check/preloads.h"
 #include "check/truth.h"
 
 namespace tarnmf::check {
 namespace {
 
-namespace fs = std::filesystem;
-
-// Empty for a file of the working directory.
-std::string DirectoryOf(const std::string& path) {
-  return fs::path(path).parent_path().string();
-}
-
-// As directories are told apart: without a separator at the end.
-std::string DirectoryKey(const std::string& directory) {
-  std::string key = AbsolutePath(directory);
-  if (key.size() > 1 && key.back() == '/') key.pop_back();
-  return key;
-}
-
 // Whether the file is read with its directory.
 bool IsOfInstallation(const std::string& path) {
-  return fs::path(path).extension() == ".tmfx" || fs::path(path).filename() == ".installed";
+  return IsManifestFile(path) || IsLayoutFile(path);
 }
 
 // A path that is no directory is one of a file. A file in a directory that is checked as a whole is
 // checked with that.
 std::vector<std::unique_ptr<LoadPoint>> ReadLoadPoints(const Request& request, Files& files) {
   std::vector<std::unique_ptr<LoadPoint>> loadpoints;
-  std::set<std::string> directories;
+  std::set<std::string, PathLess> directories;
   if (!request.loadpoint.empty()) {
     loadpoints.push_back(ReadProcessLoadPoint(request.loadpoint, files));
-    directories.insert(DirectoryKey(request.loadpoint));
+    directories.insert(AbsolutePath(request.loadpoint));
   }
   std::vector<std::string> singles;
-  std::set<std::string> known;  // however a file is written, it is checked once
+  std::set<std::string, PathLess> known;  // however a file is written, it is checked once
   for (const std::string& path : request.paths) {
     if (!files.IsDirectory(path)) {
       if (known.insert(AbsolutePath(path)).second) singles.push_back(path);
       continue;
     }
     loadpoints.push_back(ReadInstallation(path, files));
-    directories.insert(DirectoryKey(path));
+    directories.insert(AbsolutePath(path));
   }
   std::map<std::string, std::vector<std::string>> byDirectory;
   for (const std::string& path : singles) {
     const std::string directory = DirectoryOf(path);
-    if (IsOfInstallation(path) && directories.contains(DirectoryKey(directory))) continue;
+    if (IsOfInstallation(path) && directories.contains(AbsolutePath(directory))) continue;
     byDirectory[directory].push_back(path);
   }
   for (const auto& [directory, paths] : byDirectory)

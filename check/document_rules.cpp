@@ -1,7 +1,6 @@
 #include "check/document_rules.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <iterator>
@@ -16,6 +15,7 @@
 #include "check/expansion.h"
 #include "check/suggestions.h"
 #include "check/wording.h"
+#include "platform/host/system_path.h"
 
 namespace tarnmf::check {
 namespace {
@@ -41,7 +41,7 @@ bool IsRemote(std::string_view systemId) {
 bool IsReadableFile(std::string_view systemId) {
   if (systemId.starts_with("file://")) systemId.remove_prefix(7);
   std::error_code error;
-  return std::filesystem::is_regular_file(std::filesystem::path(systemId), error);
+  return std::filesystem::is_regular_file(SystemPath(std::string(systemId)), error);
 }
 
 class TypeRules {

@@ -1,12 +1,9 @@
 #include "check/edited_files.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <utility>
 
 namespace tarnmf::check {
-
-namespace fs = std::filesystem;
 
 void EditedFiles::Edit(const std::string& path, std::string bytes) {
   edited_.insert_or_assign(path, EditedFile{std::move(bytes), false, nullptr});
@@ -38,9 +35,8 @@ ManifestList EditedFiles::ManifestsIn(const std::string& directory) {
   std::vector<std::string>& names = list.names;
   const auto stored = static_cast<std::ptrdiff_t>(names.size());
   for (const auto& [path, file] : edited_) {
-    const fs::path written(path);
-    std::string name = written.filename().string();
-    if (written.extension() != ".tmfx" || PathIn(directory, name) != path) continue;
+    std::string name = FileNameOf(path);
+    if (!IsManifestFile(path) || !IsSamePath(PathIn(directory, name), path)) continue;
     if (!std::binary_search(names.begin(), names.begin() + stored, name))
       names.push_back(std::move(name));
   }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "check/files.h"
+#include "check/paths.h"
 
 namespace tarnmf::check {
 
@@ -43,7 +44,7 @@ class EditedFiles final : public Files {
   };
 
   Files& stored_;
-  std::map<std::string, EditedFile> edited_;
+  std::map<std::string, EditedFile, PathLess> edited_;
 };
 
 }  // namespace tarnmf::check

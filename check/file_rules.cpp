@@ -1,7 +1,6 @@
 #include "check/file_rules.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <fmt/format.h>
 #include <initializer_list>
 #include <map>
@@ -12,16 +11,16 @@
 #include "check/given.h"
 #include "check/module_files.h"
 #include "check/names.h"
+#include "check/paths.h"
 #include "check/suggestions.h"
 #include "check/wording.h"
 #include "grammar/manifest.h"
 #include "platform/filesystem.h"
+#include "platform/host/system_names.h"
 #include "platform/runtime.h"
 
 namespace tarnmf::check {
 namespace {
-
-namespace fs = std::filesystem;
 
 // Names that are compared in all to find what was meant.
 constexpr std::size_t kMostCompared = 200'000;
@@ -184,7 +183,7 @@ std::string FileCheck::Shown(const Module& module, const Search& search,
                              const std::string& file) const {
   const std::optional<TextValue>& given =
       search.implementation->forcePath ? search.implementation->path : module.declaration.loadpoint;
-  const bool stands = given && fs::path(given->text).is_absolute();
+  const bool stands = given && IsAbsolutePath(given->text);
   return stands ? file : ShownPath(loadpoint_, file);
 }
 
@@ -233,12 +232,11 @@ const std::vector<std::string>& FileCheck::NamesIn(const std::string& directory)
 
 void FileCheck::SuggestFile(Finding& finding, const Module& module, const Search& search) {
   const std::string& name = search.implementation->name->text;
-  const fs::path first(search.tried.front());
-  CloseNames close(first.filename().string());
+  CloseNames close(FileNameOf(search.tried.front()));
   std::string asItStands;  // the name without what the platform puts around it
   for (const std::string& file : search.tried) {
     if (compared_ > kMostCompared) break;
-    const std::vector<std::string>& names = NamesIn(fs::path(file).parent_path().string());
+    const std::vector<std::string>& names = NamesIn(DirectoryOf(file));
     compared_ += names.size() + 1;
     if (std::binary_search(names.begin(), names.end(), name)) asItStands = name;
     for (const std::string& other : names)
@@ -261,13 +259,13 @@ void FileCheck::SuggestName(Finding& finding, const Module& module,
   }
   std::string_view plain = file;
   if (!implementation.explicitName && !module.declaration.type) {
-    constexpr std::string_view kPrefix = "lib";
-    constexpr std::string_view kSuffix = ".so";
-    if (!plain.starts_with(kPrefix) || !plain.ends_with(kSuffix) ||
-        plain.size() <= kPrefix.size() + kSuffix.size()) {
+    const std::string_view prefix = kSystemNames.libraryPrefix;
+    const std::string_view suffix = kSystemNames.librarySuffix;
+    if (!plain.starts_with(prefix) || !plain.ends_with(suffix) ||
+        plain.size() <= prefix.size() + suffix.size()) {
       return;
     }
-    plain = plain.substr(kPrefix.size(), plain.size() - kPrefix.size() - kSuffix.size());
+    plain = plain.substr(prefix.size(), plain.size() - prefix.size() - suffix.size());
   }
   if (plain != name.text)
     finding.suggestions.push_back(Replace(name.span, name.text, std::string(plain)));

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/filesystem.h"
+#include "platform/host/system_path.h"
 
 namespace tarnmf::check {
 
@@ -26,8 +27,8 @@ constexpr std::uintmax_t kMostBytes = 1'000'000'000;
 std::optional<std::string> DiskFiles::Read(const std::string& path) {
   if (!IsFile(path)) return std::nullopt;
   std::error_code failure;
-  if (fs::file_size(path, failure) > kMostBytes || failure) return std::nullopt;
-  std::ifstream file(path, std::ios::binary);
+  if (fs::file_size(SystemPath(path), failure) > kMostBytes || failure) return std::nullopt;
+  std::ifstream file(SystemPath(path), std::ios::binary);
   if (!file) return std::nullopt;
   std::ostringstream bytes;
   // Copying nothing counts as a failure.
@@ -56,7 +57,8 @@ ManifestList DiskFiles::ManifestsIn(const std::string& directory) {
   return manifests;
 }
 
-std::optional<std::string> DiskFiles::WhyUnreadable(const std::string& path) {
+std::optional<std::string> DiskFiles::WhyUnreadable(const std::string& name) {
+  const fs::path path = SystemPath(name);
   std::error_code failure;
   if (fs::symlink_status(path, failure).type() == fs::file_type::not_found) return std::nullopt;
   const fs::file_status status = fs::status(path, failure);
@@ -72,26 +74,22 @@ std::optional<std::string> DiskFiles::WhyUnreadable(const std::string& path) {
 
 bool DiskFiles::IsFile(const std::string& path) {
   std::error_code ignored;
-  return fs::is_regular_file(path, ignored);
+  return fs::is_regular_file(SystemPath(path), ignored);
 }
 
 bool DiskFiles::IsDirectory(const std::string& path) {
   std::error_code ignored;
-  return fs::is_directory(path, ignored);
+  return fs::is_directory(SystemPath(path), ignored);
 }
 
 std::vector<std::string> DiskFiles::NamesIn(const std::string& directory) {
   std::vector<std::string> names;
   std::error_code error;
-  for (fs::directory_iterator file(directory, error), end; !error && file != end;
+  for (fs::directory_iterator file(SystemPath(directory), error), end; !error && file != end;
        file.increment(error))
-    names.push_back(file->path().filename().string());
+    names.push_back(NarrowPath(file->path().filename()));
   std::sort(names.begin(), names.end());
   return names;
-}
-
-std::string PathIn(const std::string& directory, const std::string& name) {
-  return (fs::path(directory) / name).string();
 }
 
 }  // namespace tarnmf::check

@@ -58,9 +58,6 @@ class DiskFiles final : public Files {
   std::map<std::string, std::shared_ptr<const Manifest>> manifests_;  // by path, null: unreadable
 };
 
-// The path of a file in a directory, as people would write it.
-std::string PathIn(const std::string& directory, const std::string& name);
-
 }  // namespace tarnmf::check
 
 #endif  // CHECK_FILES_H

@@ -7,9 +7,11 @@
 
 #include "check/declared.h"
 #include "check/layout_file.h"
+#include "check/paths.h"
 #include "check/suggestions.h"
 #include "check/wording.h"
 #include "platform/filesystem.h"
+#include "platform/host/system_path.h"
 #include "platform/runtime.h"
 
 namespace tarnmf::check {
@@ -103,17 +105,18 @@ void CheckBase(LoadPoint& loadpoint, Files& files) {
   LayoutFileText* const layout = loadpoint.layout.get();
   if (layout == nullptr || layout->base.empty() || layout->basePath.empty()) return;
   if (files.IsDirectory(layout->basePath)) return;
-  fs::path shown = ShownPath(loadpoint, layout->basePath);
-  if (!shown.has_filename()) shown = shown.parent_path();
-  CloseNames close(shown.filename().string());
-  const std::vector<std::string> names = files.NamesIn(shown.parent_path().string());
+  std::string shown = ShownPath(loadpoint, layout->basePath);
+  if (FileNameOf(shown).empty()) shown = DirectoryOf(shown);
+  const std::string parent = DirectoryOf(shown);
+  CloseNames close(FileNameOf(shown));
+  const std::vector<std::string> names = files.NamesIn(parent);
   for (const std::string& name : names) {
-    if (files.IsDirectory((shown.parent_path() / name).string())) close.Offer(name);
+    if (files.IsDirectory(PathIn(parent, name))) close.Offer(name);
   }
-  std::string message = files.IsFile(shown.string())
-                            ? fmt::format("base folder {} is a file", Quoted(layout->base))
-                            : fmt::format("base folder {} is not there: looked for {}",
-                                          Quoted(layout->base), shown.string());
+  std::string message =
+      files.IsFile(shown)
+          ? fmt::format("base folder {} is a file", Quoted(layout->base))
+          : fmt::format("base folder {} is not there: looked for {}", Quoted(layout->base), shown);
   message += DidYouMean(close.Best(), Quoted);
   layout->findings.push_back(
       Found(Rule::kBaseMissing, kBtkOk, {&layout->source, layout->basePlace}, std::move(message)));
@@ -126,16 +129,13 @@ bool FitsProcess(const std::string& path) {
   return std::char_traits<btkWChar>::length(converted.WideText()) < kProcessPathUnits;
 }
 
-std::string AbsolutePath(const std::string& path) {
-  return fs::absolute(path.empty() ? "." : path).lexically_normal().string();
-}
-
 std::string ShownPath(const LoadPoint& loadpoint, const std::string& path) {
   const std::string& directory = loadpoint.directory.Path();
-  const fs::path there = fs::path(path).lexically_normal();
-  if (fs::path(directory).is_absolute()) return there.string();
-  const fs::path below = there.lexically_relative(AbsolutePath(directory));
-  return below.empty() ? there.string() : (fs::path(directory) / below).lexically_normal().string();
+  const fs::path there = SystemPath(path).lexically_normal();
+  if (IsAbsolutePath(directory)) return WrittenLike(directory, there);
+  const fs::path below = there.lexically_relative(SystemPath(AbsolutePath(directory)));
+  if (below.empty()) return WrittenLike(directory, there);
+  return WrittenLike(directory, (SystemPath(directory) / below).lexically_normal());
 }
 
 std::unique_ptr<LoadPoint> ReadProcessLoadPoint(const std::string& directory, Files& files) {
@@ -165,11 +165,11 @@ std::unique_ptr<LoadPoint> ReadSingleFiles(const std::string& directory,
   std::vector<std::string> manifests = ManifestPaths(*loadpoint, files);
   std::vector<std::string> others;
   for (const std::string& path : loadpoint->asked) {
-    const auto isNamed = [name = fs::path(path).filename()](const std::string& other) {
-      return fs::path(other).filename() == name;
+    const auto isNamed = [name = FileNameOf(path)](const std::string& other) {
+      return IsSamePath(FileNameOf(other), name);
     };
     const auto place = std::find_if(manifests.begin(), manifests.end(), isNamed);
-    if (isNamed(kLayoutName)) {
+    if (IsLayoutFile(path)) {
       if (!ReadLayoutOf(*loadpoint, files))
         TellUnreadable(*loadpoint, path, kBtkMissing, CannotBeRead(std::nullopt));
     } else if (place != manifests.end()) {

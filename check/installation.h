@@ -80,8 +80,6 @@ void FindDuplicates(std::vector<std::unique_ptr<LoadPoint>>& loadpoints);
 inline constexpr std::size_t kProcessPathUnits = 261;
 bool FitsProcess(const std::string& path);
 
-// Absolute, without "." and "..".
-std::string AbsolutePath(const std::string& path);
 // A path below the load point, or beside it, as people who named its directory would write it.
 std::string ShownPath(const LoadPoint& loadpoint, const std::string& path);
 

@@ -7,9 +7,11 @@
 #include <utility>
 
 #include "check/characters.h"
+#include "check/paths.h"
 #include "check/rule_names.h"
 #include "check/source.h"
 #include "check/wording.h"
+#include "platform/host/system_path.h"
 
 namespace tarnmf::check {
 namespace {
@@ -52,8 +54,9 @@ class SettingsReader {
 
   void ReadLoadpoint(std::string_view statement, std::string_view value) {
     if (value.empty()) return Refuse(statement, "\"loadpoint\" needs the path of a directory");
-    const std::filesystem::path folder = std::filesystem::path(settings_.path).parent_path();
-    settings_.loadpoint = (folder / value).lexically_normal().string();
+    const std::filesystem::path folder = SystemPath(settings_.path).parent_path();
+    settings_.loadpoint =
+        WrittenLike(settings_.path, (folder / SystemPath(std::string(value))).lexically_normal());
   }
 
   void Refuse(std::string_view statement, std::string_view sentence) {
@@ -101,7 +104,7 @@ Settings ParseSettings(std::string path, std::string text) {
 }
 
 const Settings* SettingsFinder::For(const std::string& directory) {
-  const std::filesystem::path path(directory);
+  const std::filesystem::path path = SystemPath(directory);
   const std::filesystem::path here = std::filesystem::current_path();
   std::filesystem::path folder = (here / path).lexically_normal();
   if (!folder.has_filename()) folder = folder.parent_path();
@@ -110,11 +113,11 @@ const Settings* SettingsFinder::For(const std::string& directory) {
 
 const Settings* SettingsFinder::Find(const std::filesystem::path& path,
                                      const std::filesystem::path& here) {
-  const std::string folder = path.string();
+  const std::string folder = NarrowPath(path);
   if (const auto known = byFolder_.find(folder); known != byFolder_.end()) return known->second;
   std::filesystem::path whole = path / kFileName;
   if (here.has_relative_path()) whole = whole.lexically_proximate(here);
-  const std::string file = whole.string();
+  const std::string file = WrittenLike("", whole);
   const Settings* found = nullptr;
   if (files_.IsFile(file)) {
     auto& settings = all_.emplace_back(std::make_unique<Settings>());

@@ -1,7 +1,6 @@
 #include "check/verdict.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 #include <set>
 #include <string_view>
@@ -10,6 +9,7 @@
 #include <utility>
 
 #include "check/allowances.h"
+#include "check/paths.h"
 
 namespace tarnmf::check {
 namespace {
@@ -50,9 +50,7 @@ class Judgement {
   }
 
  private:
-  Part& Open(const Source& source) {
-    return Open(source, std::filesystem::path(source.Path()).parent_path().string());
-  }
+  Part& Open(const Source& source) { return Open(source, DirectoryOf(source.Path())); }
 
   Part& Open(const Source& source, std::string directory) {
     const auto [entry, isNew] = numbers_.emplace(source.Path(), parts_.size());

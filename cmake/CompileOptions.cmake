@@ -7,7 +7,14 @@ else()
   target_compile_options(tarnmf_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow
     # The queries make many short calls into the platform; each is one jump shorter.
-    $<$<CONFIG:Release>:-fno-plt>)
+    $<$<AND:$<CONFIG:Release>,$<NOT:$<BOOL:${WIN32}>>>:-fno-plt>)
+endif()
+if(WIN32)
+  target_compile_definitions(tarnmf_options INTERFACE
+    # What is not declared as imported is found in a DLL just as well as in the same file, which is
+    # where the tests have everything.
+    BTK_STATIC TARNMF_STATIC
+    _WIN32_WINNT=0x0A00 NOMINMAX UNICODE WIN32_LEAN_AND_MEAN)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   # Optimised, g++ 12 sees overlapping copies inside std::string where there are none.

@@ -17,8 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
   directory.Write("pack/input.tmfx", input.substr(end));
 
   tarnmf::check::DiskFiles files;
-  const tarnmf::check::Report report =
-      tarnmf::check::Check({"", {(directory.Path() / "pack").string()}}, files);
+  const tarnmf::check::Report report = tarnmf::check::Check({"", {directory.At("pack")}}, files);
   for (const tarnmf::check::Finding& finding : report.findings) {
     const tarnmf::check::Place& place = finding.place;
     Require(finding.rule != tarnmf::check::Rule::kLibraryDisagrees);

@@ -31,7 +31,7 @@ void CheckServices(liMfRepository& repository) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   static const tarnmf::test::TempDirectory directory;
-  static const btkFSPath installation((directory.Path() / "installation").c_str());
+  static const btkFSPath installation(directory.At("installation").c_str());
   const std::string input = tarnmf::fuzz::TextOf(bytes, size);
   const std::size_t end = std::min(input.find('<'), input.size());
   directory.Write("installation/.installed", input.substr(0, end));

@@ -1,10 +1,6 @@
 // A library of the sample installations: small, but real enough to be resolved and loaded.
-#if defined(_WIN32)
-#define SAMPLE_API __declspec(dllexport)
-#else
-#define SAMPLE_API __attribute__((visibility("default")))
-#endif
+#include "platform/types.h"
 
-extern "C" SAMPLE_API const char* SampleModuleId() {
+extern "C" BTK_EXPORTED const char* SampleModuleId() {
   return SAMPLE_MODULE_ID;
 }

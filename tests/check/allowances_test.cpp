@@ -24,8 +24,7 @@ std::string Judged(const std::string& name, const std::string& text) {
   directory.Write("pack/" + name, text);
   DiskFiles files;
   SettingsFinder settings(files);
-  Report report = Check(
-      {(directory.Path() / "process").string(), {(directory.Path() / "pack").string()}}, files);
+  Report report = Check({directory.At("process"), {directory.At("pack")}}, files);
   const Verdict verdict = Judge(report, settings, Levels());
   std::string shown;
   for (const Finding& finding : verdict.findings)
@@ -111,8 +110,7 @@ TEST(Allowances, AreDeletedWithoutAUse) {
     const std::string path = directory.Write("pack/a.tmfx", row.text);
     DiskFiles files;
     SettingsFinder settings(files);
-    const FixOutcome outcome =
-        Fix({"", {(directory.Path() / "pack").string()}}, files, settings, Levels());
+    const FixOutcome outcome = Fix({"", {directory.At("pack")}}, files, settings, Levels());
     EXPECT_EQ(outcome.files.empty() ? row.text : outcome.files[0].after, row.fixed);
   }
 }

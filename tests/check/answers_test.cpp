@@ -160,7 +160,7 @@ TEST(Answers, AreThoseOfTheRepository) {
       const std::string name = fmt::format("{}-{}", round, i);
       directory.Write(name + "/.installed", installations.Layout());
       directory.Write(name + "/a.tmfx", installations.Manifest());
-      directories.push_back((directory.Path() / name).string());
+      directories.push_back(directory.At(name));
     }
     const std::string expected = RepositoryAnswers().Scan(directories);
     ASSERT_EQ(CheckAnswers(directories), expected) << round;

@@ -37,7 +37,7 @@ TEST(Fixes, PutBackWhatWouldHaveMoreErrors) {
   directory.Write("pack/b.tmfx", "<tarnmanifest version=\"1.0\"/>");
   DiskFiles files;
   SettingsFinder settings(files);
-  const std::string pack = (directory.Path() / "pack").string();
+  const std::string pack = directory.At("pack");
   const FixOutcome outcome = Fix({"", {pack}}, files, settings, Levels());
   EXPECT_EQ(outcome.putBack, std::vector{pack + "/a.tmfx"});
   ASSERT_EQ(outcome.files.size(), 1U);
@@ -56,7 +56,7 @@ TEST(Fixes, KeepWhatIsNotToBlameForMoreErrors) {
                   "<clientside moduleref=\"gone\"/></class></tarnmanifest>");
   DiskFiles files;
   SettingsFinder settings(files);
-  const std::string pack = (directory.Path() / "pack").string();
+  const std::string pack = directory.At("pack");
   const FixOutcome outcome = Fix({"", {pack}}, files, settings, Levels());
   EXPECT_TRUE(outcome.putBack.empty());
   ASSERT_EQ(outcome.files.size(), 2U);

@@ -55,7 +55,7 @@ TEST(Installations, AgreeWithTheLibraryOnRandomDocuments) {
     for (int i = 0; i <= round % 3; ++i)
       directory.Write(fmt::format("{}/{}.tmfx", pack, i), documents.Next());
     DiskFiles files;
-    const Report report = Check({"", {(directory.Path() / pack).string()}}, files);
+    const Report report = Check({"", {directory.At(pack)}}, files);
     for (const Finding& finding : report.findings)
       ASSERT_NE(finding.rule, Rule::kLibraryDisagrees) << Shown(report);
   }
@@ -65,10 +65,10 @@ TEST(Installations, TellOfAProcessWhosePathIsTooLong) {
   const test::TempDirectory directory;
   for (const std::size_t length : {260U, 261U}) {
     std::string name(99, 'x');
-    while (directory.Path().string().size() + 1 + name.size() + 101 < length)
+    while (directory.At().size() + 1 + name.size() + 101 < length)
       name += "/" + std::string(99, 'x');
-    name += "/" + std::string(length - directory.Path().string().size() - name.size() - 2, 'x');
-    const std::string path = (directory.Path() / name).string();
+    name += "/" + std::string(length - directory.At().size() - name.size() - 2, 'x');
+    const std::string path = directory.At(name);
     directory.Write(name + "/a.tmfx", test::InRoot(""));
     DiskFiles files;
     const std::string shown = Shown(Check({path, {}}, files));

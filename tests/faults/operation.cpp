@@ -106,7 +106,7 @@ struct Files {
                    "</runnable>"));
     root.Write("other/d/b.tmfx", DocumentOf("<module id='b' name='b'/>"));
   }
-  btkFSPath Directory(const char* name) const { return btkFSPath((root.Path() / name).c_str()); }
+  btkFSPath Directory(const char* name) const { return btkFSPath(root.At(name).c_str()); }
 
   TempDirectory root;
   btkFSList manifests{0};

@@ -23,7 +23,7 @@ TEST(MemoryDeathTest, ABlockIsReleasedAsWhatItWasAskedForAs) {
 TEST(Allocations, FailOnceWhenToldTo) {
   const std::int64_t before = btkHostLiveAllocations();
   btkHostFailAllocation(1);
-  void* const blocks[] = {btk_strdup("a"), btk_strdup("b"), btk_wcsdup(u"c")};
+  void* const blocks[] = {btk_strdup("a"), btk_strdup("b"), btk_wcsdup(BTK_W("c"))};
   EXPECT_TRUE(blocks[1] == nullptr && btkHostAllocationFailed());
   EXPECT_EQ(btkHostLiveAllocations(), before + 2);
   for (void* block : blocks)

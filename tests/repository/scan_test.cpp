@@ -15,6 +15,7 @@
 #include "tests/support/documents.h"
 #include "tests/support/recording_managers.h"
 #include "tests/support/temp_directory.h"
+#include "tests/support/wide_string.h"
 
 namespace tarnmf::test {
 namespace {
@@ -77,7 +78,7 @@ class ScanTest : public testing::Test {
   BtkErrorT ScanProcess(const std::string& content) {
     return ScanLoadpoint(*repo_, nullptr, ProcessFiles(content));
   }
-  btkFSPath Directory(const char* name) { return btkFSPath((root_.Path() / name).c_str()); }
+  btkFSPath Directory(const char* name) { return btkFSPath(root_.At(name).c_str()); }
   BtkErrorT ScanDirectory(const char* name) {
     return ScanLoadpoint(*repo_, Directory(name).WideText(), btkFSList(0));
   }
@@ -90,8 +91,8 @@ class ScanTest : public testing::Test {
     for (const std::string& call : platform_.calls) {
       if (operations.contains(OperationOf(call))) calls += call + end;
     }
-    for (std::size_t at; (at = calls.find(root_.Path().native())) != std::string::npos;)
-      calls.replace(at, root_.Path().native().size(), "R");
+    for (std::size_t at; (at = calls.find(root_.At())) != std::string::npos;)
+      calls.replace(at, root_.At().size(), "R");
     return calls;
   }
 
@@ -159,7 +160,7 @@ TEST_F(ScanTest, ReadsTheManifestsOfTheDirectoryItself) {
   ASSERT_EQ(data.modules.count, 2);
   EXPECT_STREQ(data.modules[0]->id, "a");
   EXPECT_EQ(data.modules[0]->loadpoint, data.loadpoint);
-  EXPECT_EQ(std::u16string(data.loadpoint), Directory("p").WideText());
+  EXPECT_EQ(WideString(data.loadpoint), Directory("p").WideText());
 
   platform_.calls = {};
   EXPECT_EQ(ScanDirectory("p/d"), kBtkDuplicate);
@@ -170,15 +171,15 @@ TEST_F(ScanTest, ReadsTheManifestsOfTheDirectoryItself) {
 TEST_F(ScanTest, AnnouncesTheProcess) {
   const UniIdT service = Id(3);
   platform_.processScope = Id(8);
-  for (const std::u16string& path : {std::u16string(u"/lp"), {}, std::u16string(261, u'x')}) {
+  for (const WideString& path : {WideString(BTK_W("/lp")), {}, WideString(261, BTK_W('x'))}) {
     NewRepository();
     btkHostSetProcessLoadpoint(path.c_str());
     EXPECT_EQ(ScanProcess(kEverything), kBtkOk);
-    const bool fits = path == u"/lp";
+    const bool fits = path == BTK_W("/lp");
     EXPECT_EQ(Calls({"RegisterProcessLoadpoint", "QueryLoadpointId"}, ";"),
               fits ? "RegisterProcessLoadpoint(\"/lp\");QueryLoadpointId(\"/lp\");"
                    : "RegisterProcessLoadpoint(null);QueryLoadpointId(null);");
-    EXPECT_NE(repo_->FindService(&service, fits ? u"/lp" : u""), nullptr);
+    EXPECT_NE(repo_->FindService(&service, fits ? BTK_W("/lp") : BTK_W("")), nullptr);
     EXPECT_EQ(repo_->FindClassImpl(nullptr, "C", 0, 0), nullptr);  // it has a scope
     EXPECT_NE(repo_->FindClassImpl(&platform_.processScope, "C", 4, 0), nullptr);
   }

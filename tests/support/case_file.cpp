@@ -3,6 +3,8 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "tests/support/system_names.h"
+
 namespace tarnmf::test {
 namespace {
 
@@ -12,7 +14,8 @@ constexpr std::string_view kShortMark = " <= ";
 
 class CaseReader {
  public:
-  explicit CaseReader(const std::filesystem::path& path) : path_(path), file_(path) {
+  explicit CaseReader(const std::filesystem::path& path)
+      : path_(path), file_(path, std::ios::binary) {
     if (!file_) Refuse("the file cannot be read");
   }
 
@@ -40,7 +43,9 @@ class CaseReader {
 
   bool NextLine() {
     ++line_;
-    return static_cast<bool>(std::getline(file_, text_));
+    const bool isRead = static_cast<bool>(std::getline(file_, text_));
+    text_ = InSystemNames(text_);
+    return isRead;
   }
 
   void ReadShort() {

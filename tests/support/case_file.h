@@ -8,6 +8,7 @@
 //   its input, as it stands, without the last line feed
 //   ---
 //   its result, up to the next such heading
+// Machines and libraries are named as on Linux, and read with the names that they have here.
 #ifndef TESTS_SUPPORT_CASE_FILE_H
 #define TESTS_SUPPORT_CASE_FILE_H
 

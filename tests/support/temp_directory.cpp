@@ -4,6 +4,9 @@
 #include <random>
 #include <stdexcept>
 
+#include "platform/host/system_path.h"
+#include "tests/support/system_names.h"
+
 namespace tarnmf::test {
 
 TempDirectory::TempDirectory() {
@@ -18,14 +21,18 @@ TempDirectory::~TempDirectory() {
   std::filesystem::remove_all(path_, ignored);
 }
 
-std::string TempDirectory::Write(const std::filesystem::path& name,
-                                 std::string_view content) const {
-  const std::filesystem::path file = path_ / name;
+std::string TempDirectory::At(const std::string& name) const {
+  const std::filesystem::path path = name.empty() ? path_ : path_ / SystemPath(InSystemNames(name));
+  return NarrowPath(path.generic_string<std::filesystem::path::value_type>());
+}
+
+std::string TempDirectory::Write(const std::string& name, std::string_view content) const {
+  const std::filesystem::path file = path_ / SystemPath(InSystemNames(name));
   std::filesystem::create_directories(file.parent_path());
   std::ofstream out(file, std::ios::binary);
   out.write(content.data(), static_cast<std::streamsize>(content.size()));
-  if (!out.flush()) throw std::runtime_error("cannot write " + file.string());
-  return file.string();
+  if (!out.flush()) throw std::runtime_error("cannot write " + At(name));
+  return At(name);
 }
 
 }  // namespace tarnmf::test

@@ -1,4 +1,5 @@
-// A directory that is removed with its object.
+// A directory that is removed with its object. Names of machines and libraries are given as on Linux,
+// and stand for those that the system has.
 #ifndef TESTS_SUPPORT_TEMP_DIRECTORY_H
 #define TESTS_SUPPORT_TEMP_DIRECTORY_H
 
@@ -17,8 +18,12 @@ class TempDirectory {
 
   const std::filesystem::path& Path() const { return path_; }
 
+  // The path of what is called that in the directory; without a name, of the directory. All
+  // separators in it are "/".
+  std::string At(const std::string& name = "") const;
+
   // Writes a file below the directory, making the folders on its way; returns its full path.
-  std::string Write(const std::filesystem::path& name, std::string_view content) const;
+  std::string Write(const std::string& name, std::string_view content) const;
 
  private:
   std::filesystem::path path_;

@@ -1,11 +1,6 @@
 // What a document and its dump cannot say: fresh ids, and texts of any length.
 #include <gtest/gtest.h>
 
-#if defined(__unix__)
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
-
 #include "tests/support/documents.h"
 #include "tests/support/parse.h"
 #include "tests/support/record_dump.h"
@@ -31,35 +26,6 @@ TEST(NestedModule, IsGivenAFreshId) {
   }
   EXPECT_STRNE(data.modules[0]->id, data.modules[1]->id);
 }
-
-#if defined(__unix__)
-// A process and its fork go on from the same memory, but not with the same ids.
-TEST(NestedModule, IsGivenAFreshIdInForkedProcesses) {
-  const auto freshId = [] {
-    MfLdpDataT data;
-    const BtkErrorT e = Parse(InRoot(WithIds("<class id=\"$1\">" + kNestedModule)), data);
-    return e == kBtkOk ? std::string(data.modules[0]->id) : std::string();
-  };
-  const std::string first = freshId();
-  int pipeEnds[2];
-  ASSERT_EQ(pipe(pipeEnds), 0);
-  const pid_t child = fork();
-  if (child == 0) {
-    const std::string id = freshId();
-    _exit(write(pipeEnds[1], id.data(), id.size()) == 32 ? 0 : 1);
-  }
-  ASSERT_GT(child, 0);
-  int status = -1;
-  waitpid(child, &status, 0);
-  EXPECT_EQ(status, 0);
-  std::string ofChild(32, '\0');
-  EXPECT_EQ(read(pipeEnds[0], ofChild.data(), ofChild.size()), 32);
-  close(pipeEnds[0]);
-  close(pipeEnds[1]);
-  EXPECT_NE(freshId(), ofChild);
-  EXPECT_NE(first, ofChild);
-}
-#endif
 
 // The XML library reads long texts in pieces.
 TEST(RoleContent, LongTextsAreWhole) {

@@ -10,8 +10,10 @@
 
 #include "check/check.h"
 #include "check/fixes.h"
+#include "check/paths.h"
 #include "check/settings.h"
 #include "check/verdict.h"
+#include "platform/host/system_path.h"
 #include "tools/tarnmf/directory.h"
 #include "tools/tarnmf/replace_file.h"
 #include "tools/tarnmf/report_github.h"
@@ -49,7 +51,7 @@ Levels LevelsOf(const std::vector<std::string>& rules) {
 std::string PathProblem(const std::string& path, Files& files) {
   if (files.IsFile(path)) return "";
   std::error_code failure;
-  const std::filesystem::file_status status = std::filesystem::status(path, failure);
+  const std::filesystem::file_status status = std::filesystem::status(SystemPath(path), failure);
   if (std::filesystem::is_directory(status)) return DirectoryProblem(path);
   if (status.type() == std::filesystem::file_type::not_found)
     return "there is no such directory or file";
@@ -71,8 +73,8 @@ void RequirePaths(const CheckOptions& options, Files& files) {
   if (!faults.empty()) Refuse(faults);
 }
 
-std::string DirectoryOf(const std::string& path, Files& files) {
-  return files.IsDirectory(path) ? path : std::filesystem::path(path).parent_path().string();
+std::string DirectoryFor(const std::string& path, Files& files) {
+  return files.IsDirectory(path) ? path : DirectoryOf(path);
 }
 
 // The settings of everything that is to be checked. Throws for any fault in them.
@@ -86,7 +88,7 @@ std::vector<const Settings*> SettingsOf(const Request& request, SettingsFinder& 
   };
   if (!request.loadpoint.empty()) add(request.loadpoint);
   for (const std::string& path : request.paths)
-    add(DirectoryOf(path, files));
+    add(DirectoryFor(path, files));
   std::vector<std::string> faults;
   for (const Settings* settings : found)
     faults.insert(faults.end(), settings->faults.begin(), settings->faults.end());
@@ -96,7 +98,7 @@ std::vector<const Settings*> SettingsOf(const Request& request, SettingsFinder& 
 
 bool IsSame(const std::string& one, const std::string& other) {
   std::error_code failure;
-  return std::filesystem::equivalent(one, other, failure) && !failure;
+  return std::filesystem::equivalent(SystemPath(one), SystemPath(other), failure) && !failure;
 }
 
 // Fills in the process's load point that the settings name, unless there is one. Files by themselves

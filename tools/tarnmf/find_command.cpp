@@ -1,11 +1,11 @@
 #include "tools/tarnmf/find_command.h"
 
-#include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <set>
 #include <vector>
 
+#include "check/paths.h"
 #include "tools/tarnmf/name_hint.h"
 #include "tools/tarnmf/record_json.h"
 #include "tools/tarnmf/scan_json.h"
@@ -85,8 +85,8 @@ struct FoundService {
 
 // The path of a load point in the one form that can be compared as text.
 std::string LoadpointPath(const std::string& path) {
-  const auto whole = std::filesystem::absolute(path).lexically_normal();
-  return (whole.has_filename() ? whole : whole.parent_path()).string();
+  std::string whole = tarnmf::check::AbsolutePath(path);
+  return tarnmf::check::FileNameOf(whole).empty() ? tarnmf::check::DirectoryOf(whole) : whole;
 }
 
 FoundService FindService(const ScanSession& session, const UniIdT& id, const std::string& in) {

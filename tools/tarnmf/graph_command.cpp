@@ -6,6 +6,7 @@
 #include <memory>
 #include <set>
 
+#include "platform/host/system_path.h"
 #include "tools/tarnmf/checked_process.h"
 #include "tools/tarnmf/graph.h"
 #include "tools/tarnmf/name_hint.h"
@@ -43,7 +44,7 @@ bool PrintSvg(const std::string& dot) {
   const ScratchDirectory scratch;
   const std::filesystem::path file = scratch.Path() / "graph.dot";
   std::ofstream(file, std::ios::binary) << dot;
-  if (RunProgram({"dot", "-Tsvg", file.string()})) return true;
+  if (RunProgram({"dot", "-Tsvg", NarrowPath(file)})) return true;
   Tell(
       "the picture is drawn by the program dot of graphviz, which is not installed "
       "or fails; without --svg the graph is printed as its input");

@@ -1,5 +1,6 @@
 // The command line of tarnmf.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <fmt/format.h>
 #include <iterator>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include "tools/tarnmf/action.h"
+#include "tools/tarnmf/arguments.h"
 #include "tools/tarnmf/check_command.h"
 #include "tools/tarnmf/diff_command.h"
 #include "tools/tarnmf/explain_command.h"
@@ -20,6 +22,7 @@
 #include "tools/tarnmf/read_command.h"
 #include "tools/tarnmf/scan_command.h"
 #include "tools/tarnmf/schema_command.h"
+#include "tools/tarnmf/standard_streams.h"
 #include "tools/tarnmf/tell.h"
 #include "tools/tarnmf/usage_error.h"
 #include "tools/tarnmf/why_command.h"
@@ -198,7 +201,11 @@ int main(int argc, char** argv) {
   tool::AddGraph(app, action);
   tool::AddLsp(app, action);
   try {
-    app.parse(argc, argv);
+    std::vector<std::string> arguments = tool::Arguments(argc, argv);
+    // The parser takes them from the end, without the program's name.
+    std::reverse(arguments.begin(), arguments.end());
+    if (!arguments.empty()) arguments.pop_back();
+    app.parse(std::move(arguments));
     return Finished(action());
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return Finished(app.exit(error));  // help, or the version

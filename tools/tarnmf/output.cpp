@@ -1,10 +1,7 @@
 #include "tools/tarnmf/output.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
-#include <fcntl.h>
-#include <unistd.h>
 
 #include "tools/tarnmf/tell.h"
 
@@ -13,20 +10,7 @@ namespace {
 
 bool errorsHaveArrived = true;
 
-// The standard streams are the first three descriptors, and a new one is the least that is free.
-bool IsOpenOrBlocked(int stream) {
-  if (fcntl(stream, F_GETFD) != -1) return true;
-  return open("/dev/null", O_RDONLY) == stream;
-}
-
 }  // namespace
-
-void PrepareStreams() {
-  std::signal(SIGPIPE, SIG_IGN);
-  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-    if (!IsOpenOrBlocked(stream)) return;
-  }
-}
 
 void WriteError(std::string_view text) {
   const std::size_t written = std::fwrite(text.data(), 1, text.size(), stderr);

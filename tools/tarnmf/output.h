@@ -6,11 +6,6 @@
 
 namespace tool {
 
-// Before anything is opened or written. A stream that is closed stays one that cannot be written to,
-// rather than lend its number to the next file that is opened. A reader that goes away is a failure
-// to write, and no signal.
-void PrepareStreams();
-
 // To standard error, which may be nobody's.
 void WriteError(std::string_view text);
 

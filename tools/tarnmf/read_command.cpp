@@ -11,6 +11,7 @@
 #include "check/files.h"
 #include "check/verdict.h"
 #include "platform/host/btkhost.h"
+#include "platform/host/system_path.h"
 #include "tools/tarnmf/manifest_files.h"
 #include "tools/tarnmf/output.h"
 #include "tools/tarnmf/record_json.h"
@@ -25,7 +26,7 @@ namespace {
 // What came through a pipe is gone.
 bool IsReadOnce(const std::string& path) {
   std::error_code ignored;
-  return std::filesystem::is_other(path, ignored);
+  return std::filesystem::is_other(SystemPath(path), ignored);
 }
 
 // The errors in files that were read one by one. What is wrong with them together is none of a

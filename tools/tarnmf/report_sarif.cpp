@@ -9,6 +9,8 @@
 #include <string_view>
 #include <utility>
 
+#include "tools/tarnmf/file_uri.h"
+
 namespace tool {
 namespace {
 
@@ -18,23 +20,6 @@ constexpr std::string_view kLevels[] = {"none", "note", "warning", "error"};  //
 
 std::string_view LevelOf(Severity severity) {
   return kLevels[static_cast<std::size_t>(severity)];
-}
-
-// A relative path stays relative, to whatever the reader takes as the root.
-std::string UriOf(const std::string& path) {
-  constexpr std::string_view kPlain = "-._~/!$&'()*+,;=@";
-  std::string uri = std::filesystem::path(path).is_absolute() ? "file://" : "";
-  for (const char character : path) {
-    const bool isPlain =
-        (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-        (character >= '0' && character <= '9') || kPlain.find(character) != kPlain.npos;
-    if (isPlain) {
-      uri += character;
-    } else {
-      fmt::format_to(std::back_inserter(uri), "%{:02X}", static_cast<unsigned char>(character));
-    }
-  }
-  return uri;
 }
 
 Json RegionOf(const Source& source, Span span) {
@@ -48,7 +33,7 @@ Json RegionOf(const Source& source, Span span) {
 
 Json LocationOf(const Place& place) {
   return {{"physicalLocation",
-           {{"artifactLocation", {{"uri", UriOf(place.source->Path())}}},
+           {{"artifactLocation", {{"uri", UriOfPath(place.source->Path())}}},
             {"region", RegionOf(*place.source, place.span)}}}};
 }
 
@@ -67,7 +52,7 @@ Json ToJson(const Suggestion& suggestion, const Source& source) {
     replacement["deletedRegion"] = RegionOf(source, edit.span);
     if (!edit.text.empty()) replacement["insertedContent"] = {{"text", edit.text}};
   }
-  Json change = {{"artifactLocation", {{"uri", UriOf(source.Path())}}},
+  Json change = {{"artifactLocation", {{"uri", UriOfPath(source.Path())}}},
                  {"replacements", std::move(replacements)}};
   return {{"description", {{"text", suggestion.title}}},
           {"artifactChanges", Json::array({std::move(change)})},

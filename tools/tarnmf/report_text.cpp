@@ -6,10 +6,10 @@
 #include <fmt/format.h>
 #include <iterator>
 #include <string_view>
-#include <unistd.h>
 
 #include "check/settings.h"
 #include "tools/tarnmf/printable.h"
+#include "tools/tarnmf/standard_streams.h"
 
 namespace tool {
 namespace {
@@ -156,10 +156,8 @@ std::string CountText(const Verdict& verdict) {
 
 bool OutputIsColored() {
   const char* const refusal = std::getenv("NO_COLOR");
-  const char* const terminal = std::getenv("TERM");
   if (refusal != nullptr && *refusal != '\0') return false;
-  if (terminal == nullptr || std::string_view(terminal) == "dumb") return false;
-  return isatty(STDOUT_FILENO) != 0;
+  return TerminalShowsColors();
 }
 
 }  // namespace tool

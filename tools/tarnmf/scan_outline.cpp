@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "platform/host/system_path.h"
 #include "tools/tarnmf/text.h"
 
 namespace tool {
@@ -121,7 +122,7 @@ const Answer* ScanOutline::AnswerTo(const Query& query) const {
 }
 
 ScanOutline ReadOutline(const std::string& file) {
-  std::ifstream stream(file, std::ios::binary);
+  std::ifstream stream(SystemPath(file), std::ios::binary);
   if (!stream) throw std::invalid_argument(fmt::format("{}: the file cannot be read", file));
   ScanOutline outline;
   try {

@@ -10,6 +10,7 @@
 
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"
+#include "platform/host/system_path.h"
 #include "tools/tarnmf/directory.h"
 #include "tools/tarnmf/option_switch.h"
 
@@ -85,7 +86,7 @@ LoadResult Try(Scan scan) {
 void RequireFiles(const std::vector<std::string>& files) {
   std::error_code ignored;
   for (const std::string& file : files) {
-    const std::filesystem::file_status status = std::filesystem::status(file, ignored);
+    const std::filesystem::file_status status = std::filesystem::status(SystemPath(file), ignored);
     if (std::filesystem::is_directory(status)) {
       throw std::invalid_argument(fmt::format(
           "{} is a directory, not a manifest; an installation is added with --add", file));

@@ -4,22 +4,17 @@
 #include <fmt/format.h>
 #include <fstream>
 #include <memory>
-#include <sstream>
 #include <stdexcept>
 #include <string>
 
+#include "check/files.h"
+#include "platform/host/system_path.h"
 #include "tools/tarnmf/other_programs.h"
 #include "tools/tarnmf/schema_markdown.h"
 #include "tools/tarnmf/schema_rng.h"
 
 namespace tool {
 namespace {
-
-std::string ReadText(const std::filesystem::path& file) {
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return text.str();
-}
 
 // The schema as trang translates it. Where XML Schema knows less than RELAX NG trang warns; that is so
 // every time, and nothing to tell the user.
@@ -28,11 +23,11 @@ std::string XsdSchema() {
   const std::filesystem::path rng = scratch.Path() / "tarnmf-manifest.rng";
   const std::filesystem::path xsd = scratch.Path() / "tarnmf-manifest.xsd";
   std::ofstream(rng, std::ios::binary) << RngSchema();
-  if (!RunQuietly({"trang", rng.string(), xsd.string()})) {
+  if (!RunQuietly({"trang", NarrowPath(rng), NarrowPath(xsd)})) {
     throw std::runtime_error(
         "the XML Schema is made by the program trang, which is not installed or fails; use --rng");
   }
-  return ReadText(xsd);
+  return tarnmf::check::DiskFiles().Read(NarrowPath(xsd)).value_or("");
 }
 
 struct Form {

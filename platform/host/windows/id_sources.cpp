@@ -1,10 +1,10 @@
 #include "platform/host/id_sources.h"
 
+#include <windows.h>
 #include <algorithm>
 #include <array>
 #include <bcrypt.h>
 #include <string>
-#include <windows.h>
 
 namespace {
 

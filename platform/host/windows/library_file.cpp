@@ -1,7 +1,7 @@
 #include "platform/host/library_file.h"
 
-#include <system_error>
 #include <windows.h>
+#include <system_error>
 
 #include "platform/host/system_path.h"
 

@@ -1,7 +1,7 @@
 #include "platform/host/path_rules.h"
 
-#include <algorithm>
 #include <windows.h>
+#include <algorithm>
 
 // The table by which the file system compares names; no other one agrees with it in every letter.
 extern "C" __declspec(dllimport) WCHAR NTAPI RtlUpcaseUnicodeChar(WCHAR unit);

@@ -1,9 +1,9 @@
 #include "platform/host/process_facts.h"
 
+#include <windows.h>
 #include <array>
 #include <map>
 #include <mutex>
-#include <windows.h>
 
 #include "platform/filesystem.h"
 

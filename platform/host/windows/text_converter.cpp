@@ -1,8 +1,8 @@
 #include "platform/host/text_converter.h"
 
+#include <windows.h>
 #include <algorithm>
 #include <cstdint>
-#include <windows.h>
 
 #include "platform/filesystem.h"
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "check/rules.h"
-#include "tools/tarnmf/lsp/uri.h"
+#include "tools/tarnmf/file_uri.h"
 
 namespace tool::lsp {
 namespace {

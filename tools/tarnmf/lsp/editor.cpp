@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "tools/tarnmf/lsp/uri.h"
+#include "tools/tarnmf/file_uri.h"
 #include "tools/tarnmf/lsp/workspace.h"
 
 namespace tool::lsp {

@@ -1,8 +1,8 @@
 #include "tools/tarnmf/lsp/hover.h"
 
-#include <filesystem>
 #include <fmt/format.h>
 
+#include "check/paths.h"
 #include "tools/tarnmf/grammar_sentences.h"
 #include "tools/tarnmf/lsp/cursor.h"
 
@@ -36,7 +36,7 @@ std::string AttributeHover(const ElementT& element, const AttributeT& attribute,
 }
 
 std::string PlaceOf(const Occurrence& name) {
-  return fmt::format("{}, line {}", std::filesystem::path(name.Path()).filename().string(),
+  return fmt::format("{}, line {}", FileNameOf(std::string(name.Path())),
                      name.manifest->source.At(name.span.begin).line);
 }
 

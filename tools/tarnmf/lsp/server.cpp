@@ -4,8 +4,8 @@
 #include <exception>
 #include <utility>
 
+#include "tools/tarnmf/file_uri.h"
 #include "tools/tarnmf/lsp/code_actions.h"
-#include "tools/tarnmf/lsp/uri.h"
 
 namespace tool::lsp {
 namespace {

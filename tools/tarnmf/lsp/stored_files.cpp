@@ -3,13 +3,16 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/host/system_path.h"
+
 namespace tool::lsp {
 
 namespace fs = std::filesystem;
 
 std::optional<StoredFiles::Stamp> StoredFiles::StampOf(const std::string& path) {
   std::error_code failure;
-  const Stamp stamp{fs::last_write_time(path, failure), fs::file_size(path, failure)};
+  const fs::path file = SystemPath(path);
+  const Stamp stamp{fs::last_write_time(file, failure), fs::file_size(file, failure)};
   return failure ? std::nullopt : std::optional(stamp);
 }
 

@@ -6,19 +6,15 @@
 #include <system_error>
 #include <utility>
 
+#include "check/paths.h"
 #include "check/settings.h"
+#include "platform/host/system_path.h"
 
 namespace tool::lsp {
 namespace {
 
 namespace fs = std::filesystem;
 using namespace tarnmf::check;
-
-constexpr char kLayoutName[] = ".installed";
-
-std::string DirectoryOf(const std::string& path) {
-  return fs::path(path).parent_path().string();
-}
 
 bool IsSame(const Request& one, const Request& other) {
   return one.loadpoint == other.loadpoint && one.paths == other.paths;
@@ -35,8 +31,9 @@ std::vector<std::string> PathsOf(const Request& request) {
 bool Process::Includes(const std::string& path) const {
   const std::string directory = DirectoryOf(path);
   return request.loadpoint == directory ||
-         std::any_of(request.paths.begin(), request.paths.end(),
-                     [&](const std::string& each) { return each == path || each == directory; });
+         std::any_of(request.paths.begin(), request.paths.end(), [&](const std::string& each) {
+           return IsSamePath(each, path) || each == directory;
+         });
 }
 
 Workspace::Workspace(const Request& given) {
@@ -48,27 +45,26 @@ Workspace::Workspace(const Request& given) {
 }
 
 bool Workspace::IsManifest(const std::string& path) {
-  return fs::path(path).extension() == ".tmfx";
+  return IsManifestFile(path);
 }
 
 bool Workspace::IsServed(const std::string& path) {
-  return IsManifest(path) || fs::path(path).filename() == kLayoutName;
+  return IsManifest(path) || IsLayoutFile(path);
 }
 
 std::string Workspace::KnownDirectory(const std::string& written) {
-  fs::path directory = fs::path(AbsolutePath(written));
+  fs::path directory = SystemPath(AbsolutePath(written));
   if (!directory.has_filename() && directory != directory.root_path())
     directory = directory.parent_path();
   std::error_code failure;
   const fs::path canonical = fs::weakly_canonical(directory, failure);
   return spellings_
-      .try_emplace(failure ? directory.string() : canonical.string(), directory.string())
+      .try_emplace(NarrowPath(failure ? directory : canonical), WrittenLike(written, directory))
       .first->second;
 }
 
 std::string Workspace::KnownPath(const std::string& written) {
-  const fs::path path(written);
-  return PathIn(KnownDirectory(path.parent_path().string()), path.filename().string());
+  return PathIn(KnownDirectory(DirectoryOf(written)), FileNameOf(written));
 }
 
 void Workspace::Edit(const std::string& path, const std::string& text) {

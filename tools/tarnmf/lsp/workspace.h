@@ -10,6 +10,7 @@
 
 #include "check/check.h"
 #include "check/edited_files.h"
+#include "check/paths.h"
 #include "check/verdict.h"
 #include "tools/tarnmf/lsp/names.h"
 #include "tools/tarnmf/lsp/stored_files.h"
@@ -77,7 +78,8 @@ class Workspace {
 
   StoredFiles stored_;
   tarnmf::check::EditedFiles files_{stored_};
-  std::map<std::string, std::string> spellings_;  // of directories, by their canonical paths
+  std::map<std::string, std::string, tarnmf::check::PathLess>
+      spellings_;  // of directories, by their canonical paths
   tarnmf::check::Request given_;
   std::set<std::string> open_;
   std::vector<std::unique_ptr<Process>> processes_;

@@ -105,7 +105,7 @@ TEST(SchemaCommand, TellsOnlyFailuresOfTrang) {
   const std::string trang =
       path.Write("trang", "#!/bin/sh\necho told; cp \"$1\" \"$2\"; exit $TRANG\n");
   std::filesystem::permissions(trang, std::filesystem::perms::owner_all);
-  const std::string run = " PATH=" + path.Path().string() + ":$PATH " TARNMF_TOOL " schema --xsd";
+  const std::string run = " PATH=" + path.At() + ":$PATH " TARNMF_TOOL " schema --xsd";
   const Outcome good = RunCommand("TRANG=0" + run);
   EXPECT_EQ(good.status, 0);
   EXPECT_EQ(good.errors, "");

@@ -26,7 +26,7 @@ constexpr char kAtMost[] = "timeout 60 " TARNMF_TOOL " ";
 TEST(Surroundings, NoOutputEndsInASignal) {
   const TempDirectory directory;
   directory.Write("pack/a.tmfx", kUnclosed);
-  const std::string check = fmt::format("check {}/pack", directory.Path().string());
+  const std::string check = fmt::format("check {}/pack", directory.At());
   struct Row {
     std::string arguments;
     const char* streams;
@@ -34,9 +34,10 @@ TEST(Surroundings, NoOutputEndsInASignal) {
   for (const Row& row : {Row{"check no-such-directory", "2>&-"},
                          {"check no-such-directory", "2>/dev/full"},
                          {"no-such-command", ">&- 2>&-"},
-                         {fmt::format("scan --add {}/pack", directory.Path().string()), "2>&-"},
+                         {fmt::format("scan --add {}/pack", directory.At()), "2>&-"},
                          {"--help", ">/dev/full"},
                          {"--version", ">/dev/full"},
+                         {"list loadpoints", ">/dev/full"},
                          {"explain 42", ">/dev/full"},
                          {"explain 42", ">&-"},
                          {check, ">/dev/full 2>/dev/full"},
@@ -83,7 +84,7 @@ TEST(Surroundings, WhatIsNoFileIsToldAndNotWaitedFor) {
     const TempDirectory directory;
     directory.Write("pack/a.tmfx", kEmpty);
     row.make(directory.Path() / "pack" / row.name);
-    const std::string pack = (directory.Path() / "pack").string();
+    const std::string pack = directory.At("pack");
     for (const std::string& command :
          {"check " + pack, "scan --add " + pack, "list classes --add " + pack}) {
       const Outcome outcome = RunCommand(kAtMost + command);
@@ -96,7 +97,7 @@ TEST(Surroundings, WhatIsNoFileIsToldAndNotWaitedFor) {
 
 TEST(Surroundings, APipeThatIsNamedIsRead) {
   const TempDirectory directory;
-  const std::string pipe = (directory.Path() / "pipe").string();
+  const std::string pipe = directory.At("pipe");
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
   const Outcome read = RunCommand(
       fmt::format("{{ sleep 0.2; echo '{}' >{}; }} & {} read {}", kEmpty, pipe, kAtMost, pipe));
@@ -146,7 +147,7 @@ TEST(Surroundings, NoDocumentOpensAConnection) {
     directory.Write("pack/b.tmfx", fmt::format("<!DOCTYPE tarnmanifest [<!ENTITY e SYSTEM \"{}\">]>"
                                                "<tarnmanifest version=\"1\">&e;</tarnmanifest>",
                                                address));
-    const std::string pack = (directory.Path() / "pack").string();
+    const std::string pack = directory.At("pack");
     for (const std::string& command : {"read " + pack + "/a.tmfx", "read " + pack + "/b.tmfx",
                                        "scan --add " + pack, "check " + pack}) {
       const Outcome outcome = RunCommand(kAtMost + command);

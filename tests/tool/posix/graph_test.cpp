@@ -58,8 +58,8 @@ class GraphTest : public testing::Test {
     root_.Write("platform/libm.so", "");
   }
   Outcome Draw(const std::string& arguments) {
-    return RunCommand("cd " + root_.Path().string() +
-                      " && " TARNMF_TOOL " graph --loadpoint platform " + arguments);
+    return RunCommand("cd " + root_.At() + " && " TARNMF_TOOL " graph --loadpoint platform " +
+                      arguments);
   }
 
   const TempDirectory root_;

@@ -1,0 +1,47 @@
+#include "platform/filesystem.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "platform/host/btkhost.h"
+#include "platform/stream.h"
+#include "tests/support/temp_directory.h"
+
+namespace tarnmf::test {
+namespace {
+
+TEST(Paths, TellWhyAListIsIncomplete) {
+  const TempDirectory directory;
+  const std::string loop = directory.At("loop");
+  std::filesystem::create_directory_symlink("loop", loop);
+  const btkFSList list(btkFSEntry(loop.c_str()), "*");
+  ASSERT_EQ(list.ProblemCount(), 1U);
+  EXPECT_STREQ(list.ProblemText(0), "Too many levels of symbolic links");
+  EXPECT_EQ(list.ProblemPlace(0).Path().NarrowText(), loop);
+}
+
+TEST(Paths, DifferInTheCaseOfTheirLetters) {
+  const TempDirectory directory;
+  directory.Write("a.TMFX", "");
+  EXPECT_EQ(btkFSList(btkFSEntry(directory.At().c_str()), "*.tmfx").Count(), 0U);
+  EXPECT_FALSE(btkZString("Viewer") == BTK_W("viewer"));
+}
+
+TEST(FileStream, WaitsForPipesOnlyWhereTheyAreAdmitted) {
+  const TempDirectory directory;
+  const std::string pipe = directory.At("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  btkFileStream stream;
+  EXPECT_EQ(stream.Open(pipe.c_str(), kBtkOpenRead, nullptr), kBtkMissing);
+  std::fstream writer(pipe);
+  writer << 'x' << std::flush;
+  btkHostAdmitSpecialFile(pipe.c_str());
+  char buffer[8];
+  EXPECT_EQ(stream.Open(pipe.c_str(), kBtkOpenRead, nullptr), kBtkOk);
+  EXPECT_EQ(stream.Read(buffer, 1), 1);
+}
+
+}  // namespace
+}  // namespace tarnmf::test

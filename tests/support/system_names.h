@@ -1,0 +1,15 @@
+// Texts of tests name files and machines as Linux does.
+#ifndef TESTS_SUPPORT_SYSTEM_NAMES_H
+#define TESTS_SUPPORT_SYSTEM_NAMES_H
+
+#include <string>
+
+namespace tarnmf::test {
+
+// The same text with the names that the machine types and the libraries have where the test runs:
+// "linux-x64/liba.so" is "windows-x64/a.dll" elsewhere.
+std::string InSystemNames(const std::string& text);
+
+}  // namespace tarnmf::test
+
+#endif  // TESTS_SUPPORT_SYSTEM_NAMES_H

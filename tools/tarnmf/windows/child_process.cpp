@@ -1,0 +1,78 @@
+#include "tools/tarnmf/child_process.h"
+
+#include <windows.h>
+#include <cstdio>
+#include <string_view>
+
+#include "platform/host/system_path.h"
+
+namespace tool {
+namespace {
+
+// An argument as programs take it out of a command line again: a backslash is one of a kind only in
+// front of a quotation mark.
+std::wstring Quoted(const std::string& argument) {
+  std::wstring quoted = L"\"";
+  std::size_t backslashes = 0;
+  for (const wchar_t unit : SystemPath(argument).native()) {
+    if (unit == L'"') quoted.append(backslashes + 1, L'\\');
+    backslashes = unit == L'\\' ? backslashes + 1 : 0;
+    quoted += unit;
+  }
+  return quoted.append(backslashes, L'\\') + L'"';
+}
+
+class Handle {
+ public:
+  explicit Handle(HANDLE handle) : handle_(handle) {}
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  ~Handle() {
+    if (IsOpen()) CloseHandle(handle_);
+  }
+
+  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE Get() const { return handle_; }
+
+ private:
+  HANDLE handle_;
+};
+
+// A new file that the child process may write to as well.
+HANDLE CreateShared(const std::filesystem::path& file) {
+  SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+  return CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
+                     FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+bool Succeeds(const Handle& process) {
+  DWORD status = 1;
+  return WaitForSingleObject(process.Get(), INFINITE) == WAIT_OBJECT_0 &&
+         GetExitCodeProcess(process.Get(), &status) != 0 && status == 0;
+}
+
+}  // namespace
+
+bool RunProcess(const std::vector<std::string>& command, const std::filesystem::path& output) {
+  std::wstring line;
+  for (const std::string& argument : command)
+    line += (line.empty() ? L"" : L" ") + Quoted(argument);
+  STARTUPINFOW start = {};
+  start.cb = sizeof start;
+  const Handle file(output.empty() ? INVALID_HANDLE_VALUE : CreateShared(output));
+  if (file.IsOpen()) {
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
+    start.hStdOutput = start.hStdError = file.Get();
+  }
+  std::fflush(nullptr);
+  PROCESS_INFORMATION started = {};
+  if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
+                     &started) == 0) {
+    return false;
+  }
+  const Handle thread(started.hThread);
+  return Succeeds(Handle(started.hProcess));
+}
+
+}  // namespace tool
