@@ -155,7 +155,7 @@ bool Store(const FixedFile& file) {
       Tell("{}: not fixed, since it has changed meanwhile", file.path);
       return false;
     }
-    ReplaceFile(file.path, file.after);
+    ReplaceContents(file.path, file.after);
     Tell("{}: corrections applied: {}", file.path, file.fixes);
     return true;
   } catch (const std::system_error& error) {

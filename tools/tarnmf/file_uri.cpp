@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 #include <fmt/format.h>
 
 namespace tool {
@@ -65,24 +64,27 @@ std::string Escaped(std::string_view path) {
 
 }  // namespace
 
-std::optional<std::string> PathOfUri(std::string_view uri) {
+std::optional<std::string> PathOfUri(std::string_view uri, bool hasDrives) {
   if (!uri.starts_with(kScheme)) return std::nullopt;
   uri.remove_prefix(kScheme.size());
-  const std::string_view host = uri.substr(0, uri.find('/'));
+  const std::size_t slash = uri.find('/');
+  if (slash == uri.npos) return std::nullopt;
+  const std::string_view host = uri.substr(0, slash);
   const bool isLocal = host.empty() || host == "localhost";
-  if (host.size() == uri.size() || !(isLocal || kHasDrives)) return std::nullopt;
-  std::optional<std::string> path = Unescaped(uri.substr(host.size()));
-  if (!path || !isLocal) return path ? std::optional(fmt::format("//{}{}", host, *path)) : path;
-  if (kHasDrives && BeginsWithDrive(std::string_view(*path).substr(1))) path->erase(0, 1);
+  if (!isLocal && !hasDrives) return std::nullopt;
+  std::optional<std::string> path = Unescaped(isLocal ? uri.substr(slash) : uri);
+  if (path && !isLocal) return "//" + *path;
+  if (path && hasDrives && BeginsWithDrive(std::string_view(*path).substr(1))) path->erase(0, 1);
   return path;
 }
 
-std::string UriOfPath(std::string_view path) {
-  if (path.starts_with('/')) return fmt::format("{}{}", kScheme, Escaped(path));
+std::string UriOfPath(std::string_view path, bool hasDrives) {
+  if (!hasDrives) return (path.starts_with('/') ? std::string(kScheme) : "") + Escaped(path);
   std::string slashed(path);
-  if (kHasDrives) std::replace(slashed.begin(), slashed.end(), '\\', '/');
+  std::replace(slashed.begin(), slashed.end(), '\\', '/');
   if (slashed.starts_with("//")) return "file:" + Escaped(slashed);
-  if (!kHasDrives || !BeginsWithDrive(slashed)) return Escaped(slashed);
+  if (slashed.starts_with('/')) return std::string(kScheme) + Escaped(slashed);
+  if (!BeginsWithDrive(slashed)) return Escaped(slashed);
   return fmt::format("{}/{}{}", kScheme, slashed.substr(0, 2), Escaped(slashed.substr(2)));
 }
 

@@ -179,6 +179,7 @@ int main(int argc, char** argv) {
   tool::PrepareStreams();
   tool::ForbidConnections();
   CLI::App app("Reads, checks and scans the manifests of a platform installation", "tarnmf");
+  app.allow_windows_style_options(false);  // "/a" is a path everywhere
   app.set_version_flag("--version", TARNMF_VERSION);
   app.require_subcommand(1);
   tool::CheckOptions check;

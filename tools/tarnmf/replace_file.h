@@ -9,7 +9,7 @@ namespace tool {
 // Replaces the file's bytes by a new file in the same folder, with the old one's mode and, where that
 // is permitted, its owner. A symbolic link stays one. Throws std::system_error; the old file is as it
 // was then.
-void ReplaceFile(const std::string& path, const std::string& bytes);
+void ReplaceContents(const std::string& path, const std::string& bytes);
 
 }  // namespace tool
 

@@ -10,6 +10,8 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "platform/host/system_path.h"
+
 namespace tool {
 namespace {
 
@@ -62,8 +64,8 @@ class NewFile {
 
 }  // namespace
 
-void ReplaceFile(const std::string& path, const std::string& bytes) {
-  NewFile file(std::filesystem::canonical(path).string());
+void ReplaceContents(const std::string& path, const std::string& bytes) {
+  NewFile file(NarrowPath(std::filesystem::canonical(SystemPath(path))));
   file.TakeMode();
   file.Write(bytes);
   file.TakePlace();

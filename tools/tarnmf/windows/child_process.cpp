@@ -2,7 +2,7 @@
 
 #include <windows.h>
 #include <cstdio>
-#include <string_view>
+#include <cstdlib>
 
 #include "platform/host/system_path.h"
 
@@ -20,6 +20,19 @@ std::wstring Quoted(const std::string& argument) {
     quoted += unit;
   }
   return quoted.append(backslashes, L'\\') + L'"';
+}
+
+// Empty when there is none. The working directory is not looked into, as the system would do by itself:
+// what lies beside somebody's manifests is not to be run.
+std::wstring FoundInPath(const std::string& program) {
+  const wchar_t* const folders = _wgetenv(L"PATH");
+  if (folders == nullptr) return L"";
+  std::wstring found(32768, L'\0');  // the longest that there is
+  const DWORD length =
+      SearchPathW(folders, SystemPath(program).c_str(), L".exe", static_cast<DWORD>(found.size()),
+                  found.data(), nullptr);
+  found.resize(length < found.size() ? length : 0);
+  return found;
 }
 
 class Handle {
@@ -54,6 +67,8 @@ bool Succeeds(const Handle& process) {
 }  // namespace
 
 bool RunProcess(const std::vector<std::string>& command, const std::filesystem::path& output) {
+  const std::wstring program = FoundInPath(command[0]);
+  if (program.empty()) return false;
   std::wstring line;
   for (const std::string& argument : command)
     line += (line.empty() ? L"" : L" ") + Quoted(argument);
@@ -67,8 +82,8 @@ bool RunProcess(const std::vector<std::string>& command, const std::filesystem::
   }
   std::fflush(nullptr);
   PROCESS_INFORMATION started = {};
-  if (CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &start,
-                     &started) == 0) {
+  if (CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                     &start, &started) == 0) {
     return false;
   }
   const Handle thread(started.hThread);

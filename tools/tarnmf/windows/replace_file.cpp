@@ -1,7 +1,9 @@
 #include "tools/tarnmf/replace_file.h"
 
 #include <windows.h>
+#include <aclapi.h>
 #include <algorithm>
+#include <memory>
 #include <string_view>
 #include <system_error>
 
@@ -13,9 +15,11 @@ namespace {
 
 constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-[[noreturn]] void Fail(const std::filesystem::path& path) {
-  throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
-                          NarrowPath(path));
+// In the C library's words where it has some: the system's are not in UTF-8.
+[[noreturn]] void Fail(const std::filesystem::path& path, DWORD error = GetLastError()) {
+  const std::error_condition cause =
+      std::system_category().default_error_condition(static_cast<int>(error));
+  throw std::system_error(cause.value(), cause.category(), NarrowPath(path));
 }
 
 class OpenFile {
@@ -56,7 +60,9 @@ std::filesystem::path RandomName(std::filesystem::path beside) {
 class NewFile {
  public:
   explicit NewFile(std::filesystem::path target)
-      : target_(std::move(target)), path_(RandomName(target_)) {}
+      : target_(std::move(target)), path_(RandomName(target_)) {
+    const OpenFile created(path_, GENERIC_WRITE, CREATE_NEW);
+  }
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;
   ~NewFile() {
@@ -64,7 +70,7 @@ class NewFile {
   }
 
   void Write(std::string_view bytes) {
-    const OpenFile file(path_, GENERIC_WRITE, CREATE_NEW);
+    const OpenFile file(path_, GENERIC_WRITE, OPEN_EXISTING);
     while (!bytes.empty()) {
       constexpr std::size_t kMost = std::size_t{1} << 20U;
       DWORD written = 0;
@@ -77,10 +83,39 @@ class NewFile {
     if (FlushFileBuffers(file.Get()) == 0) Fail(path_);
   }
 
-  // With the old one's attributes and access rights.
+  // The access rights that the old file inherits from the folder, the new one has already.
+  void TakeAccess() {
+    PACL list = nullptr;
+    PSECURITY_DESCRIPTOR found = nullptr;
+    DWORD error = GetNamedSecurityInfoW(target_.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
+                                        nullptr, nullptr, &list, nullptr, &found);
+    if (error != ERROR_SUCCESS) Fail(target_, error);
+    const std::unique_ptr<void, HLOCAL (*)(HLOCAL)> descriptor(found, LocalFree);
+    SECURITY_DESCRIPTOR_CONTROL control = 0;
+    DWORD revision = 0;
+    if (GetSecurityDescriptorControl(found, &control, &revision) == 0) Fail(target_);
+    const DWORD inheritance = (control & SE_DACL_PROTECTED) != 0
+                                  ? PROTECTED_DACL_SECURITY_INFORMATION
+                                  : UNPROTECTED_DACL_SECURITY_INFORMATION;
+    std::wstring path = path_.native();
+    error = SetNamedSecurityInfoW(path.data(), SE_FILE_OBJECT,
+                                  DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, list,
+                                  nullptr);
+    if (error != ERROR_SUCCESS) Fail(path_, error);
+  }
+
+  void TakeAttributes() {
+    const DWORD attributes = GetFileAttributesW(target_.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) Fail(target_);
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) Fail(target_, ERROR_ACCESS_DENIED);
+    if (SetFileAttributesW(path_.c_str(), attributes) == 0) Fail(path_);
+  }
+
+  // In one step, unlike ReplaceFile, which keeps more of the old file but leaves none of its name for a
+  // moment.
   void TakePlace() {
-    if (ReplaceFileW(target_.c_str(), path_.c_str(), nullptr, 0, nullptr, nullptr) == 0)
-      Fail(target_);
+    constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    if (MoveFileExW(path_.c_str(), target_.c_str(), kHow) == 0) Fail(target_);
     path_.clear();
   }
 
@@ -91,8 +126,10 @@ class NewFile {
 
 }  // namespace
 
-void ReplaceFile(const std::string& path, const std::string& bytes) {
+void ReplaceContents(const std::string& path, const std::string& bytes) {
   NewFile file(Target(SystemPath(path)));
+  file.TakeAccess();
+  file.TakeAttributes();
   file.Write(bytes);
   file.TakePlace();
 }
