@@ -15,7 +15,8 @@ int main(int argc, char** argv) {
       if (!entry.is_regular_file()) continue;
       std::ifstream file(entry.path(), std::ios::binary);
       const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-      std::fprintf(stderr, "%s\n", entry.path().c_str());  // the last one is the one that failed
+      std::fprintf(stderr, "%s\n",
+                   entry.path().string().c_str());  // the last one is the one that failed
       LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
       ++count;
     }

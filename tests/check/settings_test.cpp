@@ -56,7 +56,7 @@ TEST(Settings, OfTheNearestFolderCount) {
   EXPECT_EQ(near->path, ".tarnmf-check");
   EXPECT_EQ(near->levels.Of(Rule::kBackslash), std::nullopt);
   EXPECT_EQ(finder.For("."), near);
-  EXPECT_EQ(finder.For(directory.Path() / "near/pack"), near);
+  EXPECT_EQ(finder.For(directory.At("near/pack")), near);
   const Settings* const far = finder.For("../own");
   ASSERT_NE(far, nullptr);
   EXPECT_EQ(far->path, "../.tarnmf-check");

@@ -28,9 +28,8 @@ std::wstring FoundInPath(const std::string& program) {
   const wchar_t* const folders = _wgetenv(L"PATH");
   if (folders == nullptr) return L"";
   std::wstring found(32768, L'\0');  // the longest that there is
-  const DWORD length =
-      SearchPathW(folders, SystemPath(program).c_str(), L".exe", static_cast<DWORD>(found.size()),
-                  found.data(), nullptr);
+  const DWORD length = SearchPathW(folders, SystemPath(program).c_str(), L".exe",
+                                   static_cast<DWORD>(found.size()), found.data(), nullptr);
   found.resize(length < found.size() ? length : 0);
   return found;
 }
