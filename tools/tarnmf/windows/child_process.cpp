@@ -14,7 +14,8 @@ namespace {
 std::wstring Quoted(const std::string& argument) {
   std::wstring quoted = L"\"";
   std::size_t backslashes = 0;
-  for (const wchar_t unit : SystemPath(argument).native()) {
+  const std::filesystem::path wide = SystemPath(argument);
+  for (const wchar_t unit : wide.native()) {
     if (unit == L'"') quoted.append(backslashes + 1, L'\\');
     backslashes = unit == L'\\' ? backslashes + 1 : 0;
     quoted += unit;
@@ -28,9 +29,8 @@ std::wstring FoundInPath(const std::string& program) {
   const wchar_t* const folders = _wgetenv(L"PATH");
   if (folders == nullptr) return L"";
   std::wstring found(32768, L'\0');  // the longest that there is
-  const DWORD length =
-      SearchPathW(folders, SystemPath(program).c_str(), L".exe", static_cast<DWORD>(found.size()),
-                  found.data(), nullptr);
+  const DWORD length = SearchPathW(folders, SystemPath(program).c_str(), L".exe",
+                                   static_cast<DWORD>(found.size()), found.data(), nullptr);
   found.resize(length < found.size() ? length : 0);
   return found;
 }

@@ -98,9 +98,9 @@ class NewFile {
                                   ? PROTECTED_DACL_SECURITY_INFORMATION
                                   : UNPROTECTED_DACL_SECURITY_INFORMATION;
     std::wstring path = path_.native();
-    error = SetNamedSecurityInfoW(path.data(), SE_FILE_OBJECT,
-                                  DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, list,
-                                  nullptr);
+    error =
+        SetNamedSecurityInfoW(path.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inheritance,
+                              nullptr, nullptr, list, nullptr);
     if (error != ERROR_SUCCESS) Fail(path_, error);
   }
 
