@@ -7,6 +7,15 @@ install(TARGETS tarnmf btkhost EXPORT tarnmfTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   FILE_SET HEADERS DESTINATION ${TARNMF_INSTALL_INCLUDEDIR})
 
+if(MINGW)
+  # The folder of the programs runs by itself: the compiler's DLLs lie in it, too.
+  foreach(dll libgcc_s_seh-1 libstdc++-6 libwinpthread-1)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${dll}.dll
+      OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    install(FILES ${file} DESTINATION ${CMAKE_INSTALL_BINDIR})
+  endforeach()
+endif()
+
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/tarnmf)
 install(EXPORT tarnmfTargets NAMESPACE tarnmf:: DESTINATION ${package_dir})
 configure_package_config_file(cmake/tarnmfConfig.cmake.in

@@ -16,7 +16,7 @@ TEST(EmbeddedDlm, ResolvesWhateverTheCurrentFolderIs) {
   const TempDirectory root;
   for (const char* folder : {"process/", "process/store/", "pack/", "pack/other/", "else/process/",
                              "else/store/", "else/pack/"})
-    root.Write(InSystemNames(std::string(folder) + "liba.so"), "");
+    root.Write(std::string(folder) + "liba.so", "");
   btkHostDlmManager manager;
   UniIdT scope = {};
   const std::filesystem::path before = std::filesystem::current_path();

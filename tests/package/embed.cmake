@@ -18,9 +18,14 @@ if(WAY STREQUAL "readme")
 endif()
 
 if(WAY STREQUAL "package")
+  # A tool chain looks for packages below its own roots alone, so the package is named by its folder.
+  set(found -DCMAKE_PREFIX_PATH=${PREFIX} -DCMAKE_CXX_COMPILER=${CXX})
+  if(TOOLCHAIN)
+    set(found -Dtarnmf_DIR=${PREFIX}/${LIBDIR}/cmake/tarnmf -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
+  endif()
   execute_process(
     COMMAND ${CMAKE_COMMAND} -S ${SOURCE}/examples/embed -B ${WORK} -G ${GENERATOR}
-      -DCMAKE_PREFIX_PATH=${PREFIX} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${FLAGS}
+      ${found} -DCMAKE_CXX_FLAGS=${FLAGS}
     COMMAND_ERROR_IS_FATAL ANY)
   execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK} COMMAND_ERROR_IS_FATAL ANY)
 else()
@@ -35,10 +40,17 @@ else()
     COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
+# Where libraries are not looked for by paths in the program they lie beside it.
+file(GLOB libraries ${PREFIX}/${BINDIR}/*.dll)
+file(COPY ${libraries} DESTINATION ${WORK})
+
 # check(OUTPUT TRACE ARGUMENT...)
 function(check expectedOutput expectedTrace)
-  execute_process(COMMAND ${WORK}/embed ${ARGN}
+  execute_process(COMMAND ${RUN} ${WORK}/embed${SUFFIX} ${ARGN}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE trace)
+  # Line ends are the system's.
+  string(REPLACE "\r\n" "\n" output "${output}")
+  string(REPLACE "\r\n" "\n" trace "${trace}")
   if(NOT result EQUAL 0 OR NOT output STREQUAL expectedOutput OR NOT trace STREQUAL expectedTrace)
     message(FATAL_ERROR "status ${result}, output:\n${output}\nerrors:\n${trace}")
   endif()

@@ -1,9 +1,9 @@
 # What the host layer exports is what its headers declare: a program that uses all of them needs every
 # exported name but those that classes bring along.
-# cmake -D NM=... -D LIBRARY=... -D PROGRAM=... -P host_symbols.cmake
+# cmake -D NM=... [-D OBJDUMP=... -D CXXFILT=...] -D LIBRARY=... -D PROGRAM=... -P host_symbols.cmake
 include(${CMAKE_CURRENT_LIST_DIR}/symbol_names.cmake)
-symbol_names(exported ${NM} -DC --defined-only ${LIBRARY})
-symbol_names(used ${NM} -DC --undefined-only ${PROGRAM})
+exported_names(exported ${LIBRARY})
+needed_names(used ${PROGRAM} ${LIBRARY})
 list(LENGTH exported count)
 set(unused ${exported})
 list(REMOVE_ITEM unused ${used})

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "platform/host/system_path.h"
+#include "tests/support/system_names.h"
 
 namespace tarnmf::test {
 
@@ -21,12 +22,12 @@ TempDirectory::~TempDirectory() {
 }
 
 std::string TempDirectory::At(const std::string& name) const {
-  const std::filesystem::path path = name.empty() ? path_ : path_ / SystemPath(name);
+  const std::filesystem::path path = name.empty() ? path_ : path_ / SystemPath(InSystemNames(name));
   return NarrowPath(path.generic_string<std::filesystem::path::value_type>());
 }
 
 std::string TempDirectory::Write(const std::string& name, std::string_view content) const {
-  const std::filesystem::path file = path_ / SystemPath(name);
+  const std::filesystem::path file = path_ / SystemPath(InSystemNames(name));
   std::filesystem::create_directories(file.parent_path());
   std::ofstream out(file, std::ios::binary);
   out.write(content.data(), static_cast<std::streamsize>(content.size()));

@@ -1,4 +1,5 @@
-// A directory that is removed with its object.
+// A directory that is removed with its object. Names of machines and libraries are given as on Linux,
+// and stand for those that the system has.
 #ifndef TESTS_SUPPORT_TEMP_DIRECTORY_H
 #define TESTS_SUPPORT_TEMP_DIRECTORY_H
 

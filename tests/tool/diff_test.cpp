@@ -27,11 +27,10 @@ TEST(Diff, TellsEachChangeOnce) {
   const TempDirectory root;
   const std::string module = "<module id=\"m\" name=\"m\"/>";
   const auto scan = [&](const std::string& name) {
-    const std::string file = root.At(name);
     const std::string at = root.At("pack");
-    RunTool("scan --json --loadpoint " + at + "/platform --add " + at + "/a/m --add " + at +
-            "/b/m > " + file);
-    return file;
+    return root.Write(name, RunTool("scan --json --loadpoint " + at + "/platform --add " + at +
+                                    "/a/m --add " + at + "/b/m")
+                                .out);
   };
   root.Write("pack/platform/a.tmfx", InRoot(module));
   root.Write("pack/a/m/a.tmfx",
@@ -58,11 +57,12 @@ TEST(Diff, TellsEachChangeOnce) {
                 "/a: removed\n" +                          //
                 "module new in " + pack + "/a: added\n" +  //
                 "module service side of " + first + " in " + pack + "/a: removed\n" +
-                "module service side of " + second + " in " + pack + "/b: resolves to " + pack +
-                "/b/linux-x64/libr.so, before to " + pack + "/b/libr.so\n" + "class \"Render\" (" +
-                first + ") in " + pack + "/a: removed\n" + "service \"Host\" (" + kHost + ") in " +
-                pack + "/a: removed\n" + "runnable " + "000000000000000000000000000000e1 in " +
-                pack + "/a: removed\n" + "runnable start in " + pack + "/a: added\n" +
+                "module service side of " + second + " in " + pack + "/b: resolves to " +
+                root.At("pack/b/linux-x64/libr.so") + ", before to " + root.At("pack/b/libr.so") +
+                "\n" + "class \"Render\" (" + first + ") in " + pack + "/a: removed\n" +
+                "service \"Host\" (" + kHost + ") in " + pack + "/a: removed\n" + "runnable " +
+                "000000000000000000000000000000e1 in " + pack + "/a: removed\n" +
+                "runnable start in " + pack + "/a: added\n" +
                 "class \"Render\" for callers without a scope: answered by " + second + " in " +
                 pack + "/b, service version 1, before by " + first + " in " + pack +
                 "/a, service version 2\n");
@@ -70,7 +70,7 @@ TEST(Diff, TellsEachChangeOnce) {
   EXPECT_EQ(json["differences"].size(), 10U);
   EXPECT_EQ(json["differences"][9]["after"]["loadpoint"], pack + "/b");
 
-  RunTool("scan --json > " + root.At("none.json"));
+  root.Write("none.json", RunTool("scan --json").out);
   EXPECT_THAT(RunTool("diff " + after + " " + root.At("none.json")).out,
               HasSubstr("the process without a load point: added\n"));
 

@@ -1,11 +1,9 @@
 #include "tests/tool/run_tool.h"
 
-#include <cstdio>
 #include <fstream>
 #include <sstream>
-#include <sys/wait.h>
 
-#include "tests/support/temp_directory.h"
+#include "platform/host/system_path.h"
 
 namespace tarnmf::test {
 
@@ -15,20 +13,12 @@ std::string ReadFile(const std::filesystem::path& file) {
   return text.str();
 }
 
-Outcome RunCommand(const std::string& command) {
-  const TempDirectory scratch;
-  const std::string errors = scratch.At("errors");
-  FILE* pipe = popen(("{ " + command + "; } 2>" + errors).c_str(), "r");
-  std::string out;
-  char block[4096];
-  while (const std::size_t bytes = std::fread(block, 1, sizeof block, pipe))
-    out.append(block, bytes);
-  const int status = pclose(pipe);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, ReadFile(errors)};
-}
-
-Outcome RunTool(const std::string& arguments) {
-  return RunCommand(TARNMF_TOOL " " + arguments);
+Outcome RunToolIn(const std::string& directory, const std::string& arguments) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(SystemPath(directory));
+  Outcome outcome = RunTool(arguments);
+  std::filesystem::current_path(before);
+  return outcome;
 }
 
 }  // namespace tarnmf::test

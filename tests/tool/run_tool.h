@@ -13,11 +13,13 @@ struct Outcome {
   std::string errors;
 };
 
-// What a command line of the shell comes to.
+// What a command line of a POSIX shell comes to. Only there.
 Outcome RunCommand(const std::string& command);
 
-// `arguments` is what follows the tool's name on a command line of the shell.
+// `arguments` is what follows the tool's name on a command line, in double quotes where it has blanks.
 Outcome RunTool(const std::string& arguments);
+// With a working directory of its own.
+Outcome RunToolIn(const std::string& directory, const std::string& arguments);
 
 std::string ReadFile(const std::filesystem::path& file);
 

@@ -46,8 +46,7 @@ class Why : public testing::Test {
   }
 
   Outcome Ask(const std::string& question) {
-    return RunCommand("cd " + root_.At() + " && " TARNMF_TOOL " why " + question +
-                      " --loadpoint platform new/m old/m");
+    return RunToolIn(root_.At(), "why " + question + " --loadpoint platform new/m old/m");
   }
 
   const TempDirectory root_;

@@ -11,8 +11,9 @@ build_windows_libraries() {
   mkdir -p "$windows_prefix/stamps" "$windows_folder"/{sources,libraries}
   library_from_source xerces-c
   library_from_source expat
+  library_from_source fmtlib
   library googletest "$(package_version googletest)"
-  library headers "$(package_version libutfcpp-dev libfmt-dev libcli11-dev nlohmann-json3-dev)"
+  library headers "$(package_version libutfcpp-dev libcli11-dev nlohmann-json3-dev)"
   library runtime "$(package_version gcc-mingw-w64-x86-64-posix-runtime)"
 }
 
@@ -51,9 +52,9 @@ tell_failure() {
 
 recipe_checksum() {
   {
-    declare -f "$1" configure_library copy_package
+    declare -f "$1" configure_library
     "$windows_compiler" --version
-    cat "$windows_toolchain" cmake/windows/packages/*
+    cat "$windows_toolchain"
   } | sha256sum | cut -d ' ' -f 1
 }
 
@@ -72,11 +73,18 @@ build_xerces-c() {
   cmake --install "$2/src"
 }
 
-# A correction that Debian has taken over asks for XML_DTD's value, of which CMake's configuration has none.
+# A correction of Debian's compares XML_DTD with 1, which CMake defines without a value.
 build_expat() {
   sed -i 's/^#cmakedefine XML_DTD$/#cmakedefine XML_DTD 1/' "$1/expat/expat_config.h.cmake"
   configure_library "$1/expat" "$2" -DEXPAT_SHARED_LIBS=OFF -DEXPAT_BUILD_TOOLS=OFF \
     -DEXPAT_BUILD_EXAMPLES=OFF -DEXPAT_BUILD_TESTS=OFF -DEXPAT_BUILD_DOCS=OFF
+  cmake --build "$2" -j "$(nproc)"
+  cmake --install "$2"
+}
+
+# As a library: from the headers alone, each of our files would compile all of it again.
+build_fmtlib() {
+  configure_library "$1" "$2" -DFMT_TEST=OFF -DFMT_DOC=OFF
   cmake --build "$2" -j "$(nproc)"
   cmake --install "$2"
 }
@@ -87,19 +95,21 @@ build_googletest() {
   cmake --install "$2"
 }
 
-# The headers of this machine are copied: a compiler that searches its folders finds the others there too.
+# Copies, as the folders of this machine hold headers that are not for Windows, too.
 build_headers() {
   mkdir -p "$windows_prefix"/{include,share/cmake}
-  rm -rf "$windows_prefix"/include/{utf8.h,utf8,fmt,CLI,nlohmann}
-  cp -RL /usr/include/{utf8.h,utf8,fmt,CLI,nlohmann} "$windows_prefix/include"
+  rm -rf "$windows_prefix"/include/{utf8.h,utf8,CLI,nlohmann}
+  cp -RL /usr/include/{utf8.h,utf8,CLI,nlohmann} "$windows_prefix/include"
   cp -RL /usr/share/cmake/{CLI11,nlohmann_json} "$windows_prefix/share/cmake"
-  copy_package utf8cpp
-  copy_package fmt
-}
-
-copy_package() {
-  mkdir -p "$windows_prefix/share/cmake/$1"
-  cp "cmake/windows/packages/$1Config.cmake" "$windows_prefix/share/cmake/$1"
+  # Debian's own package file for it names folders of this machine.
+  mkdir -p "$windows_prefix/share/cmake/utf8cpp"
+  cat >"$windows_prefix/share/cmake/utf8cpp/utf8cppConfig.cmake" <<'END'
+if(TARGET utf8cpp)
+  return()
+endif()
+add_library(utf8cpp INTERFACE IMPORTED)
+target_include_directories(utf8cpp INTERFACE ${CMAKE_CURRENT_LIST_DIR}/../../../include)
+END
 }
 
 # The compiler's DLLs, for programs that are not linked with them statically.

@@ -10,7 +10,7 @@ wine_server() {
 start_wine_server() {
   mkdir -p "$windows_folder/wine"
   if wine_server --persistent 2>/dev/null; then
-    trap 'wine_server --kill' EXIT
+    trap 'wine_server --kill || true' EXIT
   fi
   "$1" wineboot --init >"$windows_folder/wine.log" 2>&1
 }

@@ -37,6 +37,7 @@ TEST(Surroundings, NoOutputEndsInASignal) {
                          {fmt::format("scan --add {}/pack", directory.At()), "2>&-"},
                          {"--help", ">/dev/full"},
                          {"--version", ">/dev/full"},
+                         {"list loadpoints", ">/dev/full"},
                          {"explain 42", ">/dev/full"},
                          {"explain 42", ">&-"},
                          {check, ">/dev/full 2>/dev/full"},
