@@ -1,60 +1,38 @@
 #include "tools/tarnmf/file_uri.h"
 
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace tool {
-namespace {
-
-constexpr bool kWithDrives = true;
 
 struct Named {
   std::string_view path;
   std::string_view uri;
 };
 
-TEST(FileUriTest, PathsComeBackFromTheirUris) {
-  const Named everywhere[] = {{"/a b/%41#?.tmfx", "file:///a%20b/%2541%23%3F.tmfx"},
-                              {"/\xc3\xa4/(1)~x", "file:///%C3%A4/%281%29~x"}};
-  const Named withDrives[] = {{"c:/a b/x.tmfx", "file:///c:/a%20b/x.tmfx"},
-                              {"Z:/:x", "file:///Z:/%3Ax"},
-                              {"//server/share/x", "file://server/share/x"},
-                              {"//wsl$/home/x", "file://wsl%24/home/x"}};
-  const Named withoutDrives[] = {{"/c:/x", "file:///c%3A/x"}, {"/a\\b", "file:///a%5Cb"}};
-  const auto expect = [](const Named& named, bool hasDrives) {
-    EXPECT_EQ(UriOfPath(named.path, hasDrives), named.uri);
-    EXPECT_EQ(PathOfUri(named.uri, hasDrives), named.path);
-  };
-  for (const Named& named : everywhere) {
-    expect(named, kWithDrives);
-    expect(named, !kWithDrives);
+TEST(FileUriTest, NamesFilesAsSystemsWithAndWithoutDrivesDo) {
+  const std::vector<Named> named[] = {
+      {{"/c:/x", "file:///c%3A/x"}, {"/a\\(%4", "file:///a%5C%28%254"}, {"//a", "file:////a"}},
+      {{"c:/a b/x", "file:///c:/a%20b/x"},
+       {"Z:/:x", "file:///Z:/%3Ax"},
+       {"//server/\xc3\xa4/x", "file://server/%C3%A4/x"},
+       {"//wsl$/x", "file://wsl%24/x"}}};
+  for (const bool hasDrives : {false, true}) {
+    for (const auto& [path, uri] : named[hasDrives ? 1 : 0]) {
+      EXPECT_EQ(UriOfPath(path, hasDrives), uri);
+      EXPECT_EQ(PathOfUri(uri, hasDrives), path);
+    }
+    for (const char* const uri :
+         {"file://a", "http:///a", "file:///%", "file:///%zz", "file:///%00"})
+      EXPECT_EQ(PathOfUri(uri, hasDrives), std::nullopt) << uri;
   }
-  for (const Named& named : withDrives)
-    expect(named, kWithDrives);
-  for (const Named& named : withoutDrives)
-    expect(named, !kWithDrives);
+  EXPECT_EQ(PathOfUri("file://server/x", false), std::nullopt);
+  for (const char* const uri : {"file:///c%3A/x", "file:///c%3a/x", "file://localhost/c:/x"})
+    EXPECT_EQ(PathOfUri(uri, true), "c:/x") << uri;
+  EXPECT_EQ(UriOfPath("c:\\a\\x", true), "file:///c:/a/x");
+  EXPECT_EQ(UriOfPath("\\\\server\\a\\x", true), "file://server/a/x");
+  EXPECT_EQ(UriOfPath("a\\x", true), "a/x");
+  EXPECT_EQ(UriOfPath("a\\x", false), "a%5Cx");
 }
 
-TEST(FileUriTest, PathsAreWrittenInMoreThanOneWay) {
-  for (const char* const uri :
-       {"file:///c:/x", "file:///c%3A/x", "file:///c%3a/x", "file://localhost/c:/x"})
-    EXPECT_EQ(PathOfUri(uri, kWithDrives), "c:/x") << uri;
-  EXPECT_EQ(UriOfPath("c:\\a\\x", kWithDrives), "file:///c:/a/x");
-  EXPECT_EQ(UriOfPath("\\\\server\\share\\x", kWithDrives), "file://server/share/x");
-  // Relative ones stay so.
-  EXPECT_EQ(UriOfPath("a\\x", kWithDrives), "a/x");
-  EXPECT_EQ(UriOfPath("a\\x", !kWithDrives), "a%5Cx");
-  EXPECT_EQ(UriOfPath("c:x/y", !kWithDrives), "c%3Ax/y");
-}
-
-TEST(FileUriTest, SomeUrisNameNoFile) {
-  for (const char* const uri : {"", "file:", "file://", "file://host", "untitled:x", "http:///x",
-                                "file:///%", "file:///%0", "file:///%zz", "file:///%00"}) {
-    EXPECT_EQ(PathOfUri(uri, kWithDrives), std::nullopt) << uri;
-    EXPECT_EQ(PathOfUri(uri, !kWithDrives), std::nullopt) << uri;
-  }
-  EXPECT_EQ(PathOfUri("file://server/x", !kWithDrives), std::nullopt);
-  EXPECT_EQ(PathOfUri({"file:///\0", 9}, !kWithDrives), std::nullopt);
-}
-
-}  // namespace
 }  // namespace tool

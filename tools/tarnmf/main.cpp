@@ -168,7 +168,8 @@ int Failed(const char* sentence, int status) {
 
 // The output is where nothing more can be written to.
 int FailedToWrite(const std::system_error& error) {
-  return error.code() == std::errc::broken_pipe ? kFailure : Failed(error.what(), kFailure);
+  const bool isExpected = error.code() == std::errc::broken_pipe || tool::ReaderIsGone();
+  return isExpected ? kFailure : Failed(error.what(), kFailure);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "tools/tarnmf/standard_streams.h"
 #include "tools/tarnmf/tell.h"
 
 namespace tool {
@@ -20,7 +21,7 @@ void WriteError(std::string_view text) {
 bool OutputHasArrived() {
   errno = 0;
   const bool hasArrived = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
-  if (!hasArrived && errno != EPIPE) Tell("the output cannot be written");
+  if (!hasArrived && !ReaderIsGone()) Tell("the output cannot be written");
   return hasArrived && errorsHaveArrived;
 }
 

@@ -9,6 +9,9 @@ namespace tool {
 // to write, and no signal. Bytes go through as they are, and a console takes them for UTF-8.
 void PrepareStreams();
 
+// Whether what has just failed to be written has no reader any more.
+bool ReaderIsGone();
+
 // Whether standard output is a terminal that understands the usual colours.
 bool TerminalShowsColors();
 

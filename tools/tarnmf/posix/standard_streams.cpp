@@ -1,5 +1,6 @@
 #include "tools/tarnmf/standard_streams.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -22,6 +23,10 @@ void PrepareStreams() {
   for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
     if (!IsOpenOrBlocked(stream)) return;
   }
+}
+
+bool ReaderIsGone() {
+  return errno == EPIPE;
 }
 
 bool TerminalShowsColors() {

@@ -14,7 +14,8 @@ namespace {
 std::wstring Quoted(const std::string& argument) {
   std::wstring quoted = L"\"";
   std::size_t backslashes = 0;
-  for (const wchar_t unit : SystemPath(argument).native()) {
+  const std::filesystem::path wide = SystemPath(argument);
+  for (const wchar_t unit : wide.native()) {
     if (unit == L'"') quoted.append(backslashes + 1, L'\\');
     backslashes = unit == L'\\' ? backslashes + 1 : 0;
     quoted += unit;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <initializer_list>
 #include <io.h>
@@ -29,6 +30,13 @@ void PrepareStreams() {
   for (FILE* const stream : {stdin, stdout, stderr}) {
     if (_fileno(stream) >= 0) _setmode(_fileno(stream), _O_BINARY);
   }
+}
+
+// The C library's own number is that of a wrong argument.
+bool ReaderIsGone() {
+  const unsigned long reason = _doserrno;
+  return reason == ERROR_NO_DATA || reason == ERROR_BROKEN_PIPE ||
+         reason == ERROR_PIPE_NOT_CONNECTED;
 }
 
 bool TerminalShowsColors() {
