@@ -143,16 +143,17 @@ void AppendUtf32(Units<4> units, Decoding& out) {
   }
 }
 
-// What becomes of a byte without a meaning. The XML library passes over most of them, as U+FFFD.
 void AppendMeaningless(unsigned char byte, std::string_view upperName, Decoding& out) {
-  const bool isStrict = upperName == "US-ASCII" || upperName == "ASCII" || upperName == "EUC-JP" ||
-                        upperName == "EUC-KR";
-  if (isStrict) {
-    out.Refuse(fmt::format("byte 0x{:02X} is no {}", byte, upperName));
-  } else if (upperName.starts_with("WINDOWS-125") && byte < 0xA0U) {
-    out.Append(byte);
-  } else {
-    out.text += kReplacement;
+  switch (TextConverter::TreatmentOf(byte, upperName)) {
+    case Meaningless::kRefused:
+      out.Refuse(fmt::format("byte 0x{:02X} is no {}", byte, upperName));
+      break;
+    case Meaningless::kKept:
+      out.Append(byte);
+      break;
+    case Meaningless::kReplaced:
+      out.text += kReplacement;
+      break;
   }
 }
 
@@ -166,12 +167,18 @@ void AppendConverted(std::string_view bytes, std::string_view upperName, TextCon
   }
 }
 
-// The XML library goes by letters and digits alone where it does not know a name.
+// Those that are decoded here rather than by the system.
+bool IsUnicode(std::string_view upperName) {
+  constexpr std::string_view kNames[] = {"UTF-8", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"};
+  return std::find(std::begin(kNames), std::end(kNames), upperName) != std::end(kNames);
+}
+
+bool IsKnown(const std::string& upperName) {
+  return IsUnicode(upperName) || TextConverter(upperName).IsKnown();
+}
+
 std::string KnownName(std::string upperName) {
-  if (!TextConverter(upperName).IsKnown())
-    upperName.erase(std::remove_if(upperName.begin(), upperName.end(),
-                                   [](char c) { return !IsDigit(c) && (c < 'A' || c > 'Z'); }),
-                    upperName.end());
+  if (!IsUnicode(upperName)) upperName = TextConverter::KnownName(std::move(upperName));
   return upperName == "UTF8" ? "UTF-8" : upperName;
 }
 
@@ -295,7 +302,7 @@ DecodedText Decode(std::string_view bytes) {
   } else if (!IsEncodingName(declared.name)) {
     DecodeAs(sensed.name, bytes, result);
     result.fault = NoEncodingName(declared);
-  } else if (!TextConverter(declared.known).IsKnown()) {
+  } else if (!IsKnown(declared.known)) {
     DecodeAs(sensed.name, bytes, result);
     result.encoding = declared.name;
     result.isKnown = false;
@@ -325,7 +332,7 @@ DecodedText DecodeEdited(std::string_view text) {
     result.fault = NoEncodingName(declared);
   } else if (!declared.name.empty() && declared.known != "UTF-8") {
     result.encoding = declared.name;
-    result.isKnown = IsGeneric(declared.known) || TextConverter(declared.known).IsKnown();
+    result.isKnown = IsGeneric(declared.known) || IsKnown(declared.known);
     result.isUtf8 = false;
   }
   return result;

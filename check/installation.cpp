@@ -132,10 +132,10 @@ bool FitsProcess(const std::string& path) {
 std::string ShownPath(const LoadPoint& loadpoint, const std::string& path) {
   const std::string& directory = loadpoint.directory.Path();
   const fs::path there = SystemPath(path).lexically_normal();
-  if (IsAbsolutePath(directory)) return WrittenLike(directory, there);
+  if (IsAbsolutePath(directory)) return NarrowPathLike(directory, there);
   const fs::path below = there.lexically_relative(SystemPath(AbsolutePath(directory)));
-  if (below.empty()) return WrittenLike(directory, there);
-  return WrittenLike(directory, (SystemPath(directory) / below).lexically_normal());
+  if (below.empty()) return NarrowPathLike(directory, there);
+  return NarrowPathLike(directory, (SystemPath(directory) / below).lexically_normal());
 }
 
 std::unique_ptr<LoadPoint> ReadProcessLoadPoint(const std::string& directory, Files& files) {

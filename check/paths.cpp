@@ -36,13 +36,8 @@ bool IsAbsolutePath(const std::string& path) {
 }
 
 std::string AbsolutePath(const std::string& path) {
-  return WrittenLike(path, fs::absolute(SystemPath(path.empty() ? "." : path)).lexically_normal());
-}
-
-std::string WrittenLike(const std::string& written, const fs::path& path) {
-  const auto own = static_cast<char>(fs::path::preferred_separator);
-  if (written.find(own) != written.npos) return NarrowPath(path);
-  return NarrowPath(path.generic_string<fs::path::value_type>());
+  return NarrowPathLike(path,
+                        fs::absolute(SystemPath(path.empty() ? "." : path)).lexically_normal());
 }
 
 bool IsManifestFile(const std::string& path) {

@@ -2,7 +2,6 @@
 #ifndef CHECK_PATHS_H
 #define CHECK_PATHS_H
 
-#include <filesystem>
 #include <string>
 
 namespace tarnmf::check {
@@ -19,10 +18,6 @@ bool IsAbsolutePath(const std::string& path);
 
 // Seen from the working directory, without "." and "..".
 std::string AbsolutePath(const std::string& path);
-
-// A path of the standard library, which likes to write separators in one way, with those of a written
-// path.
-std::string WrittenLike(const std::string& written, const std::filesystem::path& path);
 
 // By their names, whether they are there or not.
 bool IsManifestFile(const std::string& path);

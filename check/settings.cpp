@@ -55,8 +55,8 @@ class SettingsReader {
   void ReadLoadpoint(std::string_view statement, std::string_view value) {
     if (value.empty()) return Refuse(statement, "\"loadpoint\" needs the path of a directory");
     const std::filesystem::path folder = SystemPath(settings_.path).parent_path();
-    settings_.loadpoint =
-        WrittenLike(settings_.path, (folder / SystemPath(std::string(value))).lexically_normal());
+    settings_.loadpoint = NarrowPathLike(
+        settings_.path, (folder / SystemPath(std::string(value))).lexically_normal());
   }
 
   void Refuse(std::string_view statement, std::string_view sentence) {
@@ -117,7 +117,7 @@ const Settings* SettingsFinder::Find(const std::filesystem::path& path,
   if (const auto known = byFolder_.find(folder); known != byFolder_.end()) return known->second;
   std::filesystem::path whole = path / kFileName;
   if (here.has_relative_path()) whole = whole.lexically_proximate(here);
-  const std::string file = WrittenLike("", whole);
+  const std::string file = NarrowPathLike("", whole);
   const Settings* found = nullptr;
   if (files_.IsFile(file)) {
     auto& settings = all_.emplace_back(std::make_unique<Settings>());

@@ -82,6 +82,7 @@ btkWChar UnitOf(char byte) {
 std::string_view SeparatorBelow(std::string_view path) {
   const auto isSeparator = [](char byte) { return IsPathSeparator(UnitOf(byte)); };
   if (path.empty() || isSeparator(path.back())) return "";
+  if (path.back() == ':' && RootLength(path) == path.size()) return "";  // the drive's own folder
   const auto first = std::find_if(path.begin(), path.end(), isSeparator);
   return first != path.end() ? path.substr(static_cast<std::size_t>(first - path.begin()), 1) : "/";
 }

@@ -17,7 +17,8 @@ bool IsAbsolute(const std::string& path) {
 // Seen from the current folder; empty when that is gone.
 std::string Absolute(const std::string& path) {
   std::error_code error;
-  return path.empty() ? path : NarrowPath(std::filesystem::absolute(SystemPath(path), error));
+  return path.empty() ? path
+                      : NarrowPathLike(path, std::filesystem::absolute(SystemPath(path), error));
 }
 
 std::string NarrowOf(const btkWChar* text) {
@@ -36,10 +37,15 @@ bool HasParentComponent(std::string_view path) {
   return false;
 }
 
+bool IsExecutableType(const char* type) {
+  return type != nullptr && btk_strcasecmp(type, kBtkExecutableType) == 0;
+}
+
 std::string FileName(const ModuleQuestion& module) {
   const std::string plain = NarrowOf(module.name);
   if ((module.flags & kBtkExplicitName) != 0) return plain;
-  if (!btkIsSharedLibType(module.type)) return plain + kSystemNames.programSuffix;
+  if (IsExecutableType(module.type)) return plain + kSystemNames.programSuffix;
+  if (!btkIsSharedLibType(module.type)) return plain;
   return kSystemNames.libraryPrefix + plain + kSystemNames.librarySuffix;
 }
 

@@ -26,4 +26,12 @@ inline std::string NarrowPath(const std::filesystem::path& path) {
   }
 }
 
+// The standard library likes to write separators in one way; this writes those that `written` has.
+inline std::string NarrowPathLike(const std::string& written, const std::filesystem::path& path) {
+  using Path = std::filesystem::path;
+  if (written.find(static_cast<char>(Path::preferred_separator)) != std::string::npos)
+    return NarrowPath(path);
+  return NarrowPath(path.generic_string<Path::value_type>());
+}
+
 #endif  // PLATFORM_HOST_SYSTEM_PATH_H

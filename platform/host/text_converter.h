@@ -5,9 +5,16 @@
 #include <string>
 #include <string_view>
 
+// What is made of bytes that stand for nothing, by the XML library as well.
+enum class Meaningless { kRefused, kKept, kReplaced };
+
 class TextConverter {
  public:
-  explicit TextConverter(const std::string& encoding);
+  // The name, in capitals, by which the system knows an encoding that documents may spell otherwise.
+  static std::string KnownName(std::string upperName);
+  static Meaningless TreatmentOf(unsigned char byte, std::string_view upperName);
+
+  explicit TextConverter(const std::string& upperName);
   TextConverter(const TextConverter&) = delete;
   TextConverter& operator=(const TextConverter&) = delete;
   ~TextConverter();

@@ -5,6 +5,7 @@
 #include "check/check.h"
 #include "check/verdict.h"
 #include "tests/check/example.h"
+#include "tests/support/system_names.h"
 
 namespace tarnmf::check {
 namespace {
@@ -15,7 +16,7 @@ bool IsAboutFiles(Rule rule) {
 }
 
 // The rules that are found in an example of one of them.
-std::string RulesFound(const char* text, Rule about) {
+std::string RulesFound(const std::string& text, Rule about) {
   const test::Example example(text);
   DiskFiles files;
   SettingsFinder settings(files);
@@ -36,8 +37,8 @@ TEST(Catalogue, ExamplesBreakTheirRuleAlone) {
     EXPECT_STRNE(rule.advice, "");
     EXPECT_EQ(rule.wrong == nullptr, rule.right == nullptr);
     if (rule.wrong == nullptr || rule.right == nullptr) continue;
-    EXPECT_EQ(RulesFound(rule.wrong, rule.rule), rule.name);
-    EXPECT_EQ(RulesFound(rule.right, rule.rule), "");
+    EXPECT_EQ(RulesFound(test::InSystemNames(rule.wrong), rule.rule), rule.name);
+    EXPECT_EQ(RulesFound(test::InSystemNames(rule.right), rule.rule), "");
   }
 }
 

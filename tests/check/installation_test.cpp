@@ -1,4 +1,5 @@
 // Load points as a whole: the files that are read, and what is found in them together.
+#include <filesystem>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <string>
@@ -12,6 +13,9 @@
 
 namespace tarnmf::check {
 namespace {
+
+// What absolute paths, backslashes and programs are called differs there.
+constexpr bool kHasDrives = std::filesystem::path::preferred_separator != '/';
 
 std::string Shown(const Place& place) {
   const Position at = place.source->At(place.span.begin);
@@ -41,6 +45,7 @@ std::string ExampleText(const std::string& input) {
 
 TEST(Installations, ShowWhatTheCasesSay) {
   for (const test::FileCase& one : test::ReadCaseFile(TARNMF_CASES "/installations.cases")) {
+    if (kHasDrives && one.name.ends_with("[POSIX]")) continue;
     const test::Example example(ExampleText(one.input + "\n"));
     DiskFiles files;
     EXPECT_EQ(Shown(Check(example.Request(), files)), test::WithIds(one.result)) << one.name;
@@ -62,6 +67,7 @@ TEST(Installations, AgreeWithTheLibraryOnRandomDocuments) {
 }
 
 TEST(Installations, TellOfAProcessWhosePathIsTooLong) {
+  if (kHasDrives) GTEST_SKIP() << "files with such paths cannot be made without a special prefix";
   const test::TempDirectory directory;
   for (const std::size_t length : {260U, 261U}) {
     std::string name(99, 'x');

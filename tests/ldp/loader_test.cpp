@@ -32,7 +32,7 @@ TEST_F(LoaderTest, LendsItsLoadpoint) {
   AddFile("a.tmfx",
           InRoot("<module id='own' name='n' loadpoint='x'/>"
                  "<module id='none' name='n' loadpoint=''/><module id='lent' name='n'/>"));
-  AddFile("\xc3\xa9 \xff.tmfx", InRoot("<runnable moduleref='m'/>"));
+  AddFile("\xc3\xa9 \xf0\x9f\x98\x80.tmfx", InRoot("<runnable moduleref='m'/>"));
   MfLdpDataT data;
   ASSERT_EQ(loader_->Load(&data, nullptr, files_), kBtkOk);
   ASSERT_EQ(loader_->Load(&data, BTK_W(""), btkFSList(0)), kBtkOk);

@@ -45,7 +45,9 @@ class ScanTest : public testing::Test {
  protected:
   ScanTest() {
     btkHostSetProcessLoadpoint(BTK_W("/lp"));
-    btkHostSetExecutablePath(BTK_W("/bin/viewer"));
+    btkWChar program[32] = BTK_W("/bin/");
+    EXPECT_EQ(btkGetExecutableNameW(program + 5, 20, nullptr, BTK_W("viewer")), kBtkOk);
+    btkHostSetExecutablePath(program);
     btkHostSetMachineTypes("x64", "x86");
     platform_.externalService = [](std::string_view) { return Id(3); };
     platform_.serviceVersion = 4;

@@ -5,21 +5,27 @@
 #include "platform/host/system_names.h"
 
 namespace tarnmf::test {
+namespace {
+
+// Made at the start, so that it counts for no test.
+const std::regex kNames(R"((linux|windows)-x(?=64|86)|\blib([\w+.-]*)\.so\b)");
+
+}  // namespace
 
 std::string InSystemNames(const std::string& text) {
   static const bool isTheSame = std::string(kSystemNames.librarySuffix) == ".so";
   if (isTheSame) return text;
-  static const std::regex names(R"(linux-x64|linux-x86|\blib([\w+.-]*)\.so\b)");
   std::string result;
   auto rest = text.begin();
-  for (std::sregex_iterator name(text.begin(), text.end(), names), end; name != end; ++name) {
+  for (std::sregex_iterator name(text.begin(), text.end(), kNames), end; name != end; ++name) {
     result.append(rest, (*name)[0].first);
     rest = (*name)[0].second;
-    if ((*name)[1].matched) {
-      result +=
-          kSystemNames.libraryPrefix + InSystemNames((*name)[1].str()) + kSystemNames.librarySuffix;
+    const std::string machine = (*name)[1];
+    if (!machine.empty()) {
+      result += machine == "linux" ? "windows-x" : "linux-x";
     } else {
-      result += name->str() == "linux-x64" ? kSystemNames.nativeMachine : kSystemNames.otherMachine;
+      const std::string plain = InSystemNames((*name)[2]);
+      result += kSystemNames.libraryPrefix + plain + kSystemNames.librarySuffix;
     }
   }
   return result.append(rest, text.end());

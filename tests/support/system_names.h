@@ -6,8 +6,8 @@
 
 namespace tarnmf::test {
 
-// The same text with the names that the machine types and the libraries have where the test runs:
-// "linux-x64/liba.so" is "windows-x64/a.dll" elsewhere.
+// The same text with the names that the machine types and the libraries have where the test runs. On
+// Windows "linux-x64/liba.so" becomes "windows-x64/a.dll", and Windows' own machines become Linux's.
 std::string InSystemNames(const std::string& text);
 
 }  // namespace tarnmf::test

@@ -4,8 +4,25 @@
 #include <cerrno>
 #include <iconv.h>
 
-TextConverter::TextConverter(const std::string& encoding)
-    : converter_(iconv_open("UTF-8", encoding.c_str())) {}
+// Where a name is not known, its letters and digits count alone.
+std::string TextConverter::KnownName(std::string upperName) {
+  if (!TextConverter(upperName).IsKnown()) {
+    std::erase_if(upperName,
+                  [](char c) { return !(c >= '0' && c <= '9') && !(c >= 'A' && c <= 'Z'); });
+  }
+  return upperName;
+}
+
+Meaningless TextConverter::TreatmentOf(unsigned char byte, std::string_view upperName) {
+  const bool isStrict = upperName == "US-ASCII" || upperName == "ASCII" || upperName == "EUC-JP" ||
+                        upperName == "EUC-KR";
+  if (isStrict) return Meaningless::kRefused;
+  const bool isControl = upperName.starts_with("WINDOWS-125") && byte < 0xA0U;
+  return isControl ? Meaningless::kKept : Meaningless::kReplaced;
+}
+
+TextConverter::TextConverter(const std::string& upperName)
+    : converter_(iconv_open("UTF-8", upperName.c_str())) {}
 
 TextConverter::~TextConverter() {
   if (IsKnown()) iconv_close(converter_);

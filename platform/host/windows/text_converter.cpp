@@ -37,8 +37,11 @@ UINT PageOf(const void* converter) {
   return static_cast<UINT>(reinterpret_cast<std::uintptr_t>(converter));
 }
 
+constexpr UINT kAscii = 20127;
+
 // Nothing when the bytes are no character of the code page, or not a whole one.
 std::wstring CharacterOf(UINT page, std::string_view bytes) {
+  if (page == kAscii && static_cast<unsigned char>(bytes[0]) >= 0x80) return L"";
   wchar_t units[8];
   const int count = MultiByteToWideChar(page, MB_ERR_INVALID_CHARS, bytes.data(),
                                         static_cast<int>(bytes.size()), units, 8);
@@ -47,9 +50,17 @@ std::wstring CharacterOf(UINT page, std::string_view bytes) {
 
 }  // namespace
 
-TextConverter::TextConverter(const std::string& encoding) {
-  const std::string alias = AliasOf(encoding);
-  const UINT page = CodePageOf(alias.empty() ? encoding : alias);
+std::string TextConverter::KnownName(std::string upperName) {
+  return upperName;
+}
+
+Meaningless TextConverter::TreatmentOf(unsigned char /*byte*/, std::string_view /*upperName*/) {
+  return Meaningless::kRefused;
+}
+
+TextConverter::TextConverter(const std::string& upperName) {
+  const std::string alias = AliasOf(upperName);
+  const UINT page = CodePageOf(alias.empty() ? upperName : alias);
   converter_ = reinterpret_cast<void*>(static_cast<std::uintptr_t>(page));
 }
 

@@ -22,10 +22,14 @@ TEST(Paths, TellWhyAListIsIncomplete) {
   EXPECT_EQ(list.ProblemPlace(0).Path().NarrowText(), loop);
 }
 
-TEST(Paths, DifferInTheCaseOfTheirLetters) {
+TEST(Paths, DifferInEveryByte) {
   const TempDirectory directory;
   directory.Write("a.TMFX", "");
-  EXPECT_EQ(btkFSList(btkFSEntry(directory.At().c_str()), "*.tmfx").Count(), 0U);
+  directory.Write("\xff.tmfx", "");  // a name is bytes, whatever they stand for
+  const btkFSList list(btkFSEntry(directory.At().c_str()), "*.tmfx");
+  ASSERT_EQ(list.Count(), 1U);
+  btkFileStream stream;
+  EXPECT_EQ(stream.Open(list[0].Path().NarrowText(), kBtkOpenRead, nullptr), kBtkOk);
   EXPECT_FALSE(btkZString("Viewer") == BTK_W("viewer"));
 }
 

@@ -59,7 +59,7 @@ std::string Workspace::KnownDirectory(const std::string& written) {
   std::error_code failure;
   const fs::path canonical = fs::weakly_canonical(directory, failure);
   return spellings_
-      .try_emplace(NarrowPath(failure ? directory : canonical), WrittenLike(written, directory))
+      .try_emplace(NarrowPath(failure ? directory : canonical), NarrowPathLike(written, directory))
       .first->second;
 }
 
