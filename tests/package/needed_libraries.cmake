@@ -1,5 +1,6 @@
 # Every DLL that the programs and DLLs of a folder need lies beside them or belongs to Windows.
 # cmake -D OBJDUMP=... -D FOLDER=... -P needed_libraries.cmake
+cmake_policy(VERSION 3.25)
 set(system advapi32 bcrypt kernel32 msvcrt ntdll ole32 shell32 user32)
 file(GLOB files ${FOLDER}/*.exe ${FOLDER}/*.dll)
 list(LENGTH files count)

@@ -5,7 +5,8 @@
 # Each line that matches: what stands before the name, the name.
 function(names_in table pattern result)
   # A list takes what stands in brackets for one element.
-  string(REPLACE "[]" "<>" table "${table}")
+  string(REPLACE "[" "<" table "${table}")
+  string(REPLACE "]" ">" table "${table}")
   string(REGEX MATCHALL "[^\n]+" lines "${table}")
   set(names)
   foreach(line IN LISTS lines)
@@ -23,7 +24,7 @@ function(exported_names result library)
     execute_process(COMMAND ${OBJDUMP} -p ${library} COMMAND ${CXXFILT}
       OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
     string(REGEX REPLACE ".*Ordinal/Name Pointer" "" table "${table}")
-    names_in("${table}" "^\t\\[ *[0-9]+\\] " names)
+    names_in("${table}" "^\t< *[0-9]+> " names)
     list(TRANSFORM names REPLACE "wchar_t" "char16_t")
   else()
     execute_process(COMMAND ${NM} -DC --defined-only ${library}

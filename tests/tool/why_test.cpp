@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "platform/host/system_names.h"
 #include "tests/support/documents.h"
 #include "tests/support/temp_directory.h"
 #include "tests/tool/run_tool.h"
@@ -100,7 +101,8 @@ TEST_F(Why, ShowsTheConditionsOfAPreload) {
   } rows[] = {
       {"", 1,
        "  false: condition at platform/a.tmfx:2:26\n    false: the process runs in a service"},
-      {" --program viewer", 0, "  true: condition at platform/a.tmfx:3:2\n    true: the program"},
+      {std::string(" --program viewer") + kSystemNames.programSuffix, 0,
+       "  true: condition at platform/a.tmfx:3:2\n    true: the program"},
       {" --service 000000000000000000000000000000e1" + option + "0", 1, "    false: option"},
       {" --service 000000000000000000000000000000e1" + option + "1", 0, "    true: option"},
   };
