@@ -57,6 +57,15 @@ TEST(Paths, ListsMatchingFilesByName) {
   EXPECT_EQ(none.Count() + none.ProblemCount(), 0U);
 }
 
+TEST(Paths, TellWhyAListIsIncomplete) {
+  const TempDirectory directory;
+  const std::string file = directory.Write("a", "");
+  const btkFSList list(btkFSEntry(file.c_str()), "*");
+  ASSERT_EQ(list.ProblemCount(), 1U);
+  EXPECT_STRNE(list.ProblemText(0), "");
+  EXPECT_EQ(list.ProblemPlace(0).Path().NarrowText(), file);
+}
+
 TEST(Paths, ListsAreValues) {
   btkFSEntry file("folder");
   (file += "s") /= "a";

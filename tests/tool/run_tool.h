@@ -16,8 +16,9 @@ struct Outcome {
 // What a command line of a POSIX shell comes to. Only there.
 Outcome RunCommand(const std::string& command);
 
-// `arguments` is what follows the tool's name on a command line, in double quotes where it has blanks.
-Outcome RunTool(const std::string& arguments);
+// `arguments` is what follows the tool's name on a command line, in double quotes where it has blanks;
+// `input` is what it finds on standard input.
+Outcome RunTool(const std::string& arguments, const std::string& input = "");
 // With a working directory of its own.
 Outcome RunToolIn(const std::string& directory, const std::string& arguments);
 

@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "platform/filesystem.h"
 
@@ -24,8 +25,19 @@ std::string AliasOf(const std::string& name) {
   return e == ERROR_SUCCESS ? btkFSPath(alias).NarrowText() : "";
 }
 
+constexpr UINT kAscii = 20127;
+
+// What the XML library knows without the system.
+constexpr std::pair<std::string_view, UINT> kOwnNames[] = {
+    {"US-ASCII", kAscii}, {"ASCII", kAscii}, {"ISO-8859-1", 28591},
+    {"ISO8859-1", 28591}, {"LATIN1", 28591}, {"WINDOWS-1252", 1252},
+};
+
 // 0 for a name that the system does not know.
 UINT CodePageOf(const std::string& name) {
+  for (const auto& [own, page] : kOwnNames) {
+    if (name == own) return page;
+  }
   DWORD page = 0;
   DWORD size = sizeof page;
   const LSTATUS e = RegGetValueW(HKEY_CLASSES_ROOT, Wide(kNames + name).c_str(),
@@ -36,8 +48,6 @@ UINT CodePageOf(const std::string& name) {
 UINT PageOf(const void* converter) {
   return static_cast<UINT>(reinterpret_cast<std::uintptr_t>(converter));
 }
-
-constexpr UINT kAscii = 20127;
 
 // Nothing when the bytes are no character of the code page, or not a whole one.
 std::wstring CharacterOf(UINT page, std::string_view bytes) {

@@ -1,6 +1,5 @@
 #include "platform/filesystem.h"
 
-#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -11,16 +10,6 @@
 
 namespace tarnmf::test {
 namespace {
-
-TEST(Paths, TellWhyAListIsIncomplete) {
-  const TempDirectory directory;
-  const std::string loop = directory.At("loop");
-  std::filesystem::create_directory_symlink("loop", loop);
-  const btkFSList list(btkFSEntry(loop.c_str()), "*");
-  ASSERT_EQ(list.ProblemCount(), 1U);
-  EXPECT_STREQ(list.ProblemText(0), "Too many levels of symbolic links");
-  EXPECT_EQ(list.ProblemPlace(0).Path().NarrowText(), loop);
-}
 
 TEST(Paths, DifferInEveryByte) {
   const TempDirectory directory;

@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "platform/host/btkhost.h"
 #include "platform/host/embedded_dlm.h"
 #include "platform/runtime.h"
+#include "platform/stream.h"
 #include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
@@ -72,6 +74,13 @@ TEST(Paths, ListFilesOfEitherCaseAndOfAnyName) {
   ASSERT_EQ(list.Count(), 2U);
   EXPECT_STREQ(list[0].GetTail().Text(), "A.TMFX");
   EXPECT_STREQ(list[1].GetTail().Text(), "\xc3\xa4\xf0\x9f\x98\x80.tmfx");
+}
+
+TEST(FileStream, OpensDevicesOnlyWhereTheyAreAdmitted) {
+  btkFileStream stream;
+  EXPECT_EQ(stream.Open("NUL", kBtkOpenRead, nullptr), kBtkMissing);
+  btkHostAdmitSpecialFile("NUL");
+  EXPECT_EQ(stream.Open("NUL", kBtkOpenRead, nullptr), kBtkOk);
 }
 
 TEST(EmbeddedDlm, KnowsEveryWayUp) {

@@ -19,8 +19,10 @@ Outcome RunCommand(const std::string& command) {
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out, ReadFile(errors)};
 }
 
-Outcome RunTool(const std::string& arguments) {
-  return RunCommand(TARNMF_TOOL " " + arguments);
+Outcome RunTool(const std::string& arguments, const std::string& input) {
+  if (input.empty()) return RunCommand(TARNMF_TOOL " " + arguments);
+  const TempDirectory scratch;
+  return RunCommand(TARNMF_TOOL " " + arguments + " <" + scratch.Write("input", input));
 }
 
 }  // namespace tarnmf::test

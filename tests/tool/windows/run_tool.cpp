@@ -8,24 +8,24 @@
 namespace tarnmf::test {
 namespace {
 
-HANDLE CreateInherited(const std::filesystem::path& file) {
+HANDLE OpenInherited(const std::string& file, DWORD access, DWORD disposition) {
   SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-  return CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
+  return CreateFileW(SystemPath(file).c_str(), access, FILE_SHARE_READ, &inherited, disposition,
                      FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 }  // namespace
 
-Outcome RunTool(const std::string& arguments) {
+Outcome RunTool(const std::string& arguments, const std::string& input) {
   const TempDirectory scratch;
-  const std::filesystem::path out = scratch.Path() / "out";
-  const std::filesystem::path errors = scratch.Path() / "errors";
+  const std::string out = scratch.At("out");
+  const std::string errors = scratch.At("errors");
   STARTUPINFOW start = {};
   start.cb = sizeof start;
   start.dwFlags = STARTF_USESTDHANDLES;
-  start.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
-  start.hStdOutput = CreateInherited(out);
-  start.hStdError = CreateInherited(errors);
+  start.hStdInput = OpenInherited(scratch.Write("in", input), GENERIC_READ, OPEN_EXISTING);
+  start.hStdOutput = OpenInherited(out, GENERIC_WRITE, CREATE_ALWAYS);
+  start.hStdError = OpenInherited(errors, GENERIC_WRITE, CREATE_ALWAYS);
   std::wstring line = SystemPath(TARNMF_TOOL " " + arguments);
   PROCESS_INFORMATION process = {};
   DWORD status = static_cast<DWORD>(-1);
@@ -36,8 +36,8 @@ Outcome RunTool(const std::string& arguments) {
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
   }
-  CloseHandle(start.hStdOutput);
-  CloseHandle(start.hStdError);
+  for (const HANDLE stream : {start.hStdInput, start.hStdOutput, start.hStdError})
+    CloseHandle(stream);
   return {static_cast<int>(status), ReadFile(out), ReadFile(errors)};
 }
 
