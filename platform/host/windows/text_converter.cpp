@@ -34,15 +34,20 @@ constexpr std::pair<std::string_view, UINT> kOwnNames[] = {
 };
 
 // 0 for a name that the system does not know.
-UINT CodePageOf(const std::string& name) {
-  for (const auto& [own, page] : kOwnNames) {
-    if (name == own) return page;
-  }
+UINT RegisteredPage(const std::string& name) {
   DWORD page = 0;
   DWORD size = sizeof page;
   const LSTATUS e = RegGetValueW(HKEY_CLASSES_ROOT, Wide(kNames + name).c_str(),
                                  L"InternetEncoding", RRF_RT_REG_DWORD, nullptr, &page, &size);
   return e == ERROR_SUCCESS && IsValidCodePage(page) != 0 ? page : 0;
+}
+
+UINT CodePageOf(const std::string& name) {
+  for (const auto& [own, page] : kOwnNames) {
+    if (name == own) return page;
+  }
+  const std::string alias = AliasOf(name);
+  return RegisteredPage(alias.empty() ? name : alias);
 }
 
 UINT PageOf(const void* converter) {
@@ -69,9 +74,7 @@ Meaningless TextConverter::TreatmentOf(unsigned char /*byte*/, std::string_view 
 }
 
 TextConverter::TextConverter(const std::string& upperName) {
-  const std::string alias = AliasOf(upperName);
-  const UINT page = CodePageOf(alias.empty() ? upperName : alias);
-  converter_ = reinterpret_cast<void*>(static_cast<std::uintptr_t>(page));
+  converter_ = reinterpret_cast<void*>(static_cast<std::uintptr_t>(CodePageOf(upperName)));
 }
 
 TextConverter::~TextConverter() = default;
