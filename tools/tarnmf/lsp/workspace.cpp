@@ -57,10 +57,17 @@ std::string Workspace::KnownDirectory(const std::string& written) {
   if (!directory.has_filename() && directory != directory.root_path())
     directory = directory.parent_path();
   std::error_code failure;
-  const fs::path canonical = fs::weakly_canonical(directory, failure);
-  return spellings_
-      .try_emplace(NarrowPath(failure ? directory : canonical), NarrowPathLike(written, directory))
-      .first->second;
+  const fs::path whole = fs::weakly_canonical(directory, failure);
+  const std::string canonical = NarrowPath(failure ? directory : whole);
+  if (const auto known = spellings_.find(canonical); known != spellings_.end())
+    return known->second;
+  // Not every standard library takes the links out of a path.
+  const auto same = std::find_if(spellings_.begin(), spellings_.end(), [&](const auto& known) {
+    return fs::equivalent(SystemPath(known.first), directory, failure);
+  });
+  std::string spelling =
+      same != spellings_.end() ? same->second : NarrowPathLike(written, directory);
+  return spellings_.emplace(canonical, std::move(spelling)).first->second;
 }
 
 std::string Workspace::KnownPath(const std::string& written) {
