@@ -46,6 +46,7 @@ TEST_F(CheckCommand, ExitStatusSaysWhatWasFound) {
       {"nowhere good", 2, "nowhere: there is no such directory or file"},
       {"--loadpoint nowhere good", 2, "nowhere: there is no such directory"},
       {"\"wide/\xc3\xa9\xf0\x9f\x98\x80 x.tmfx\"", 1, ""},
+      {"/nowhere/x", 2, "/nowhere/x: there is no such directory or file"},
       {"good --rule clas-hidden=off", 2, "did you mean \"class-hidden\"?"},
       {"good --rule bad-id=warning", 2, "\"bad-id\" cannot be lowered"},
       {"good --rule class-hidden=loud", 2, "expected off, info, warning, error"},

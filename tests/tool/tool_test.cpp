@@ -1,11 +1,15 @@
 // Reads and scans.
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "platform/host/system_names.h"
+#include "platform/runtime.h"
 #include "tests/support/documents.h"
+#include "tests/support/environment.h"
 #include "tests/support/everything.h"
 #include "tests/support/system_names.h"
 #include "tests/support/temp_directory.h"
@@ -283,6 +287,23 @@ TEST(Scan, SkipsInstallationsWithoutAProcess) {
 }
 
 #if defined(TARNMF_SAMPLES)
+// One of the samples' programs, which prints what it is started with, stands in for the program that
+// draws graphs.
+TEST(OtherPrograms, AreFoundInThePathAndGivenTheirArguments) {
+  namespace fs = std::filesystem;
+  const TempDirectory root;
+  root.Write("platform/a.tmfx", InRoot(""));
+  root.Write("a b/x", "");
+  const std::string suffix = kSystemNames.programSuffix;
+  fs::copy_file(TARNMF_SAMPLES + InSystemNames("/platform/linux-x64/bin/workstation-host") + suffix,
+                root.Path() / "a b" / ("dot" + suffix));
+  const std::string before = btk_getenv("PATH");
+  SetVariable("PATH", (root.At("a b") + (suffix.empty() ? ":" : ";") + before).c_str());
+  const std::string out = RunTool("graph --svg --loadpoint " + root.At("platform")).out;
+  SetVariable("PATH", before.c_str());
+  EXPECT_THAT(out, testing::ContainsRegex("-Tsvg\r?\n[^\n]*graph.dot\r?\n"));
+}
+
 // The installations that come with the sources, as they are staged for the demo.
 TEST(Samples, ResolvePreloadAndOverride) {
   const std::string samples = TARNMF_SAMPLES;
