@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/case_file.h"
 #include "tests/support/system_names.h"
 #include "tests/tool/check_command.h"
 
@@ -26,42 +27,12 @@ TEST_F(CheckCommand, ExitStatusSaysWhatWasFound) {
   Write("set/pack/a.tmfx", kWarned);
   Write("unset/.tarnmf-check", "# all of it\n\nclas-hidden = off\nbad-id = off\nallow\n");
   Write("unset/pack/a.tmfx", kGood);
-  const struct {
-    std::string arguments;
-    int status;
-    std::string errors;
-  } rows[] = {
-      {"good", 0, ""},
-      {"--loadpoint good", 0, ""},
-      {"good/a.tmfx", 0, ""},
-      {"warned", 0, ""},
-      {"--strict warned", 1, ""},
-      {"--strict warned --rule runnable-module-unknown=off", 0, ""},
-      {"warned --rule runnable-module-unknown=error", 1, ""},
-      {"set/pack", 1, ""},
-      {"set/pack --rule runnable-module-unknown=info", 0, ""},
-      {"good wrong", 1, ""},
-      {"wrong --diff", 1, ""},
-      {"", 2, "is needed"},
-      {"nowhere good", 2, "nowhere: there is no such directory or file"},
-      {"--loadpoint nowhere good", 2, "nowhere: there is no such directory"},
-      {"\"wide/\xc3\xa9\xf0\x9f\x98\x80 x.tmfx\"", 1, ""},
-      {"/nowhere/x", 2, "/nowhere/x: there is no such directory or file"},
-      {"good --rule clas-hidden=off", 2, "did you mean \"class-hidden\"?"},
-      {"good --rule bad-id=warning", 2, "\"bad-id\" cannot be lowered"},
-      {"good --rule class-hidden=loud", 2, "expected off, info, warning, error"},
-      {"good --json --sarif", 2, ""},
-      {"good --fix --diff", 2, ""},
-      {"good --max -1", 2, "\"-1\" is no count"},
-      {"unset/pack", 2,
-       "unset/.tarnmf-check:3:1: there is no rule \"clas-hidden\"; did you mean \"class-hidden\"?\n"
-       "tarnmf: unset/.tarnmf-check:4:1: \"bad-id\" cannot be lowered"},
-  };
-  for (const auto& row : rows) {
-    const Outcome outcome = RunTool("check " + row.arguments);
-    EXPECT_EQ(outcome.status, row.status) << row.arguments << "\n" << outcome.errors;
-    EXPECT_THAT(outcome.errors, HasSubstr(row.errors)) << row.arguments;
-    EXPECT_EQ((row.status == 2 ? outcome.out : outcome.errors), "") << row.arguments;
+  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/check.cases")) {
+    const Outcome outcome = RunTool("check " + row.input);
+    EXPECT_EQ(outcome.status, row.result[0] - '0') << row.name << "\n" << outcome.errors;
+    EXPECT_THAT(outcome.errors,
+                HasSubstr(row.result.substr(std::min<std::size_t>(2, row.result.size()))));
+    EXPECT_EQ(outcome.status == 2 ? outcome.out : outcome.errors, "") << row.name;
   }
 }
 
@@ -160,31 +131,10 @@ TEST_F(CheckCommand, FixesWhatIsCertain) {
 }
 
 TEST(Explain, KnowsRulesCodesAndTheGrammar) {
-  const struct {
-    std::string subject;
-    int status;
-    std::string said;
-  } rows[] = {
-      {"class-hidden", 0, "class-hidden (warning)"},
-      {"bad-id", 0, "--fix corrects it"},
-      {"42", 0, "code 42, unexpected"},
-      {"261", 0, "attribute-twice: "},
-      {"0", 0, "success"},
-      {"43", 2, "there is no rule, code or element \"43\""},
-      {"Preload", 0, "It stands in <module>, <platformmodule>."},
-      {"tarnmanifest", 0, "It is the root of a document."},
-      {"modules", 0, "It has no attributes."},
-      {"clientside/multiplicity", 0, "keyword: one of the words given, in any letter case"},
-      {"preload/name", 0, "by=\"executable\" needs \"name\" beside it (else code 1)."},
-      {"preload/nmae", 2, "<preload> has no attribute \"nmae\"; did you mean \"name\"?"},
-      {"clas-hidden", 2, "did you mean \"class-hidden\"?"},
-      {"modul/x", 2, "did you mean \"module\""},
-      {"", 2, "SUBJECT"},
-  };
-  for (const auto& row : rows) {
-    const Outcome outcome = RunTool("explain " + row.subject);
-    EXPECT_EQ(outcome.status, row.status) << row.subject;
-    EXPECT_THAT(row.status == 0 ? outcome.out : outcome.errors, HasSubstr(row.said)) << row.subject;
+  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/explain.cases")) {
+    const Outcome outcome = RunTool("explain " + row.input);
+    EXPECT_EQ(outcome.status, row.result[0] - '0') << row.name;
+    EXPECT_THAT(outcome.out + outcome.errors, HasSubstr(row.result.substr(2))) << row.name;
   }
 }
 

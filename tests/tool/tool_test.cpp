@@ -8,6 +8,7 @@
 
 #include "platform/host/system_names.h"
 #include "platform/runtime.h"
+#include "tests/support/case_file.h"
 #include "tests/support/documents.h"
 #include "tests/support/environment.h"
 #include "tests/support/everything.h"
@@ -80,31 +81,11 @@ TEST(Read, NamesTheFileThatFails) {
 }
 
 TEST(Usage, IsChecked) {
-  for (const char* arguments : {"", "read", "dance", "scan --add", "find class", "find", "list all",
-                                "find class x --scope 1", "scan --option x=1",
-                                "list classes --option 00000000-0000-0000-0000-0000000000e1=many",
-                                "find class x --version 99999", "scan ."}) {
-    EXPECT_EQ(RunTool(arguments).status, 2) << arguments;
+  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/usage.cases")) {
+    const Outcome outcome = RunTool(row.input);
+    EXPECT_EQ(outcome.status, 2) << row.name;
+    EXPECT_THAT(outcome.errors, StartsWith("tarnmf: " + row.result)) << row.name;
   }
-  const struct {
-    const char* arguments;
-    const char* sentence;
-  } rows[] = {
-      {"scna", "\"scna\" is no command of \"tarnmf\"; did you mean \"scan\"?"},
-      {"find clas x", "\"clas\" is no command of \"tarnmf find\"; did you mean \"class\"?"},
-      {"list all", "\"all\" is no command of \"tarnmf list\"; there are: loadpoints, classes, "},
-      {"find class x --scoep=1",
-       "\"--scoep\" is no option of \"tarnmf find class\"; did you mean "
-       "\"--scope\"?"},
-      {"diff a b c", "\"c\" is one argument too many for \"tarnmf diff\""},
-      {"read", "\"tarnmf read\": FILE is required"},
-      {"", "\"tarnmf\" needs a command; there are: check, "},
-      {"find --x=1", "\"--x\" is no option of \"tarnmf find\""},
-      {"find", "\"tarnmf find\" needs a command; there are: class, service"},
-      {"graph x --focus y --depth -1", "\"tarnmf graph\": --depth: \"-1\" is no count"},
-  };
-  for (const auto& row : rows)
-    EXPECT_THAT(RunTool(row.arguments).errors, StartsWith(std::string("tarnmf: ") + row.sentence));
   EXPECT_EQ(RunTool("--help").status, 0);
   EXPECT_EQ(RunTool("find class --help").status, 0);
   EXPECT_THAT(RunTool("--version").out, HasSubstr("1."));
