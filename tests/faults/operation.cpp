@@ -14,6 +14,7 @@
 #include "tests/support/fault.h"
 #include "tests/support/memory_stream.h"
 #include "tests/support/record_dump.h"
+#include "tests/support/system_names.h"
 #include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
@@ -183,7 +184,7 @@ class InitializeRepository : public ManagedOperation {
  public:
   InitializeRepository() {
     btkHostSetProcessLoadpoint(BTK_W("/lp"));
-    btkHostSetExecutablePath(BTK_W("/bin/viewer"));
+    RunAs("viewer");
   }
   ~InitializeRepository() override {
     const RepositoryPtr discarded(std::exchange(g_repository, nullptr));

@@ -138,12 +138,16 @@ TEST(Faults, EveryCallAndEveryAllocationFailsOnce) {
     }
   }
 
-  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/outcomes.cases"))
-    EXPECT_EQ(rows.erase(row.result + " <= " + row.input), 1U) << row.name;
+  // Where nothing stands in front of calls through tables, a stream is always read and counted up.
+  const bool knowsTables = KnownCalls().contains("_ZN13btkRefCounted6AddRefEv");
+  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/outcomes.cases")) {
+    const bool isReading = row.input.find("btkFileStream::Read") != row.input.npos;
+    EXPECT_EQ(rows.erase(row.result + " <= " + row.input), knowsTables || !isReading) << row.name;
+  }
   for (const std::string& row : rows)
     ADD_FAILURE() << row;
   for (const std::string& function : KnownCalls()) {
-    const bool once = function == kCountUp || function == kPushCleanup;
+    const bool once = (knowsTables && function == kCountUp) || function == kPushCleanup;
     EXPECT_NE(failed.contains(function), once) << function;
   }
   std::cout << "injected faults: " << count << "\n";

@@ -14,6 +14,7 @@
 #include "tests/support/case_file.h"
 #include "tests/support/documents.h"
 #include "tests/support/recording_managers.h"
+#include "tests/support/system_names.h"
 #include "tests/support/temp_directory.h"
 #include "tests/support/wide_string.h"
 
@@ -45,9 +46,7 @@ class ScanTest : public testing::Test {
  protected:
   ScanTest() {
     btkHostSetProcessLoadpoint(BTK_W("/lp"));
-    btkWChar program[32] = BTK_W("/bin/");
-    EXPECT_EQ(btkGetExecutableNameW(program + 5, 20, nullptr, BTK_W("viewer")), kBtkOk);
-    btkHostSetExecutablePath(program);
+    RunAs("viewer");
     btkHostSetMachineTypes("x64", "x86");
     platform_.externalService = [](std::string_view) { return Id(3); };
     platform_.serviceVersion = 4;

@@ -2,6 +2,8 @@
 
 #include <regex>
 
+#include "platform/filesystem.h"
+#include "platform/host/btkhost.h"
 #include "platform/host/system_names.h"
 
 namespace tarnmf::test {
@@ -29,6 +31,11 @@ std::string InSystemNames(const std::string& text) {
     }
   }
   return result.append(rest, text.end());
+}
+
+void RunAs(const std::string& program) {
+  const std::string path = "/bin/" + program + kSystemNames.programSuffix;
+  btkHostSetExecutablePath(btkFSPath(path.c_str()).WideText());
 }
 
 }  // namespace tarnmf::test

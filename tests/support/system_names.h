@@ -10,6 +10,9 @@ namespace tarnmf::test {
 // Windows "linux-x64/liba.so" becomes "windows-x64/a.dll", and Windows' own machines become Linux's.
 std::string InSystemNames(const std::string& text);
 
+// From now on the process is that of a program that manifests call by this name.
+void RunAs(const std::string& program);
+
 }  // namespace tarnmf::test
 
 #endif  // TESTS_SUPPORT_SYSTEM_NAMES_H
