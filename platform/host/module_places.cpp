@@ -42,7 +42,7 @@ bool IsExecutableType(const char* type) {
 }
 
 std::string FileName(const ModuleQuestion& module) {
-  const std::string plain = NarrowOf(module.name);
+  std::string plain = NarrowOf(module.name);
   if ((module.flags & kBtkExplicitName) != 0) return plain;
   if (IsExecutableType(module.type)) return plain + kSystemNames.programSuffix;
   if (!btkIsSharedLibType(module.type)) return plain;
