@@ -34,12 +34,14 @@ std::string RulesFound(const std::string& text, Rule about) {
 TEST(Catalogue, ExamplesBreakTheirRuleAlone) {
   for (const RuleT& rule : Catalogue()) {
     SCOPED_TRACE(rule.name);
+    EXPECT_EQ(RuleNamed(rule.name), rule.rule);
     EXPECT_STRNE(rule.advice, "");
     EXPECT_EQ(rule.wrong == nullptr, rule.right == nullptr);
     if (rule.wrong == nullptr || rule.right == nullptr) continue;
     EXPECT_EQ(RulesFound(test::InSystemNames(rule.wrong), rule.rule), rule.name);
     EXPECT_EQ(RulesFound(test::InSystemNames(rule.right), rule.rule), "");
   }
+  EXPECT_EQ(RuleNamed("no-such-rule"), std::nullopt);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <set>
+#include <type_traits>
 
 #include "tarnmf/ldp_data.h"
 
@@ -22,6 +23,9 @@ using test::Text;
 std::string Show(const std::optional<TextValue>& value) {
   return value ? value->text : "";
 }
+std::string Show(const UniIdT& id) {
+  return Text(id);
+}
 std::string Show(const std::optional<IdValue>& value) {
   return Text(value ? value->id : kBtkNullUniId);
 }
@@ -31,123 +35,105 @@ std::string Show(const char* text) {
 std::string Show(const btkWChar* text) {
   return text != nullptr ? Text(text) : "";
 }
+template <class Number>
+requires(std::is_arithmetic_v<Number> || std::is_enum_v<Number>) std::string Show(Number value) {
+  return std::to_string(+value);
+}
 
 template <class... Values>
 std::string Line(const char* kind, const Values&... values) {
   std::string line = kind;
-  ((line += fmt::format(" [{}]", values)), ...);
+  ((line += fmt::format(" [{}]", Show(values))), ...);
   return line + "\n";
+}
+
+// ---- Records and declarations, where they are called the same ------------------------------------
+
+std::string Preload(const auto& preload) {
+  return Line("preload", preload.by, preload.name, preload.svcid, preload.optionid);
+}
+
+std::string Impl(const auto& impl, bool explicitName, bool forcePath) {
+  return Line("impl", impl.machinetype, impl.name, impl.path, explicitName, forcePath);
+}
+
+std::string Class(const auto& record, const auto& id, const auto& svcid) {
+  return Line("class", id, record.affinity, record.managedtype, record.commonname, svcid,
+              record.xsid, record.xsname, record.xsversion, record.exposed);
+}
+
+std::string Service(const auto& role) {
+  return Line("service", role.id, role.commonname, role.version, role.multiplicity,
+              role.managedtype, role.exposed);
 }
 
 // ---- Records -----------------------------------------------------------------------------------
 
-std::string Show(const MfModuleT& module) {
-  const bool isMade = (module.flags & kMfModuleGeneratedId) != 0;
-  std::string text = Line("module", isMade ? "" : Show(module.id), Show(module.type),
-                          (module.flags & kMfModulePrivate) != 0);
-  for (const MfModuleImplT* impl : module.impls) {
-    text += Line("impl", Show(impl->machinetype), Show(impl->name), Show(impl->path),
-                 (impl->flags & kMfImplExplicitName) != 0, (impl->flags & kMfImplForcePath) != 0);
-    for (const MfPreloadInfoT* preload : impl->preloads) {
-      text += Line("preload", +preload->by, Show(preload->name), Text(preload->svcid),
-                   Text(preload->optionid));
-    }
-  }
-  return text;
-}
-
-// A side with nothing but blanks in it has no module.
-std::string Show(const MfIntfClassT& record, const std::set<std::string>& made) {
-  std::string text = Line("class", Text(record.ids[0]), +record.affinity, +record.managedtype,
-                          Show(record.commonname), Text(record.ids[1]), Text(record.xsid),
-                          Show(record.xsname), record.xsversion, record.exposed);
-  for (const MfIntfSideT& side : record.sides) {
-    const std::string ref = Show(side.moduleref);
-    if (side.moduleref != nullptr)
-      text += Line("side", made.contains(ref) ? "" : ref, +side.multiplicity);
-  }
-  return text;
-}
-
-std::string Show(const MfRunnableT& runnable) {
-  std::string text = Line("runnable", Show(runnable.moduleref));
-  for (const MfServiceRoleT* role : runnable.services) {
-    text += Line("service", Text(role->id), Show(role->commonname), role->version,
-                 +role->multiplicity, +role->managedtype, role->exposed);
-  }
-  for (const MfAppRoleT* role : runnable.apps)
-    text += Line("app", Show(role->nameid));
-  for (const MfLauncherRoleT* role : runnable.launchers)
-    text += Line("launcher", Show(role->launcher));
-  return text;
-}
-
-std::string Show(const MfLdpDataT& data) {
+std::string ShowAll(const MfLdpDataT& data) {
   std::string text;
   std::set<std::string> made;
   for (const MfModuleT* module : data.modules) {
-    text += Show(*module);
-    if ((module->flags & kMfModuleGeneratedId) != 0) made.insert(module->id);
+    const bool isMade = (module->flags & kMfModuleGeneratedId) != 0;
+    if (isMade) made.insert(module->id);
+    text += Line("module", isMade ? "" : module->id, module->type,
+                 (module->flags & kMfModulePrivate) != 0);
+    for (const MfModuleImplT* impl : module->impls) {
+      text += Impl(*impl, (impl->flags & kMfImplExplicitName) != 0,
+                   (impl->flags & kMfImplForcePath) != 0);
+      for (const MfPreloadInfoT* preload : impl->preloads)
+        text += Preload(*preload);
+    }
   }
-  for (const MfIntfClassT* record : data.classes)
-    text += Show(*record, made);
-  for (const MfRunnableT* runnable : data.runnables)
-    text += Show(*runnable);
+  for (const MfIntfClassT* record : data.classes) {
+    text += Class(*record, record->ids[0], record->ids[1]);
+    for (const MfIntfSideT& side : record->sides) {
+      // A side with nothing but blanks in it has no module.
+      if (side.moduleref == nullptr) continue;
+      text += Line("side", made.contains(side.moduleref) ? "" : side.moduleref, side.multiplicity);
+    }
+  }
+  for (const MfRunnableT* runnable : data.runnables) {
+    text += Line("runnable", runnable->moduleref);
+    for (const MfServiceRoleT* role : runnable->services)
+      text += Service(*role);
+    for (const MfAppRoleT* role : runnable->apps)
+      text += Line("app", role->nameid);
+    for (const MfLauncherRoleT* role : runnable->launchers)
+      text += Line("launcher", role->launcher);
+  }
   return text;
 }
 
 // ---- Declarations ------------------------------------------------------------------------------
 
-std::string Show(const ModuleDeclaration& module) {
-  std::string text = Line("module", Show(module.id), Show(module.type), module.isPrivate);
-  for (const ImplementationDeclaration& impl : module.implementations) {
-    text += Line("impl", Show(impl.machinetype), Show(impl.name), Show(impl.path),
-                 impl.explicitName, impl.forcePath);
-    for (const PreloadDeclaration& preload : impl.preloads) {
-      text += Line("preload", preload.by, Show(preload.name), Show(preload.svcid),
-                   Show(preload.optionid));
+std::string ShowAll(const Declarations& declarations) {
+  std::string text;
+  for (const ModuleDeclaration& module : declarations.modules) {
+    text += Line("module", module.id, module.type, module.isPrivate);
+    for (const ImplementationDeclaration& impl : module.implementations) {
+      text += Impl(impl, impl.explicitName, impl.forcePath);
+      for (const PreloadDeclaration& preload : impl.preloads)
+        text += Preload(preload);
     }
   }
-  return text;
-}
-
-std::string Show(const ClassDeclaration& declaration, const Declarations& all) {
-  std::string text =
-      Line("class", Show(declaration.id), declaration.affinity, declaration.managedtype,
-           Show(declaration.commonname), Show(declaration.svcid), Show(declaration.xsid),
-           Show(declaration.xsname), declaration.xsversion, declaration.exposed);
-  for (const SideDeclaration& side : declaration.sides) {
-    if (!side.HasModule()) continue;
-    const bool isNested = side.nested >= 0;
-    text += Line(
-        "side",
-        Show(isNested ? all.modules[static_cast<std::size_t>(side.nested)].id : side.moduleref),
-        side.multiplicity);
+  for (const ClassDeclaration& declaration : declarations.classes) {
+    text += Class(declaration, declaration.id, declaration.svcid);
+    for (const SideDeclaration& side : declaration.sides) {
+      if (!side.HasModule()) continue;
+      const auto nested = static_cast<std::size_t>(side.nested);
+      text += Line("side", side.nested >= 0 ? declarations.modules[nested].id : side.moduleref,
+                   side.multiplicity);
+    }
   }
-  return text;
-}
-
-std::string Show(const RunnableDeclaration& runnable) {
-  std::string text = Line("runnable", Show(runnable.moduleref));
-  for (const ServiceDeclaration& role : runnable.services) {
-    text += Line("service", Show(role.id), Show(role.commonname), role.version, role.multiplicity,
-                 role.managedtype, role.exposed);
+  for (const RunnableDeclaration& runnable : declarations.runnables) {
+    text += Line("runnable", runnable.moduleref);
+    for (const ServiceDeclaration& role : runnable.services)
+      text += Service(role);
+    for (const ProgramDeclaration& app : runnable.apps)
+      text += Line("app", app.nameid);
+    for (const ProgramDeclaration& launcher : runnable.launchers)
+      text += Line("launcher", launcher.nameid);
   }
-  for (const ProgramDeclaration& app : runnable.apps)
-    text += Line("app", Show(app.nameid));
-  for (const ProgramDeclaration& launcher : runnable.launchers)
-    text += Line("launcher", Show(launcher.nameid));
-  return text;
-}
-
-std::string Show(const Declarations& declarations) {
-  std::string text;
-  for (const ModuleDeclaration& module : declarations.modules)
-    text += Show(module);
-  for (const ClassDeclaration& declaration : declarations.classes)
-    text += Show(declaration, declarations);
-  for (const RunnableDeclaration& runnable : declarations.runnables)
-    text += Show(runnable);
   return text;
 }
 
@@ -157,7 +143,8 @@ TEST(Declarations, AreTheRecordsOfTheLibrary) {
     const std::string document = documents.Next();
     MfLdpDataT data;
     if (test::Parse(document, data) != kBtkOk) continue;
-    ASSERT_EQ(Show(ReadManifest("test.tmfx", document)->declarations), Show(data)) << document;
+    ASSERT_EQ(ShowAll(ReadManifest("test.tmfx", document)->declarations), ShowAll(data))
+        << document;
   }
 }
 
@@ -166,12 +153,11 @@ TEST(Declarations, AreThereInDocumentsThatAreRefused) {
       "<module id=\"a\" x=\"y\"/><x><module id=\"lost\"/></x><class id=\"$1\" affinity=\"x\">"
       "<clientside moduleref=\"\"><module id=\"b\"/></clientside><clientside moduleref=\"c\"/>"
       "</class><module id=\"\"><runnable");
-  EXPECT_EQ(Show(ReadManifest("test.tmfx", document)->declarations),
-            "module [a] [] [false]\nimpl [] [] [] [false] [false]\n"
-            "module [b] [] [false]\nimpl [] [] [] [false] [false]\n"
-            "module [] [] [false]\nimpl [] [] [] [false] [false]\n" +
-                Line("class", Text(test::Id(1)), 0, 0, "", Text(kBtkNullUniId), Text(kBtkNullUniId),
-                     "", -1, false) +
+  EXPECT_EQ(ShowAll(ReadManifest("test.tmfx", document)->declarations),
+            "module [a] [] [0]\nimpl [] [] [] [0] [0]\n"
+            "module [b] [] [0]\nimpl [] [] [] [0] [0]\n"
+            "module [] [] [0]\nimpl [] [] [] [0] [0]\n" +
+                Line("class", test::Id(1), 0, 0, "", kBtkNullUniId, kBtkNullUniId, "", -1, false) +
                 "side [b] [0]\n");
 }
 

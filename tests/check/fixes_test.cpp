@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "tests/support/temp_directory.h"
+#include "tests/check/example.h"
+#include "tests/support/case_file.h"
+#include "tests/support/documents.h"
 
 namespace tarnmf::check {
 namespace {
@@ -27,40 +29,19 @@ TEST(Fixes, EditTheBytesOfAFile) {
     EXPECT_EQ(Edited(Source::OfManifest("t", row.bytes), row.edits), row.edited);
 }
 
-// What is under an unknown element comes to light with its name. The other file is fixed all the
-// same.
-TEST(Fixes, PutBackWhatWouldHaveMoreErrors) {
-  const test::TempDirectory directory;
-  directory.Write("pack/a.tmfx",
-                  "<tarnmanifest version=\"1\"><runnabels><runnable x=\"\" y=\"\"/>"
-                  "</runnabels><module id=\"m\" private=\"1\" name=\"n\"/></tarnmanifest>");
-  directory.Write("pack/b.tmfx", "<tarnmanifest version=\"1.0\"/>");
-  DiskFiles files;
-  SettingsFinder settings(files);
-  const std::string pack = directory.At("pack");
-  const FixOutcome outcome = Fix({"", {pack}}, files, settings, Levels());
-  EXPECT_EQ(outcome.putBack, std::vector{pack + "/a.tmfx"});
-  ASSERT_EQ(outcome.files.size(), 1U);
-  EXPECT_EQ(outcome.files[0].path, pack + "/b.tmfx");
-  EXPECT_EQ(outcome.files[0].after, "<tarnmanifest version=\"1\"/>");
-}
-
-// With the module's element known, the reference in the other file is judged. That file is fixed all
-// the same, and nothing is left for a second run.
-TEST(Fixes, KeepWhatIsNotToBlameForMoreErrors) {
-  const test::TempDirectory directory;
-  directory.Write("pack/a.tmfx",
-                  "<tarnmanifest version=\"1\"><modul id=\"m\" name=\"n\"/></tarnmanifest>");
-  directory.Write("pack/b.tmfx",
-                  "<tarnmanifest version=\"1.0\"><class id=\"2c9d0b1e6f3547a48a105be2f0c40001\">"
-                  "<clientside moduleref=\"gone\"/></class></tarnmanifest>");
-  DiskFiles files;
-  SettingsFinder settings(files);
-  const std::string pack = directory.At("pack");
-  const FixOutcome outcome = Fix({"", {pack}}, files, settings, Levels());
-  EXPECT_TRUE(outcome.putBack.empty());
-  ASSERT_EQ(outcome.files.size(), 2U);
-  EXPECT_EQ(outcome.files[1].after.substr(0, 26), "<tarnmanifest version=\"1\">");
+TEST(Fixes, LeaveWhatTheCasesSay) {
+  for (const test::FileCase& one : test::ReadCaseFile(TARNMF_CASES "/fixes.cases")) {
+    const test::Example example(test::WithIds(one.input + "\n"));
+    DiskFiles files;
+    SettingsFinder settings(files);
+    const FixOutcome outcome = Fix(example.Request(), files, settings, Levels());
+    std::string shown;
+    for (const std::string& path : outcome.putBack)
+      shown += "put back: " + path + "\n";
+    for (const auto& file : outcome.files)
+      shown += "== " + file.path + "\n" + file.after;
+    EXPECT_EQ(shown, test::WithIds(one.result)) << one.name;
+  }
 }
 
 }  // namespace

@@ -31,20 +31,8 @@ TEST(LayoutText, SaysWhatIsWrong) {
     const auto layout = Read(text);
     return layout->findings.empty() ? "" : layout->findings.front().message;
   };
-  EXPECT_EQ(said("bits 64\n"), "\"=\" is expected, not \"64\"");
-  EXPECT_EQ(said("layout = 64 {}\n"), "\"layout\" takes \"+=\", not \"=\"");
-  EXPECT_EQ(said("layout += 64 { \"a\" \"b\" }\n"), "\",\", \"|\" or \"}\" is expected, not \"b\"");
-  EXPECT_EQ(said("layout += 64 { \"a\"\n"), "\"}\" is expected after \"a\"");
-  EXPECT_EQ(said("base = \"x\n"), "the quote that opens here is not closed");
-  EXPECT_EQ(said("scope = x\n"),
-            "\"x\": an id of 36 characters in the form 8-4-4-4-12 is expected, these are 1");
-  EXPECT_EQ(said("other\nbits = 64\n"),
-            "key \"other\" is not known, and the line is passed over with the next one");
-  EXPECT_EQ(said("Layouts += {}\n"),
-            "key \"Layouts\" is not known, and the line is passed over; did you mean \"layout\"?");
-  EXPECT_EQ(said("Bits = 64\n"),
-            "key \"Bits\" is not known, and the line is passed over; keys are "
-            "in lower case; did you mean \"bits\"?");
+  for (const test::FileCase& one : test::ReadCaseFile(TARNMF_CASES "/layout_messages.cases"))
+    EXPECT_EQ(said(one.input), one.result) << one.name;
   EXPECT_EQ(
       said(std::string(2040, '\n') + "bits = 64\nbits = 32\n"),
       "the statement must end within a block of 2048 bytes of the file, and crosses byte 2048");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "tests/support/case_file.h"
 #include "tests/support/temp_directory.h"
 
 namespace tarnmf::check {
@@ -20,25 +21,8 @@ TEST(Settings, AreReadLineByLine) {
   EXPECT_EQ(settings.levels.Of(Rule::kFileMissing), std::nullopt);
   EXPECT_EQ(std::filesystem::path(settings.loadpoint), "platform/");
 
-  const struct {
-    std::string line;
-    std::string fault;  // after the path
-  } rows[] = {
-      {"  backslsh = off", "1:3: there is no rule \"backslsh\"; did you mean \"backslash\"?"},
-      {"Backslash = off", "1:1: there is no rule \"Backslash\"; did you mean \"backslash\"?"},
-      {"backslash = Off",
-       "1:1: \"Off\" is no level for \"backslash\"; expected off, info, warning, "
-       "error"},
-      {"backslash =",
-       "1:1: \"\" is no level for \"backslash\"; expected off, info, warning, error"},
-      {"bad-id = warning", "1:1: \"bad-id\" cannot be lowered to \"warning\": it stays an error"},
-      {"loadpoint =", "1:1: \"loadpoint\" needs the path of a directory"},
-      {"\xc3\xa9 backslash",
-       "1:1: expected a line NAME = off|info|warning|error or loadpoint = DIR"},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(ParseSettings("s", row.line).faults, std::vector{"s:" + row.fault}) << row.line;
-  }
+  for (const test::FileCase& one : test::ReadCaseFile(TARNMF_CASES "/settings.cases"))
+    EXPECT_EQ(ParseSettings("s", one.input).faults, std::vector{"s:" + one.result}) << one.name;
 }
 
 TEST(Settings, OfTheNearestFolderCount) {
