@@ -274,8 +274,7 @@ TEST(OtherPrograms, AreFoundInThePathAndGivenTheirArguments) {
   SetVariable("PATH", (root.At("a b") + (suffix.empty() ? ":" : ";") + before).c_str());
   const std::string out = RunTool("graph --svg --loadpoint " + root.At("platform")).out;
   SetVariable("PATH", before.c_str());
-  EXPECT_THAT(out, testing::AllOf(HasSubstr("
--Tsvg"), HasSubstr("graph.dot")));
+  EXPECT_THAT(out, testing::AllOf(HasSubstr("\n-Tsvg"), HasSubstr("graph.dot")));
 }
 
 // The installations that come with the sources, as they are staged for the demo.
