@@ -13,6 +13,7 @@
 #include <xercesc/sax/HandlerBase.hpp>
 
 #include "check/manifest.h"
+#include "tests/check/marked.h"
 #include "tests/support/case_file.h"
 
 namespace tarnmf::check {
@@ -90,8 +91,7 @@ std::string Outline(const Manifest& manifest) {
 TEST(Document, FaultsAreToldWhereTheyAre) {
   for (const test::FileCase& one :
        test::ReadCaseFile(std::string(TARNMF_CASES) + "/faults.cases")) {
-    std::string bare = one.input;
-    std::erase(bare, '^');
+    const std::string bare = test::Unmarked(one.input);
     const auto manifest = Read(bare);
     const auto fault =
         std::find_if(manifest->findings.begin(), manifest->findings.end(),

@@ -6,6 +6,7 @@
 
 #include "tarnmf/ldp_data.h"
 
+#include "check/fixes.h"
 #include "check/manifest.h"
 #include "tests/check/marked.h"
 #include "tests/support/documents.h"
@@ -38,9 +39,7 @@ std::vector<FileCase> Cases(const char* file) {
 TEST(ElementRules, FindWhatTheCasesSay) {
   for (const FileCase& one : Cases("elements.cases")) {
     const std::string document = DocumentOf(one.input);
-    std::string bare = document;
-    std::erase(bare, '^');
-    const auto manifest = Read(bare);
+    const auto manifest = Read(test::Unmarked(document));
     std::vector<Finding> findings = manifest->findings;
     // Those of the document itself have tests of their own.
     std::erase_if(findings, [](const Finding& finding) {
@@ -49,16 +48,6 @@ TEST(ElementRules, FindWhatTheCasesSay) {
     });
     EXPECT_EQ(test::Marked(manifest->source, findings), one.result + " <= " + document) << one.name;
   }
-}
-
-std::string Edited(const Manifest& manifest, std::vector<Edit> edits) {
-  std::stable_sort(edits.begin(), edits.end(), [](const Edit& left, const Edit& right) {
-    return left.span.begin > right.span.begin;
-  });
-  std::string text = manifest.source.Text();
-  for (const Edit& edit : edits)
-    text.replace(edit.span.begin, edit.span.Size(), edit.text);
-  return text;
 }
 
 // The document after all that may be applied without a question.
@@ -70,7 +59,7 @@ std::string Mended(const Manifest& manifest) {
         edits.insert(edits.end(), suggestion.edits.begin(), suggestion.edits.end());
     }
   }
-  return Edited(manifest, std::move(edits));
+  return Edited(manifest.source, std::move(edits));
 }
 
 TEST(ElementRules, SuggestWhatTheCasesSay) {
@@ -82,7 +71,7 @@ TEST(ElementRules, SuggestWhatTheCasesSay) {
 // Whether the edits leave a document with fewer findings of the rule and no more errors than before.
 // A name that is mended may bring to light what was not judged below it.
 bool Mends(const Manifest& before, Rule rule, const std::vector<Edit>& edits) {
-  const auto after = Read(Edited(before, edits));
+  const auto after = Read(Edited(before.source, edits));
   const auto count = [](const Manifest& manifest, auto counts) {
     return std::count_if(manifest.findings.begin(), manifest.findings.end(), counts);
   };

@@ -18,9 +18,7 @@ std::unique_ptr<LayoutFileText> Read(const std::string& text) {
 
 TEST(LayoutText, FindsWhatTheCasesSay) {
   for (const test::FileCase& one : test::ReadCaseFile(TARNMF_CASES "/layouts.cases")) {
-    std::string bare = one.input;
-    std::erase(bare, '^');
-    const auto layout = Read(bare);
+    const auto layout = Read(test::Unmarked(one.input));
     EXPECT_EQ(test::Marked(layout->source, layout->findings), one.result + " <= " + one.input)
         << one.name;
   }

@@ -28,6 +28,11 @@ inline std::string Marked(const check::Source& source,
   return (rules.empty() ? "nothing" : rules) + " <= " + text;
 }
 
+inline std::string Unmarked(std::string text) {
+  std::erase(text, '^');
+  return text;
+}
+
 }  // namespace tarnmf::test
 
 #endif  // TESTS_CHECK_MARKED_H

@@ -11,29 +11,22 @@
 namespace tarnmf::test {
 namespace {
 
-struct Conversion {
-  const char* name;
-  WideString wide;
-  std::string narrow;
-};
-
-const Conversion kConversions[] = {
-    {"empty", BTK_W(""), ""},
-    {"ascii", BTK_W("module.id"), "module.id"},
-    {"two and three bytes", BTK_W("\u00e9\u20ac"), "\xc3\xa9\xe2\x82\xac"},
-    {"surrogate pair", BTK_W("a\U0001f600"), "a\xf0\x9f\x98\x80"},
-    {"longer than the stack buffer", WideString(1000, BTK_W('\u20ac')),
-     [] {
-       std::string text;
-       for (int i = 0; i < 1000; ++i)
-         text += "\xe2\x82\xac";
-       return text;
-     }()},
-};
-
 TEST(Text, ConvertsBothWaysAndFillsBuffersToTheLastByte) {
-  for (const Conversion& row : kConversions) {
-    SCOPED_TRACE(row.name);
+  std::string euros;  // longer than a buffer on the stack
+  for (int i = 0; i < 1000; ++i)
+    euros += "\xe2\x82\xac";
+  const struct {
+    WideString wide;
+    std::string narrow;
+  } rows[] = {
+      {BTK_W(""), ""},
+      {BTK_W("module.id"), "module.id"},
+      {BTK_W("\u00e9\u20ac"), "\xc3\xa9\xe2\x82\xac"},
+      {BTK_W("a\U0001f600"), "a\xf0\x9f\x98\x80"},
+      {WideString(1000, BTK_W('\u20ac')), euros},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.narrow);
     Utf8Text narrow;
     std::size_t length = 99;
     ASSERT_EQ(btkStrUtf16ToUtf8Alloc(Out(narrow), &length, row.wide.c_str(), kBtkWholeText),

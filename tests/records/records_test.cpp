@@ -67,12 +67,6 @@ TEST(Records, ReleaseWhatTheyOwnAndNothingElse) {
   }
 }
 
-TEST(Records, StartFromTheirDefaults) {
-  const MfServiceRoleT role;
-  EXPECT_TRUE(role.model == kMfManaged && role.multiplicity == kMfSingleInstance);
-  EXPECT_TRUE(role.port == -1 && role.reserved == -1 && MfIntfClassT().xsversion == -1);
-}
-
 TEST(SvcResolve, MovesLikeItCopies) {
   MfSvcResolveT source, copied, moved;
   source.key = "name";

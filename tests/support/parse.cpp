@@ -7,14 +7,17 @@
 
 #include "support/ignore_refusal.h"
 #include "tests/support/fault.h"
-#include "tests/support/memory_stream.h"
 #include "tests/support/record_dump.h"
 
 namespace tarnmf::test {
 
 BtkErrorT Parse(const std::string& document, MfLdpDataT& data) {
-  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
   MemoryStream stream(document);
+  return Parse(stream, data);
+}
+
+BtkErrorT Parse(MemoryStream& stream, MfLdpDataT& data) {
+  const DisposePtr<liMfStmParser> parser(liMfStmParser::CreateNew(nullptr));
   const BtkErrorT code = parser->Parse(&data, &stream);
   EXPECT_EQ(stream.References(), 1);
   EXPECT_FALSE(stream.Closed());

@@ -7,9 +7,12 @@
 #include "tarnmf/ldp_data.h"
 
 #include "platform/errors.h"
+#include "tests/support/memory_stream.h"
 
 namespace tarnmf::test {
 
+// The stream is given back as it was, and what is refused leaves nothing.
+BtkErrorT Parse(MemoryStream& stream, MfLdpDataT& data);
 BtkErrorT Parse(const std::string& document, MfLdpDataT& data);
 
 bool IsEmpty(const MfLdpDataT& data);
