@@ -1,6 +1,15 @@
+#include <fstream>
+#include <iterator>
+
 #include "tests/host/preloading.h"
 
 namespace tarnmf::test {
+
+std::string ProbeLibrary() {
+  std::ifstream file(TARNMF_PROBE_LIBRARY, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 namespace {
 
 TEST_F(Preloading, SurvivesLibrariesThatAreCutOff) {

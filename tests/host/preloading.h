@@ -2,9 +2,7 @@
 #ifndef TESTS_HOST_PRELOADING_H
 #define TESTS_HOST_PRELOADING_H
 
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -12,6 +10,9 @@
 #include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
+
+// The bytes of a library that can be loaded.
+std::string ProbeLibrary();
 
 class Preloading : public testing::Test {
  protected:
@@ -30,8 +31,7 @@ class Preloading : public testing::Test {
     return preload.failure;
   }
 
-  std::ifstream file_{TARNMF_PROBE_LIBRARY, std::ios::binary};
-  const std::string whole_{std::istreambuf_iterator<char>(file_), {}};
+  const std::string whole_ = ProbeLibrary();
   const TempDirectory root_;
   btkHostDlmManager manager_;
   int number_ = 0;
