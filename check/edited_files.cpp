@@ -29,16 +29,15 @@ std::shared_ptr<const Manifest> EditedFiles::ReadManifest(const std::string& pat
   return file.manifest;
 }
 
-// With those that are not stored yet.
+// With those that are not stored yet, and with the names by which they are edited.
 ManifestList EditedFiles::ManifestsIn(const std::string& directory) {
   ManifestList list = stored_.ManifestsIn(directory);
   std::vector<std::string>& names = list.names;
-  const auto stored = static_cast<std::ptrdiff_t>(names.size());
   for (const auto& [path, file] : edited_) {
     std::string name = FileNameOf(path);
     if (!IsManifestFile(path) || !IsSamePath(PathIn(directory, name), path)) continue;
-    if (!std::binary_search(names.begin(), names.begin() + stored, name))
-      names.push_back(std::move(name));
+    std::erase_if(names, [&](const std::string& stored) { return IsSamePath(stored, name); });
+    names.push_back(std::move(name));
   }
   std::sort(names.begin(), names.end());
   std::erase_if(list.unlisted, [this](const ManifestList::Unlisted& unlisted) {

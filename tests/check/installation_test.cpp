@@ -5,6 +5,8 @@
 #include <string>
 
 #include "check/check.h"
+#include "check/edited_files.h"
+#include "check/paths.h"
 #include "tests/check/example.h"
 #include "tests/support/case_file.h"
 #include "tests/support/documents.h"
@@ -89,6 +91,17 @@ TEST(Installations, TellOfAProcessWhosePathIsTooLong) {
                                          ":1:1 path-too-long: the process has no load point: its "
                                          "path has more than 260 UTF-16 units\n");
   }
+}
+
+// By the name that the editor has for it, whatever the case of its letters where that does not count.
+TEST(Installations, ListAFileThatIsEditedOnce) {
+  const test::TempDirectory directory;
+  directory.Write("a.tmfx", "");
+  const std::string name = kHasDrives ? "A.TMFX" : "a.tmfx";
+  DiskFiles disk;
+  EditedFiles files(disk);
+  files.Edit(PathIn(directory.At(), name), "");
+  EXPECT_EQ(files.ManifestsIn(directory.At()).names, std::vector{name});
 }
 
 }  // namespace

@@ -19,34 +19,33 @@ function(names_in table pattern result)
   set(${result} ${names} PARENT_SCOPE)
 endfunction()
 
-function(exported_names result library)
+# In what nm prints of a kind of symbols, lines with `nmPattern`; of a DLL or its user, those with
+# `dllPattern` behind `dllBegin`.
+function(symbol_names result file nmKind nmPattern dllBegin dllPattern)
   if(OBJDUMP)
-    execute_process(COMMAND ${OBJDUMP} -p ${library} COMMAND ${CXXFILT}
+    execute_process(COMMAND ${OBJDUMP} -p ${file} COMMAND ${CXXFILT}
       OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
-    string(REGEX REPLACE ".*Ordinal/Name Pointer" "" table "${table}")
-    names_in("${table}" "^\t< *[0-9]+> " names)
+    string(REGEX REPLACE ".*${dllBegin}" "" table "${table}")
+    string(REGEX REPLACE "DLL Name: .*" "" table "${table}")
+    names_in("${table}" "${dllPattern}" names)
     list(TRANSFORM names REPLACE "wchar_t" "char16_t")
   else()
-    execute_process(COMMAND ${NM} -DC --defined-only ${library}
+    execute_process(COMMAND ${NM} -DC ${nmKind} ${file}
       OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
-    names_in("${table}" "^[0-9a-fA-F]+ [A-Za-z] " names)
+    names_in("${table}" "${nmPattern}" names)
   endif()
   set(${result} ${names} PARENT_SCOPE)
 endfunction()
 
+function(exported_names result library)
+  symbol_names(names ${library} --defined-only "^[0-9a-fA-F]+ [A-Za-z] "
+    "Ordinal/Name Pointer" "^\t< *[0-9]+> ")
+  set(${result} ${names} PARENT_SCOPE)
+endfunction()
+
 function(needed_names result program library)
-  if(OBJDUMP)
-    execute_process(COMMAND ${OBJDUMP} -p ${program} COMMAND ${CXXFILT}
-      OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
-    cmake_path(GET library FILENAME file)
-    string(REGEX REPLACE ".*DLL Name: ${file}" "" table "${table}")
-    string(REGEX REPLACE "DLL Name: .*" "" table "${table}")
-    names_in("${table}" "^\t[0-9a-f]+\t *[0-9]+ +" names)
-    list(TRANSFORM names REPLACE "wchar_t" "char16_t")
-  else()
-    execute_process(COMMAND ${NM} -DC --undefined-only ${program}
-      OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
-    names_in("${table}" "^ +[A-Za-z] " names)
-  endif()
+  cmake_path(GET library FILENAME file)
+  symbol_names(names ${program} --undefined-only "^ +[A-Za-z] "
+    "DLL Name: ${file}" "^\t[0-9a-f]+\t *[0-9]+ +")
   set(${result} ${names} PARENT_SCOPE)
 endfunction()

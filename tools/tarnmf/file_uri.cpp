@@ -9,9 +9,6 @@ namespace {
 
 constexpr std::string_view kScheme = "file://";
 
-// Where "\" separates as well, paths begin with drives or, behind two separators, with hosts.
-constexpr bool kHasDrives = std::filesystem::path::preferred_separator != '/';
-
 bool BeginsWithDrive(std::string_view path) {
   return path.size() > 1 && path[1] == ':' &&
          ((path[0] >= 'a' && path[0] <= 'z') || (path[0] >= 'A' && path[0] <= 'Z'));

@@ -14,8 +14,10 @@ namespace tool {
 
 namespace fs = std::filesystem;
 
-// Nobody else can have a name that is random, and nobody else may look into it.
-ScratchDirectory::ScratchDirectory() {
+namespace {
+
+// Nobody else can have a name that is random.
+fs::path NewDirectory() {
   UniIdT name = {};
   if (btkUniIdGen14(&name, kBtkUniIdRandom, 0) != kBtkOk) throw std::bad_alloc();
   const fs::path path = fs::temp_directory_path() / ("tarnmf-" + IdText(name));
@@ -23,7 +25,13 @@ ScratchDirectory::ScratchDirectory() {
     throw fs::filesystem_error("it is there already", path,
                                std::make_error_code(std::errc::file_exists));
   }
-  path_ = path;
+  return path;
+}
+
+}  // namespace
+
+// Nobody else may look into it.
+ScratchDirectory::ScratchDirectory() : ScratchDirectory(NewDirectory()) {
   fs::permissions(path_, fs::perms::owner_all);
 }
 

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tool {
@@ -19,6 +20,8 @@ class ScratchDirectory {
   const std::filesystem::path& Path() const { return path_; }
 
  private:
+  explicit ScratchDirectory(std::filesystem::path path) : path_(std::move(path)) {}
+
   std::filesystem::path path_;
 };
 

@@ -1,17 +1,30 @@
 #include "platform/filesystem.h"
 
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include "platform/host/btkhost.h"
+#include "platform/runtime.h"
 #include "platform/stream.h"
 #include "tests/support/temp_directory.h"
 
 namespace tarnmf::test {
 namespace {
 
+TEST(Paths, TellWhyALinkCannotBeListed) {
+  const TempDirectory directory;
+  const std::string loop = directory.At("loop");
+  std::filesystem::create_directory_symlink("loop", loop);
+  const btkFSList list(btkFSEntry(loop.c_str()), "*");
+  ASSERT_EQ(list.ProblemCount(), 1U);
+  EXPECT_STREQ(list.ProblemText(0), "Too many levels of symbolic links");
+}
+
 TEST(Paths, DifferInEveryByte) {
+  const btkWChar* const paths[] = {u"/a/b", u"/a/B"};
+  EXPECT_GT(Cmp_cWPaths_Safe(&paths[0], &paths[1]), 0);
   const TempDirectory directory;
   directory.Write("a.TMFX", "");
   directory.Write("\xff.tmfx", "");  // a name is bytes, whatever they stand for

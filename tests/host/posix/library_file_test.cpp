@@ -20,6 +20,9 @@ TEST_F(Preloading, RefusesWhatIsNoLibraryOfThisMachine) {
     std::string reason, expected;
   } rows[] = {
       {Load(std::string(200, '#')), "it is no library"},
+      {Load("\x7f"
+            "ELF"),
+       "it is too short for a library"},
       {withByte(EI_CLASS, ELFCLASSNONE), "it is for another kind of machine"},
       {withByte(EI_DATA, ELFDATANONE), "it is for another kind of machine"},
       {withByte(offsetof(ElfW(Ehdr), e_machine), 0xff), "it is for another kind of machine"},

@@ -71,15 +71,7 @@ std::string Workspace::KnownDirectory(const std::string& written) {
 }
 
 std::string Workspace::KnownPath(const std::string& written) {
-  const std::string directory = KnownDirectory(DirectoryOf(written));
-  std::string path = PathIn(directory, FileNameOf(written));
-  const std::vector<std::string> names = files_.NamesIn(directory);
-  if (std::find(names.begin(), names.end(), FileNameOf(written)) != names.end()) return path;
-  for (const std::string& name : names) {
-    std::string stored = PathIn(directory, name);
-    if (IsSamePath(stored, path)) return stored;
-  }
-  return path;
+  return PathIn(KnownDirectory(DirectoryOf(written)), FileNameOf(written));
 }
 
 void Workspace::Edit(const std::string& path, const std::string& text) {

@@ -28,8 +28,8 @@ struct Process {
   bool Includes(const std::string& path) const;
 };
 
-// A file is known by one path, however the editor writes it: by its name as the directory lists it and
-// the path of that directory as it was written first.
+// A file is known by one path, however the editor writes it: by its name and the path of its directory
+// as that was written first.
 class Workspace {
  public:
   // `given` are load points that are checked together whatever is open; there may be none.
