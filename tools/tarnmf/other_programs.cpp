@@ -20,7 +20,7 @@ namespace {
 fs::path NewDirectory() {
   UniIdT name = {};
   if (btkUniIdGen14(&name, kBtkUniIdRandom, 0) != kBtkOk) throw std::bad_alloc();
-  const fs::path path = fs::temp_directory_path() / ("tarnmf-" + IdText(name));
+  fs::path path = fs::temp_directory_path() / ("tarnmf-" + IdText(name));
   if (!fs::create_directory(path)) {
     throw fs::filesystem_error("it is there already", path,
                                std::make_error_code(std::errc::file_exists));
