@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the XML library's own DOM parser takes: what the library's reading is compared with.
 #ifndef BENCH_BARE_DOM_H
 #define BENCH_BARE_DOM_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Two ways to the same result, which are measured next to each other.
 #ifndef BENCH_CONTEST_H
 #define BENCH_CONTEST_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Manifest documents of any size.
 #ifndef BENCH_DOCUMENTS_H
 #define BENCH_DOCUMENTS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What can be measured once in a process, and files to measure it with.
 #ifndef BENCH_FRESH_PROCESS_H
 #define BENCH_FRESH_PROCESS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Measures the library next to what it is compared with and prints plain figures, which scripts/bench
 // makes a table of:
 //   tarnmf_bench pairs CONTEST SIZE SECONDS           seconds of ours and the other, a pair a line

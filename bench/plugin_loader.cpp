@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What another plug-in loader takes to start with as many manifests of its own.
 //   tarnmf_plugin_bench write DIRECTORY FILES
 //   tarnmf_plugin_bench start DIRECTORY FILES   seconds

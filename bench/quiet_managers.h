@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Managers that agree to everything and keep nothing, so that what is measured is the library
 // alone.
 #ifndef BENCH_QUIET_MANAGERS_H

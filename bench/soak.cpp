@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Keeps the library at work for long and watches what it holds:
 //   tarnmf_soak SECONDS [INSTALLATIONS]
 // First threads meet where the library does something once. Then one repository is given many

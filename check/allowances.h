@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Allowances: comments in which the writer of a file says that something is on purpose.
 //   <!-- tarnmf: allow file-missing, backslash (built by CI) -->   the next element beside it, with all
 //                                                                 that it holds; before the root: the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules about what queries come to.
 #include <fmt/format.h>
 #include <optional>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which classes are found by name and which are not: what comes of the load points' classes when
 // they are indexed one load point after the other, and what queries then find.
 #ifndef CHECK_ANSWERS_H

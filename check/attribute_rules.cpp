@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules on which attributes an element has, and what they have to do with each other.
 #include <algorithm>
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules about the records of one load point together.
 #ifndef CHECK_BATCH_RULES_H
 #define CHECK_BATCH_RULES_H

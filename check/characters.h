@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Characters as the scanner and its helpers sort them. What is no ASCII may be part of a name.
 #ifndef CHECK_CHARACTERS_H
 #define CHECK_CHARACTERS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Checks the load points of one process together.
 #ifndef CHECK_CHECK_H
 #define CHECK_CHECK_H

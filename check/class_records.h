@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The class records of a load point as the library leaves them: a record that completes an earlier
 // one of the same class has handed its sides over to that.
 #ifndef CHECK_CLASS_RECORDS_H

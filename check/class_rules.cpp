@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules on the sides of a class.
 #include <array>
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules on what stands between the tags of an element.
 #include <algorithm>
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a manifest declares, with the places of it. Other than the library's records these are there
 // for documents that are refused, too: as much as can be made out.
 #ifndef CHECK_DECLARATIONS_H

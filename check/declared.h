@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What all load points of a process declare together.
 #ifndef CHECK_DECLARED_H
 #define CHECK_DECLARED_H

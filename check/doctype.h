@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The outline of a document type declaration.
 #ifndef CHECK_DOCTYPE_H
 #define CHECK_DOCTYPE_H

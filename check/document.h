@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A manifest document with the place of everything in it, as far as it can be made out: texts that
 // are no well-formed XML, or only half typed, have one, too.
 #ifndef CHECK_DOCUMENT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is said about a document as a whole.
 #ifndef CHECK_DOCUMENT_RULES_H
 #define CHECK_DOCUMENT_RULES_H

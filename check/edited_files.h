@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files of which some have a text that is not stored yet.
 #ifndef CHECK_EDITED_FILES_H
 #define CHECK_EDITED_FILES_H

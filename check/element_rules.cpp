@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The walk over the elements of a manifest, and the rules on which of them may stand where.
 #include <fmt/format.h>
 #include <vector>

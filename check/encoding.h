@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the bytes of a manifest become text. The encoding is found as the XML library finds it.
 #ifndef CHECK_ENCODING_H
 #define CHECK_ENCODING_H

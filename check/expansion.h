@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What references to entities come to, without following them.
 #ifndef CHECK_EXPANSION_H
 #define CHECK_EXPANSION_H

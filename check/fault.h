@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is said about a document that is not well-formed.
 #ifndef CHECK_FAULT_H
 #define CHECK_FAULT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules about the files of modules.
 #ifndef CHECK_FILE_RULES_H
 #define CHECK_FILE_RULES_H

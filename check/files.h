@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where files are read from.
 #ifndef CHECK_FILES_H
 #define CHECK_FILES_H

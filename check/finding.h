@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is found in a file.
 #ifndef CHECK_FINDING_H
 #define CHECK_FINDING_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Applies what is certain enough to be applied without a question.
 #ifndef CHECK_FIXES_H
 #define CHECK_FIXES_H

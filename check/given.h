@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What an element is given, seen with its description.
 #ifndef CHECK_GIVEN_H
 #define CHECK_GIVEN_H

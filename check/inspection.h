@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The elements of one manifest while they are checked: what their rules share.
 #ifndef CHECK_INSPECTION_H
 #define CHECK_INSPECTION_H

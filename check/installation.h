@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The load points that are checked together: the process's own and installations.
 #ifndef CHECK_INSTALLATION_H
 #define CHECK_INSTALLATION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Expat as the judge of documents.
 #ifndef CHECK_JUDGE_H
 #define CHECK_JUDGE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text that decides whether a document is well-formed.
 #ifndef CHECK_JUDGED_TEXT_H
 #define CHECK_JUDGED_TEXT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The layout file ".installed" of an installation, read as the library reads it, but to its end:
 // after a mistake the reading goes on with the next line.
 #ifndef CHECK_LAYOUT_FILE_H

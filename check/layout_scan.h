@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads one layout file to its end.
 #ifndef CHECK_LAYOUT_SCAN_H
 #define CHECK_LAYOUT_SCAN_H

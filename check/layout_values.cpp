@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the statements of a layout file say.
 #include <algorithm>
 #include <cstring>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One manifest file, read and checked by itself.
 #ifndef CHECK_MANIFEST_H
 #define CHECK_MANIFEST_H

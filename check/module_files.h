@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The files of modules, as a process on this machine would find them.
 #ifndef CHECK_MODULE_FILES_H
 #define CHECK_MODULE_FILES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names of documents looked up in the grammar.
 #ifndef CHECK_NAMES_H
 #define CHECK_NAMES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Paths as people write them: texts whose separators stay as they are.
 #ifndef CHECK_PATHS_H
 #define CHECK_PATHS_H

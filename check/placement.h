@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What an element, its attributes and their values may be where they stand, as far as their own
 // descriptions do not say it.
 #ifndef CHECK_PLACEMENT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Conditions under which libraries are loaded ahead of use.
 #ifndef CHECK_PRELOADS_H
 #define CHECK_PRELOADS_H

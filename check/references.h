@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // References to characters and to the predefined entities, and what becomes of blanks.
 #ifndef CHECK_REFERENCES_H
 #define CHECK_REFERENCES_H

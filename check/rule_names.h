@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names of rules as people write them.
 #ifndef CHECK_RULE_NAMES_H
 #define CHECK_RULE_NAMES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The catalogue of rules: what can be found, how grave it is, and how it is explained.
 #ifndef CHECK_RULES_H
 #define CHECK_RULES_H

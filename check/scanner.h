@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Finds the parts of a document.
 #ifndef CHECK_SCANNER_H
 #define CHECK_SCANNER_H

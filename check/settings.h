@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which findings are told, and how gravely: what a command line and files ".tarnmf-check" say.
 #ifndef CHECK_SETTINGS_H
 #define CHECK_SETTINGS_H

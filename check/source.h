@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text of one file as it is checked: decoded to UTF-8, with the places of its lines.
 #ifndef CHECK_SOURCE_H
 #define CHECK_SOURCE_H

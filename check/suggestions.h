@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names that may have been meant: what a word that nothing is known under is close to.
 #ifndef CHECK_SUGGESTIONS_H
 #define CHECK_SUGGESTIONS_H

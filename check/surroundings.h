@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What stands where a document is not well-formed.
 #ifndef CHECK_SURROUNDINGS_H
 #define CHECK_SURROUNDINGS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the library itself says to the manifests of a load point.
 #ifndef CHECK_TRUTH_H
 #define CHECK_TRUTH_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules on values of attributes.
 #include <algorithm>
 #include <fmt/format.h>

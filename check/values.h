@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Values of attributes, read as the library reads them.
 #ifndef CHECK_VALUES_H
 #define CHECK_VALUES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is told of a report: its findings after allowances and settings, none twice. Suggestions for
 // files that are no well-formed UTF-8, or that have a document type, are not safe.
 #ifndef CHECK_VERDICT_H

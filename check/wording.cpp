@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "check/wording.h"
 
 #include <fmt/format.h>

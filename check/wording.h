@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The words that messages are made of.
 #ifndef CHECK_WORDING_H
 #define CHECK_WORDING_H

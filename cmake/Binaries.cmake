@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # binaries.txt in the build tree: the files of all programs and shared libraries, one a line.
 function(tarnmf_list_binaries folder result)
   set(files)

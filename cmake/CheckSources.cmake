@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Refuses to configure where a source of a target is a folder: a torn list of sources compiles
 # nothing of it, and nothing else says so.
 function(tarnmf_check_sources folder)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Options that all our own code is compiled with.
 add_library(tarnmf_options INTERFACE)
 

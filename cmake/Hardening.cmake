@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Release builds make it hard to turn a fault into an attack: the linker's tables are read-only once
 # everything is bound, functions with arrays look after their stack, and the C library checks the
 # sizes of what it copies into.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Every header compiles alone: target all_verify_interface_header_sets makes a source of each and
 # compiles it. The exported headers are those of the two libraries; all others are found by their
 # folder, so that none can be forgotten.

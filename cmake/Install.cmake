@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What is installed, and the two ways in which other builds find it.
 include(CMakePackageConfigHelpers)
 

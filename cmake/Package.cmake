@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # An archive of what is installed, which scripts/package makes.
 set(CPACK_PACKAGE_NAME tarnmf)
 set(CPACK_PACKAGE_VENDOR "the tarnmf authors")

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Target docs: the reference of the exported headers, as HTML below docs/html of the build tree. A
 # public operation, record or field without a description fails, as does every other warning.
 find_package(Doxygen QUIET)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Every object of the library that holds code carries the counters that guide the fuzzers.
 #   cmake -D NM=… -D LIST=FILE -P coverage.cmake
 file(READ ${LIST} objects)

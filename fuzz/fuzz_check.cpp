@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Checks an installation as a whole: an input is its layout file up to the first "<", and then its
 // manifest. Whatever it is, check and the library agree on whether it is refused.
 #include <algorithm>

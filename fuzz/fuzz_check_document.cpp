@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads one input as a manifest of the linter. Whatever it is, everything found lies within the text
 // and within what it is part of; and what is well-formed has the parts that expat finds in it.
 #include <expat.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads one input as the layout file of an installation.
 #include "fuzz/harness.h"
 #include "repository/layout_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Talks to the language server: an input is a stream of bytes as it may come from an editor, and each
 // of its lines a message in a frame of its own. Whatever is said, every request has one answer.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Edits a document through the language server and beside it in the simplest way there is. An input is
 // the way in which characters are counted, the text up to a NUL, and then edits of four numbers, a
 // length and a text each.

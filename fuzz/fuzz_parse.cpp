@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Parses one input as a manifest document.
 #include "tarnmf/dispose.h"
 #include "tarnmf/stream_parser.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Scans an installation: an input is its layout file up to the first "<", and then its manifest, if any.
 #include <algorithm>
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Parses one input as a manifest document twice: into the tree that the readers walk, and into the
 // XML library's DOM. Both have to come to the same.
 #include "fuzz/harness.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the fuzz targets share.
 #ifndef FUZZ_HARNESS_H
 #define FUZZ_HARNESS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Stands in for the fuzzer: hands every file below the folders given to the target, once.
 #include <cstdint>
 #include <cstdio>

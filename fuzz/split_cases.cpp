@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes the inputs of case files as files of their own into a folder, which is emptied before:
 //   split_cases documents|texts FOLDER CASE-FILE...
 // For "documents" an input is completed to the document that it stands for.

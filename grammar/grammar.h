@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a description of manifest documents is made of. The descriptions themselves are constants in
 // manifest.h and the headers that it includes: what reads documents, checks them, explains them or
 // completes them in an editor takes names, kinds of values, words and texts from there.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The elements that declare interface classes.
 #ifndef GRAMMAR_INTF_CLASS_H
 #define GRAMMAR_INTF_CLASS_H

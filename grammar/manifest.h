@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The root elements of manifest documents, and so the whole grammar.
 #ifndef GRAMMAR_MANIFEST_H
 #define GRAMMAR_MANIFEST_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The elements that declare modules.
 #ifndef GRAMMAR_MODULE_H
 #define GRAMMAR_MODULE_H

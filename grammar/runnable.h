@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The elements that declare runnables.
 #ifndef GRAMMAR_RUNNABLE_H
 #define GRAMMAR_RUNNABLE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The words that attribute values may be, with the numbers that records hold for them.
 #ifndef GRAMMAR_WORDS_H
 #define GRAMMAR_WORDS_H

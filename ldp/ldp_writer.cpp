@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "tarnmf/ldp_writer.h"
 
 liLdpMfWriter* liLdpMfWriter::CreateNew(const char* /*kind*/) {

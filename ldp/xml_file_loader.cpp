@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ldp/xml_file_loader.h"
 
 #include <memory>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The loader of manifest files.
 #ifndef LDP_XML_FILE_LOADER_H
 #define LDP_XML_FILE_LOADER_H

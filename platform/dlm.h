@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The dynamic-library manager: load points, library layouts, modules, interface references and
 /// runnables. All texts and arrays handed to it are borrowed for the call; it copies what it keeps.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Environment commands: what a started program's environment is changed by.
 #ifndef PLATFORM_ENV_COMMAND_H

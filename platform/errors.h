@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The platform's error enumeration. 0 is success; every other number is permanent.
 #ifndef PLATFORM_ERRORS_H

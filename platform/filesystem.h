@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Paths, directory entries and file lists of the base library.
 ///

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Memory and owned strings. There are three kinds of blocks: arrays, strings, and tables that live
 /// as long as the process. Each is released with the function of its kind, never with another one

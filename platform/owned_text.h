@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A string that an object owns. It is nothing but a pointer and inline code, so that a library and
 /// its users may be compiled with different standard libraries, or different modes of one.

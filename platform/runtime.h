@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Runtime core: character and comparison helpers, atomic counters, clean-up registration and the
 /// queries about the running process. Everything here may be called on any thread.

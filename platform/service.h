@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The service manager and the service session of the process. Arguments are borrowed for the call.
 ///

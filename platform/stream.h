@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Input streams of the base library.
 #ifndef PLATFORM_STREAM_H

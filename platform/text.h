@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Conversion between the platform's text encodings. Narrow text is UTF-8, wide text UTF-16.
 ///

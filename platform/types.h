@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Basic types of the platform and the macro that marks what its libraries export.
 #ifndef PLATFORM_TYPES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The platform's 16-byte unique ids. The platform also has a class btkUniId, a C++ wrapper of them
 /// with constructors and operators; this library uses the record and the functions only, so the

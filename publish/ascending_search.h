@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Searches a sorted list for many keys.
 #ifndef PUBLISH_ASCENDING_SEARCH_H
 #define PUBLISH_ASCENDING_SEARCH_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Checks the modules and classes of a batch against each other and against what was accepted before.
 #ifndef PUBLISH_BATCH_CHECKS_H
 #define PUBLISH_BATCH_CHECKS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Records that are asked for before they are needed.
 #ifndef PUBLISH_FETCH_AHEAD_H
 #define PUBLISH_FETCH_AHEAD_H

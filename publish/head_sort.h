@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sorts by numbers that stand in for keys.
 #ifndef PUBLISH_HEAD_SORT_H
 #define PUBLISH_HEAD_SORT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Takes an accepted batch over into the index of everything accepted.
 #ifndef PUBLISH_INDEX_MERGE_H
 #define PUBLISH_INDEX_MERGE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Numbers that stand in for the keys of a batch's records.
 #ifndef PUBLISH_KEY_HEADS_H
 #define PUBLISH_KEY_HEADS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The records of a batch in the order of their keys, which leaves the batch as it is.
 #ifndef PUBLISH_KEY_ORDER_H
 #define PUBLISH_KEY_ORDER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The roles in which the classes of a batch use modules.
 #ifndef PUBLISH_MODULE_ROLES_H
 #define PUBLISH_MODULE_ROLES_H

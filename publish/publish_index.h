@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a publisher knows of the records that it has accepted, for the checks of the next ones.
 #ifndef PUBLISH_PUBLISH_INDEX_H
 #define PUBLISH_PUBLISH_INDEX_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The publisher.
 #ifndef PUBLISH_PUBLISHER_IMPL_H
 #define PUBLISH_PUBLISHER_IMPL_H

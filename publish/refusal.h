@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Why a batch of records is refused.
 #ifndef PUBLISH_REFUSAL_H
 #define PUBLISH_REFUSAL_H

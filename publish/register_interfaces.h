@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Tells the dynamic-library manager which library implements which interface.
 #ifndef PUBLISH_REGISTER_INTERFACES_H
 #define PUBLISH_REGISTER_INTERFACES_H

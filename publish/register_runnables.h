@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Registers what can be started.
 #ifndef PUBLISH_REGISTER_RUNNABLES_H
 #define PUBLISH_REGISTER_RUNNABLES_H

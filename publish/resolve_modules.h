@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Finds the files of modules.
 #ifndef PUBLISH_RESOLVE_MODULES_H
 #define PUBLISH_RESOLVE_MODULES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which roles the sides of classes give to modules, and which of them exclude each other.
 #ifndef PUBLISH_ROLE_RULES_H
 #define PUBLISH_ROLE_RULES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "publish/side_paths.h"
 
 #include "publish/fetch_ahead.h"

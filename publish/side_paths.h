@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The libraries behind the sides of classes.
 #ifndef PUBLISH_SIDE_PATHS_H
 #define PUBLISH_SIDE_PATHS_H

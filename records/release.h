@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How destructors release what a record owns.
 #ifndef RECORDS_RELEASE_H
 #define RECORDS_RELEASE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "tarnmf/runnable.h"
 
 #include "records/release.h"

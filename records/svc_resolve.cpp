@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "tarnmf/svc_resolve.h"
 
 MfSvcResolveT& MfSvcResolveT::operator=(const MfSvcResolveT& other) = default;

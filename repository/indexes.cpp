@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the repository's indexes are searched and filled, and the questions that they answer.
 #include "repository/indexes.h"
 

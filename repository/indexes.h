@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The repository's indexes: what files entries in them.
 //
 // Every index is a sorted array. A filing operation makes room in every array that will hold the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pass that files a load point's classes and exposed services.
 #include <algorithm>
 

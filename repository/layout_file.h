@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The layout file ".installed" of an installation directory: where the installation's base
 // directory is, its scope, the address bits that it was built for and its library layouts.
 //

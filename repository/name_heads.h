@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The heads of the names of a sorted array: of each name a few characters as a number of eight bytes,
 // so that a bisection need not touch the names themselves.
 #ifndef REPOSITORY_NAME_HEADS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A sorted array of things that have a unique name, searched by bisection.
 //
 // The order is that of a comparator in another library, and the names lie all over memory, so that

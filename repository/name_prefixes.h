@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The prefixes that many names of a sorted array share.
 #ifndef REPOSITORY_NAME_PREFIXES_H
 #define REPOSITORY_NAME_PREFIXES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The option switches: one table of the process.
 #include "tarnmf/options.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The pass that loads libraries ahead of use.
 #include <algorithm>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The lists of quoted strings in an installation's layout file.
 #ifndef REPOSITORY_QUOTED_LIST_H
 #define REPOSITORY_QUOTED_LIST_H

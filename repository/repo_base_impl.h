@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The repository object: the load points and the six sorted indexes over them.
 #ifndef REPOSITORY_REPO_BASE_IMPL_H
 #define REPOSITORY_REPO_BASE_IMPL_H

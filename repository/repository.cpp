@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The life of the repository: its entry points and its one instance.
 #include <new>
 

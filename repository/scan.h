@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The scan, the one operation that adds a load point to the repository, and its two passes over the
 // records of a published load point.
 #ifndef REPOSITORY_SCAN_H

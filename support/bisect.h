@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The search that every sorted array uses.
 #ifndef SUPPORT_BISECT_H
 #define SUPPORT_BISECT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The growable array: a count, a capacity and one block of elements, all 32-bit signed.
 #ifndef SUPPORT_GROWABLE_ARRAY_H
 #define SUPPORT_GROWABLE_ARRAY_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Drops a code on purpose.
 #ifndef SUPPORT_IGNORE_REFUSAL_H
 #define SUPPORT_IGNORE_REFUSAL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A search among numbers that lie next to each other.
 #ifndef SUPPORT_NUMBER_SEARCH_H
 #define SUPPORT_NUMBER_SEARCH_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Owners of what comes from the platform or is handed out through an interface: each releases what
 // it holds on every way out of a scope, an exception included.
 #ifndef SUPPORT_OWNED_H

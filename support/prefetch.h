@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Memory that is asked for before it is needed.
 #ifndef SUPPORT_PREFETCH_H
 #define SUPPORT_PREFETCH_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Memory for a document's tree.
 #ifndef XML_ARENA_H
 #define XML_ARENA_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the text of an "arg" element becomes arguments.
 #ifndef XML_ARGUMENT_TEXT_H
 #define XML_ARGUMENT_TEXT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "class" and "classes".
 #include <memory>
 #include <new>

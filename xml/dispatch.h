@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Tag tables and the walks that choose handlers from them.
 #ifndef XML_DISPATCH_H
 #define XML_DISPATCH_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The XML library's parser with a tree of our own.
 #ifndef XML_DOCUMENT_PARSER_H
 #define XML_DOCUMENT_PARSER_H

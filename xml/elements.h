@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The elements of manifest documents, where they are met by the readers of the elements around them.
 #ifndef XML_ELEMENTS_H
 #define XML_ELEMENTS_H

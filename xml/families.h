@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The families of attribute values: each reads a text into a field of the record at hand.
 #ifndef XML_FAMILIES_H
 #define XML_FAMILIES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "module", "modules" and what stands below them.
 #include <algorithm>
 #include <iterator>

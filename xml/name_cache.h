@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names of elements and attributes, folded to lower case once a document.
 #ifndef XML_NAME_CACHE_H
 #define XML_NAME_CACHE_H

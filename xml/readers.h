@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The reader contexts: what the enclosing elements have set up for the handlers of an element.
 #ifndef XML_READERS_H
 #define XML_READERS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a role holds: its arguments and the commands for its environment.
 #include <new>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Makes tag tables from the grammar. A table names its reader and its element once; a row names an
 // attribute, the field that it fills and the bit of the reader that stands for it. How the value is
 // read follows from the kind of value that the grammar says and from the type of the field:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A document as the readers walk it: a small tree of nodes, which lives as long as the parser that
 // has made it.
 #ifndef XML_TREE_H

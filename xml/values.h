@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads the text of an attribute, one function per kind of value. Texts are taken as they are
 // written: nothing is trimmed. A null text is kBtkMalformed.
 #ifndef XML_VALUES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "xml/xml_input_source.h"
 
 #include <xercesc/util/PlatformUtils.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Lets the XML library read a platform stream.
 #ifndef XML_XML_INPUT_SOURCE_H
 #define XML_XML_INPUT_SOURCE_H

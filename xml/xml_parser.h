@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The parser of manifest documents.
 #ifndef XML_XML_PARSER_H
 #define XML_XML_PARSER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The process-wide use count of the XML library.
 #ifndef XML_XML_PLATFORM_H
 #define XML_XML_PLATFORM_H

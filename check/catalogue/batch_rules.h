@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules of the catalogue: the records of a load point together.
 #ifndef CHECK_CATALOGUE_BATCH_RULES_H
 #define CHECK_CATALOGUE_BATCH_RULES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules of the catalogue: check itself.
 #ifndef CHECK_CATALOGUE_CHECK_RULES_H
 #define CHECK_CATALOGUE_CHECK_RULES_H

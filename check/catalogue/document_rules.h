@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules of the catalogue: documents.
 #ifndef CHECK_CATALOGUE_DOCUMENT_RULES_H
 #define CHECK_CATALOGUE_DOCUMENT_RULES_H

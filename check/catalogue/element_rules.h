@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules of the catalogue: elements and attributes.
 #ifndef CHECK_CATALOGUE_ELEMENT_RULES_H
 #define CHECK_CATALOGUE_ELEMENT_RULES_H

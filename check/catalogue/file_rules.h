@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules of the catalogue: files.
 #ifndef CHECK_CATALOGUE_FILE_RULES_H
 #define CHECK_CATALOGUE_FILE_RULES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules of the catalogue: layout files and installations.
 #ifndef CHECK_CATALOGUE_LAYOUT_RULES_H
 #define CHECK_CATALOGUE_LAYOUT_RULES_H

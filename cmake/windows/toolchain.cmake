@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Builds for 64-bit Windows with the cross compiler, with the libraries that scripts/windows has built
 # and with nothing of the machine it runs on; programs that were built run under wine.
 set(CMAKE_SYSTEM_NAME Windows)

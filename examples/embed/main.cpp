@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Embeds the manifest service: embed LOADPOINT INSTALLATION CLASS prints which implementation of a
 // class serves a caller without a scope, and which one serves a caller of the installation's scope.
 // The manifests of the process itself are those in LOADPOINT.

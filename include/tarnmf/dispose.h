@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The owner of the library's objects that are released with Dispose.
 #ifndef TARNMF_DISPOSE_H

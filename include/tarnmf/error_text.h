@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the codes mean, in words for people.
 #ifndef TARNMF_ERROR_TEXT_H

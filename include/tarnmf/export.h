@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Marks what the tarnmf library exports.
 #ifndef TARNMF_EXPORT_H

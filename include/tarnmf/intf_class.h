@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Interface classes. records.h has the rules for all records.
 #ifndef TARNMF_INTF_CLASS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The container of one load point's records. records.h has the rules for all records.
 #ifndef TARNMF_LDP_DATA_H

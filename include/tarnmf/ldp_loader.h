@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Reads the manifest files of one load point.
 #ifndef TARNMF_LDP_LOADER_H

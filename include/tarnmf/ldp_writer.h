@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Two interfaces that are declared for their place in the platform and have no implementation
 /// here.

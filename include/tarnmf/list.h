@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The array types that records are made of.
 #ifndef TARNMF_LIST_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Modules, their implementations and preload conditions. records.h has the rules for all records.
 #ifndef TARNMF_MODULE_H

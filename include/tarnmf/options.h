@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Option switches: a process-wide table from option ids to 32-bit values. It needs no repository
 /// and starts empty.

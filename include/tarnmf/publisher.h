@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Checks batches of records against each other and registers them with the platform.
 #ifndef TARNMF_PUBLISHER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The records: plain structures that hold what the manifests of one load point declare.
 ///

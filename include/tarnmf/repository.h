@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The process-wide repository of everything that the manifests of the process's load points
 /// declare.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Runnables and their roles. records.h has the rules for all records.
 #ifndef TARNMF_RUNNABLE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Reads one manifest document from a stream.
 #ifndef TARNMF_STREAM_PARSER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The entries that the repository answers class and service queries with.
 #ifndef TARNMF_SVC_RESOLVE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Everything that the library offers.
 #ifndef TARNMF_TARNMF_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The numbers that record fields hold: enumerations and flag bits.
 #ifndef TARNMF_VALUES_H

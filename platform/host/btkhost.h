@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Hooks of the host layer: what a host program (a tool, a test, an embedding application) may
 /// install, set and look at. Set them before the library is used; none of them takes a lock, except

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The dynamic-library manager that the host layer ships: it keeps every registration in memory,
 /// resolves modules to files that exist and loads libraries with the dynamic loader.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The service manager that the host layer ships: it keeps definitions, infos and instances in
 /// memory and answers from them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What kind of file there is, asked while it is opened or before.
 #ifndef PLATFORM_HOST_FILE_STATUS_H
 #define PLATFORM_HOST_FILE_STATUS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the bits of unique ids come from.
 #ifndef PLATFORM_HOST_ID_SOURCES_H
 #define PLATFORM_HOST_ID_SOURCES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where the embedded managers keep texts and lists for as long as they live.
 #ifndef PLATFORM_HOST_KEPT_H
 #define PLATFORM_HOST_KEPT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How shared libraries get into the process.
 #ifndef PLATFORM_HOST_LIBRARY_FILE_H
 #define PLATFORM_HOST_LIBRARY_FILE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How the embedded managers hand out what they keep. Nothing here depends on the standard library,
 /// of which a program may use another one, or another mode, than the host layer.

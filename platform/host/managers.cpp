@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/host/btkhost.h"
 #include "platform/host/embedded_dlm.h"
 #include "platform/host/embedded_services.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Where load points lie, and the files of modules in them.
 #ifndef PLATFORM_HOST_MODULE_PLACES_H
 #define PLATFORM_HOST_MODULE_PLACES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the system's paths look like.
 #ifndef PLATFORM_HOST_PATH_RULES_H
 #define PLATFORM_HOST_PATH_RULES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the system knows about this process.
 #ifndef PLATFORM_HOST_PROCESS_FACTS_H
 #define PLATFORM_HOST_PROCESS_FACTS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names that the system has for machines, and what it puts around the names of files with code.
 #ifndef PLATFORM_HOST_SYSTEM_NAMES_H
 #define PLATFORM_HOST_SYSTEM_NAMES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Paths of this layer, which are UTF-8, and those of the standard library, which has the system's own
 // encoding.
 #ifndef PLATFORM_HOST_SYSTEM_PATH_H

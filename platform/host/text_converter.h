@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Text in any encoding that the system knows, into UTF-8.
 #ifndef PLATFORM_HOST_TEXT_CONVERTER_H
 #define PLATFORM_HOST_TEXT_CONVERTER_H

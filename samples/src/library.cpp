@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A library of the sample installations: small, but real enough to be resolved and loaded.
 #include "platform/types.h"
 

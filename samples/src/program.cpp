@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A program of the sample installations: prints what it is started with.
 #include <cstdio>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A library of the sample installations that says so when it is loaded.
 #include <cstdio>
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Reads the table of layers, then lines FILE:LINE:#include …, and names every include that the table
 # does not admit.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Installs what the scripts need; to be sourced.
 
 build_packages=(

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # awk -f tables.awk TABLES DOCUMENT: the document with what stands between its markers
 #   <!-- table: ELEMENT -->
 #   <!-- end of table -->

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Who is found by name, with the repository as the measure.
 #include "check/answers.h"
 

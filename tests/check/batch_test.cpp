@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The records of a load point together, with the publisher's checks as the measure.
 #include <fmt/format.h>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The examples of the catalogue are what they claim to be.
 #include <gtest/gtest.h>
 #include <string>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What manifests declare, with the records of the library as its measure.
 #include <fmt/format.h>
 #include <gtest/gtest.h>

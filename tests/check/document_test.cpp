@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How documents are read, in whatever encoding and however broken they are.
 #include <algorithm>
 #include <fmt/format.h>

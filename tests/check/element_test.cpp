@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The rules that need nothing but the document, with the library as their measure.
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The files of an example of the catalogue, or of a case in the same form.
 #ifndef TESTS_CHECK_EXAMPLE_H
 #define TESTS_CHECK_EXAMPLE_H

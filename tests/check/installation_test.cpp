@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Load points as a whole: the files that are read, and what is found in them together.
 #include <filesystem>
 #include <fmt/format.h>

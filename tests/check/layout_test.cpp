@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Layout files, with the library's reader as the measure.
 #include <gtest/gtest.h>
 #include <random>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is found in a text, in the notation of case files.
 #ifndef TESTS_CHECK_MARKED_H
 #define TESTS_CHECK_MARKED_H

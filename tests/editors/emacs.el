@@ -1,4 +1,5 @@
 ;;; Drives emacs in the folder of an installation.  -*- lexical-binding: t -*-
+;; SPDX-License-Identifier: Apache-2.0
 
 (require 'cl-lib)
 

@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: Apache-2.0
 -- Drives neovim in the folder of an installation. What there is to see on the way to a corrected
 -- manifest is written into ../session.
 

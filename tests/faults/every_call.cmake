@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Every function of the platform that the library calls can fail in the test program.
 #   cmake -D NM=… -D OBJECTS=FILE -D PLATFORM=LIBRARY -D PROGRAM=FILE -P every_call.cmake
 cmake_minimum_required(VERSION 3.25)

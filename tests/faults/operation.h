@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The operations of the library whose faults are swept, each with a stage of its own.
 #ifndef TESTS_FAULTS_OPERATION_H
 #define TESTS_FAULTS_OPERATION_H

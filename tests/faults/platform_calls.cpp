@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The platform's functions as this program's library sees them: each may fail in front of its work.
 // A function is known by the name that the linker knows it by, since some are constructors.
 #include "platform/dlm.h"

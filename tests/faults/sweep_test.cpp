@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Everything that the library asks of the platform fails once: every call and every allocation of
 // every operation, one after the other, in each way in which it can. What came of it is compared with
 // cases/outcomes.cases, which has a line for what each function does to each operation.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Preloading a library that is a file of the test's own making.
 #ifndef TESTS_HOST_PRELOADING_H
 #define TESTS_HOST_PRELOADING_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whether what is offered to do about findings does away with them. The findings are those of the
 // wrong examples of the catalogue.
 import assert from 'node:assert/strict';

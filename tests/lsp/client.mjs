@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A client of the server, made of the protocol's own package.
 import assert from 'node:assert/strict';
 import {after} from 'node:test';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whether what is offered to write next can be written.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';

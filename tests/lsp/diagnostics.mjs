@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the editor shows of the findings, and what makes them anew.
 import assert from 'node:assert/strict';
 import {symlinkSync, unlinkSync} from 'node:fs';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How conversations begin and end, what the server makes of broken input, and cancelled requests.
 import assert from 'node:assert/strict';
 import {spawn} from 'node:child_process';

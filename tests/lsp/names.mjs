@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the server knows about names: where they are declared and used, what they may become, and
 // what is said about them.
 import assert from 'node:assert/strict';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The server's process. TARNMF_TOOL is the tool, TARNMF_PACKAGES the folder with node_modules.
 import assert from 'node:assert/strict';
 import {spawn} from 'node:child_process';

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whether the server's texts are those of the editor.
 import assert from 'node:assert/strict';
 import {test} from 'node:test';

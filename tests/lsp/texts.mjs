@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Manifests, folders to serve them from, and what the protocol's package makes of positions.
 import assert from 'node:assert/strict';
 import {mkdirSync, mkdtempSync, realpathSync, rmSync, writeFileSync} from 'node:fs';

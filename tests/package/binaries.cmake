@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Reads what programs and libraries tell the dynamic loader, and whether they are hardened.
 # cmake -D READELF=... -D HARDENED=ON|OFF -D LIST=FILE -P binaries.cmake
 # LIST names the files, or a folder below which they are.

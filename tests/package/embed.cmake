@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Builds a program that embeds an installed copy, runs it on the sample installations and checks what
 # it prints and preloads. WAY is "package" (the example with its own CMakeLists.txt), "pkg-config" (the
 # same with the compiler alone) or "readme" (the program in README.md, likewise).

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # What the host layer exports is what its headers declare: a program that uses all of them needs every
 # exported name but those that classes bring along.
 # cmake -D NM=... [-D OBJDUMP=... -D CXXFILT=...] -D LIBRARY=... -D PROGRAM=... -P host_symbols.cmake

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Every DLL that the programs and DLLs of a folder need lies beside them or belongs to Windows.
 # cmake -D OBJDUMP=... -D FOLDER=... -P needed_libraries.cmake
 cmake_policy(VERSION 3.25)

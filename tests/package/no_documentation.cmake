@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The grammar's texts for people must not be carried into what does not show them.
 # cmake -D GRAMMAR=<folder> -D LIBRARY=... -P no_documentation.cmake
 file(GLOB headers ${GRAMMAR}/*.h)

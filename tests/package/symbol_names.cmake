@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # exported_names(RESULT LIBRARY) and needed_names(RESULT PROGRAM LIBRARY): the names that a library
 # exports, and those that a program needs of it, each once and as they are declared. They come from
 # NM, or for DLLs from OBJDUMP and CXXFILT.

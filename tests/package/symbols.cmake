@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Compares what a library exports with the interface it is meant to have.
 # cmake -D NM=... [-D OBJDUMP=... -D CXXFILT=...] -D LIBRARY=... -P symbols.cmake
 set(expected

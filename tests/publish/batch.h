@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Batches of records for tests of the publisher, read from manifest text.
 #ifndef TESTS_PUBLISH_BATCH_H
 #define TESTS_PUBLISH_BATCH_H

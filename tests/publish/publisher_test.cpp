@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a publisher keeps for the next time.
 #include <cstring>
 #include <deque>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is registered with the managers, call by call.
 #include <cstdlib>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which batches are accepted, why others are refused, and what the accepted ones are filed as.
 #include <algorithm>
 #include <random>

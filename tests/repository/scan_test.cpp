@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How the repository is made, what a scan asks of the platform, and what it leaves filed.
 #include "repository/scan.h"
 

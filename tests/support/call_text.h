@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The line that stands for a call: the operation and its arguments. Texts are quoted, non-ASCII units
 // written as \uXXXX; a null pointer is null.
 #ifndef TESTS_SUPPORT_CALL_TEXT_H

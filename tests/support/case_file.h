@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Tables of inputs with what is to come of them, kept as text files. The fuzz targets start from the
 // same inputs.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Manifest documents of tests: written short, and those of the case files.
 #ifndef TESTS_SUPPORT_DOCUMENTS_H
 #define TESTS_SUPPORT_DOCUMENTS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The environment of the test's process.
 #ifndef TESTS_SUPPORT_ENVIRONMENT_H
 #define TESTS_SUPPORT_ENVIRONMENT_H

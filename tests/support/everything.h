@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A document that uses every element and attribute of the grammar.
 #ifndef TESTS_SUPPORT_EVERYTHING_H
 #define TESTS_SUPPORT_EVERYTHING_H

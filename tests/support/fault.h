@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Makes single calls and allocations fail and counts what is allocated.
 #ifndef TESTS_SUPPORT_FAULT_H
 #define TESTS_SUPPORT_FAULT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Ids of tests.
 #ifndef TESTS_SUPPORT_IDS_H
 #define TESTS_SUPPORT_IDS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Blocks that other libraries lose are not reported while an IgnoredLeaks lives.
 #ifndef TESTS_SUPPORT_IGNORED_LEAKS_H
 #define TESTS_SUPPORT_IGNORED_LEAKS_H

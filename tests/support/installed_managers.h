@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Puts managers in the place of the embedded ones.
 #ifndef TESTS_SUPPORT_INSTALLED_MANAGERS_H
 #define TESTS_SUPPORT_INSTALLED_MANAGERS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An input stream over a text.
 #ifndef TESTS_SUPPORT_MEMORY_STREAM_H
 #define TESTS_SUPPORT_MEMORY_STREAM_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Parses documents of tests and shows what came of them.
 #ifndef TESTS_SUPPORT_PARSE_H
 #define TESTS_SUPPORT_PARSE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Documents made from the grammar at random, right and wrong ones.
 #ifndef TESTS_SUPPORT_RANDOM_DOCUMENTS_H
 #define TESTS_SUPPORT_RANDOM_DOCUMENTS_H

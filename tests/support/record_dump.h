@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Records as text, for comparisons of whole records in tests.
 #ifndef TESTS_SUPPORT_RECORD_DUMP_H
 #define TESTS_SUPPORT_RECORD_DUMP_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Managers that write down every call and answer as a test tells them.
 #ifndef TESTS_SUPPORT_RECORDING_MANAGERS_H
 #define TESTS_SUPPORT_RECORDING_MANAGERS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts of tests name files and machines as Linux does.
 #ifndef TESTS_SUPPORT_SYSTEM_NAMES_H
 #define TESTS_SUPPORT_SYSTEM_NAMES_H

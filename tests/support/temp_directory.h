@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A directory that is removed with its object. Names of machines and libraries are given as on Linux,
 // and stand for those that the system has.
 #ifndef TESTS_SUPPORT_TEMP_DIRECTORY_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Wide texts as values.
 #ifndef TESTS_SUPPORT_WIDE_STRING_H
 #define TESTS_SUPPORT_WIDE_STRING_H

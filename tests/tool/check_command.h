@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The command "check" in a directory of its own.
 #ifndef TESTS_TOOL_CHECK_COMMAND_H
 #define TESTS_TOOL_CHECK_COMMAND_H

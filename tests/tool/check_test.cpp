@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf check" and "tarnmf explain" as their users run them.
 #include <fmt/format.h>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs the tool as its users do.
 #ifndef TESTS_TOOL_RUN_TOOL_H
 #define TESTS_TOOL_RUN_TOOL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads and scans.
 #include <filesystem>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The documents of the case files, each with the code or the records that come of it.
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "tests/xml/dom_oracle.h"
 
 #include <xercesc/dom/DOM.hpp>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads documents the slow way, to compare with: through the DOM of an ordinary parser.
 #ifndef TESTS_XML_DOM_ORACLE_H
 #define TESTS_XML_DOM_ORACLE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a document and its dump cannot say: fresh ids, and texts of any length.
 #include <gtest/gtest.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Walks the whole grammar: every attribute of every element at every place, given well, badly,
 // twice, misspelt and where it does not belong, and every condition between attributes.
 #include <algorithm>

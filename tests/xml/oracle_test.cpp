@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The tree that the readers walk says what the XML library's own DOM would have said.
 #include <filesystem>
 #include <fstream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How commands put themselves into the command line.
 #ifndef TOOLS_TARNMF_ACTION_H
 #define TOOLS_TARNMF_ACTION_H

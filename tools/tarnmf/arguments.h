@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the program is started with.
 #ifndef TOOLS_TARNMF_ARGUMENTS_H
 #define TOOLS_TARNMF_ARGUMENTS_H

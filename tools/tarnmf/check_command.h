@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf check": the mistakes in manifests and layout files, all in one run.
 #ifndef TOOLS_TARNMF_CHECK_COMMAND_H
 #define TOOLS_TARNMF_CHECK_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The load points of a process as check reads them, for commands that explain or draw them. Nothing
 // is loaded or registered, and load points that the library refuses are told of, too.
 #ifndef TOOLS_TARNMF_CHECKED_PROCESS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Programs that run as processes of their own.
 #ifndef TOOLS_TARNMF_CHILD_PROCESS_H
 #define TOOLS_TARNMF_CHILD_PROCESS_H

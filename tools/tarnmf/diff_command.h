@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf diff": what has changed between two scans.
 #ifndef TOOLS_TARNMF_DIFF_COMMAND_H
 #define TOOLS_TARNMF_DIFF_COMMAND_H

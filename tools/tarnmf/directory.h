@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Directories as the commands are given them.
 #ifndef TOOLS_TARNMF_DIRECTORY_H
 #define TOOLS_TARNMF_DIRECTORY_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The errors among check's findings.
 #ifndef TOOLS_TARNMF_ERRORS_BY_LOADPOINT_H
 #define TOOLS_TARNMF_ERRORS_BY_LOADPOINT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf explain": what a rule, a code, an element or an attribute means.
 #ifndef TOOLS_TARNMF_EXPLAIN_COMMAND_H
 #define TOOLS_TARNMF_EXPLAIN_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Files as editors and other tools name them.
 #ifndef TOOLS_TARNMF_FILE_URI_H
 #define TOOLS_TARNMF_FILE_URI_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf find": one question to the repository of a scan.
 #ifndef TOOLS_TARNMF_FIND_COMMAND_H
 #define TOOLS_TARNMF_FIND_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The elements of the grammar one after the other.
 #ifndef TOOLS_TARNMF_GRAMMAR_ELEMENTS_H
 #define TOOLS_TARNMF_GRAMMAR_ELEMENTS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The grammar in sentences: what "tarnmf explain" and the tables of the documentation say alike.
 #ifndef TOOLS_TARNMF_GRAMMAR_SENTENCES_H
 #define TOOLS_TARNMF_GRAMMAR_SENTENCES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Elements and attributes of manifests, explained.
 #ifndef TOOLS_TARNMF_GRAMMAR_TEXT_H
 #define TOOLS_TARNMF_GRAMMAR_TEXT_H

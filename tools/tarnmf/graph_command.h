@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf graph": the load points of a process as a graph.
 #ifndef TOOLS_TARNMF_GRAPH_COMMAND_H
 #define TOOLS_TARNMF_GRAPH_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Graphs in the language of graphviz.
 #include <fmt/format.h>
 #include <iterator>

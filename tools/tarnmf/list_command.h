@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf list": what the repository of a scan holds.
 #ifndef TOOLS_TARNMF_LIST_COMMAND_H
 #define TOOLS_TARNMF_LIST_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Manifest files as the commands are given them.
 #ifndef TOOLS_TARNMF_MANIFEST_FILES_H
 #define TOOLS_TARNMF_MANIFEST_FILES_H

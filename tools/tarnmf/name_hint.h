@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What may have been meant by a name that nothing has.
 #ifndef TOOLS_TARNMF_NAME_HINT_H
 #define TOOLS_TARNMF_NAME_HINT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Names for modules that carry no id of their own. Such a module stands in the side of a class, and
 // the id that is made for it is another one each time its manifest is read.
 #ifndef TOOLS_TARNMF_NESTED_NAMES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Documents open no connections.
 #ifndef TOOLS_TARNMF_NO_NETWORK_H
 #define TOOLS_TARNMF_NO_NETWORK_H

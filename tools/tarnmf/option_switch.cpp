@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnmf/option_switch.h"
 
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Option switches as they are written on command lines.
 #ifndef TOOLS_TARNMF_OPTION_SWITCH_H
 #define TOOLS_TARNMF_OPTION_SWITCH_H

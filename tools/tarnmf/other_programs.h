@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Programs of others that commands are helped by.
 #ifndef TOOLS_TARNMF_OTHER_PROGRAMS_H
 #define TOOLS_TARNMF_OTHER_PROGRAMS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Standard output and standard error, whatever becomes of what they lead to.
 #ifndef TOOLS_TARNMF_OUTPUT_H
 #define TOOLS_TARNMF_OUTPUT_H

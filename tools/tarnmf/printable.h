@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts as terminals may be given them.
 #ifndef TOOLS_TARNMF_PRINTABLE_H
 #define TOOLS_TARNMF_PRINTABLE_H

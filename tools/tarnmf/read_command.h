@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf read": manifest files as one load point, printed as JSON.
 #ifndef TOOLS_TARNMF_READ_COMMAND_H
 #define TOOLS_TARNMF_READ_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Records as JSON: every object has exactly the record's fields, in declared order, without the
 // reserved ones.
 #ifndef TOOLS_TARNMF_RECORD_JSON_H

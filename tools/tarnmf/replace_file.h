@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes files so that readers see the old text or the new one and never a part of it.
 #ifndef TOOLS_TARNMF_REPLACE_FILE_H
 #define TOOLS_TARNMF_REPLACE_FILE_H

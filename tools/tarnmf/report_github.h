@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What check found, as the workflow commands that annotate a change on GitHub.
 #ifndef TOOLS_TARNMF_REPORT_GITHUB_H
 #define TOOLS_TARNMF_REPORT_GITHUB_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What check found, for programs.
 #ifndef TOOLS_TARNMF_REPORT_JSON_H
 #define TOOLS_TARNMF_REPORT_JSON_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What check found, as SARIF 2.1.0.
 #ifndef TOOLS_TARNMF_REPORT_SARIF_H
 #define TOOLS_TARNMF_REPORT_SARIF_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What check found, for people.
 #ifndef TOOLS_TARNMF_REPORT_TEXT_H
 #define TOOLS_TARNMF_REPORT_TEXT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rules of check, explained.
 #ifndef TOOLS_TARNMF_RULE_TEXT_H
 #define TOOLS_TARNMF_RULE_TEXT_H

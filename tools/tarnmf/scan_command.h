@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf scan": everything that a process with its load points reads, registers and files.
 #ifndef TOOLS_TARNMF_SCAN_COMMAND_H
 #define TOOLS_TARNMF_SCAN_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnmf/scan_findings.h"
 
 #include "tools/tarnmf/errors_by_loadpoint.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What check has to say about the load points of a scan.
 #ifndef TOOLS_TARNMF_SCAN_FINDINGS_H
 #define TOOLS_TARNMF_SCAN_FINDINGS_H

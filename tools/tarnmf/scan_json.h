@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A scan as JSON.
 #ifndef TOOLS_TARNMF_SCAN_JSON_H
 #define TOOLS_TARNMF_SCAN_JSON_H

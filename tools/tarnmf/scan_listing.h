@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Everything that a scan has met, as text for people.
 #ifndef TOOLS_TARNMF_SCAN_LISTING_H
 #define TOOLS_TARNMF_SCAN_LISTING_H

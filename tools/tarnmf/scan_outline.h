@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a scan that was printed as JSON has found, by names, so that two of them can be compared.
 #ifndef TOOLS_TARNMF_SCAN_OUTLINE_H
 #define TOOLS_TARNMF_SCAN_OUTLINE_H

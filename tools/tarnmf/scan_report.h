@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A scan as text for people.
 #ifndef TOOLS_TARNMF_SCAN_REPORT_H
 #define TOOLS_TARNMF_SCAN_REPORT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One process with its load points: what a scan was asked for and what came of it.
 #ifndef TOOLS_TARNMF_SCAN_SESSION_H
 #define TOOLS_TARNMF_SCAN_SESSION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a scan comes to, in numbers.
 #ifndef TOOLS_TARNMF_SCAN_SUMMARY_H
 #define TOOLS_TARNMF_SCAN_SUMMARY_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the reports show of a scan besides the records themselves. All of it is collected at once, in
 // time that grows with what was scanned.
 #ifndef TOOLS_TARNMF_SCAN_VIEW_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf schema": the grammar of manifests for editors and other programs.
 #ifndef TOOLS_TARNMF_SCHEMA_COMMAND_H
 #define TOOLS_TARNMF_SCHEMA_COMMAND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The grammar as tables for the documentation.
 #ifndef TOOLS_TARNMF_SCHEMA_MARKDOWN_H
 #define TOOLS_TARNMF_SCHEMA_MARKDOWN_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Lines of text reports on standard output.
 #ifndef TOOLS_TARNMF_SHOW_TEXT_H
 #define TOOLS_TARNMF_SHOW_TEXT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Standard input, output and error as the system has them.
 #ifndef TOOLS_TARNMF_STANDARD_STREAMS_H
 #define TOOLS_TARNMF_STANDARD_STREAMS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sentences for the user on standard error.
 #ifndef TOOLS_TARNMF_TELL_H
 #define TOOLS_TARNMF_TELL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Texts and ids of the platform as the tool reads and writes them.
 #ifndef TOOLS_TARNMF_TEXT_H
 #define TOOLS_TARNMF_TEXT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The difference of two texts as patches show it.
 #ifndef TOOLS_TARNMF_UNIFIED_DIFF_H
 #define TOOLS_TARNMF_UNIFIED_DIFF_H

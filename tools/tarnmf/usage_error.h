@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Wrong usage of the command line, in words.
 #ifndef TOOLS_TARNMF_USAGE_ERROR_H
 #define TOOLS_TARNMF_USAGE_ERROR_H

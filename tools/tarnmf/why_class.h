@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf why class": which class a query finds, and why no other one.
 #ifndef TOOLS_TARNMF_WHY_CLASS_H
 #define TOOLS_TARNMF_WHY_CLASS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf why": what a query or a preload condition comes to, step by step.
 #ifndef TOOLS_TARNMF_WHY_COMMAND_H
 #define TOOLS_TARNMF_WHY_COMMAND_H

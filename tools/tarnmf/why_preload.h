@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf why preload": whether a process loads a library ahead of use, condition by condition.
 #ifndef TOOLS_TARNMF_WHY_PRELOAD_H
 #define TOOLS_TARNMF_WHY_PRELOAD_H

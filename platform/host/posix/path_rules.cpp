@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "platform/host/path_rules.h"
 
 bool IsPathSeparator(char32_t unit) {

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """A session of "tarnmf lsp", as far as it is measured."""
 
 import json

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Counts instructions with callgrind and holds them against bench/instructions.txt.
 
 Stored are ratios, never counts: both sides of a ratio run on the same machine with the same C

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Measures, prints the table and writes it as JSON. Fails when what must be reached is missed."""
 
 import datetime

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Puts the figures measured last into docs/performance.md and docs/performance.svg."""
 
 import json

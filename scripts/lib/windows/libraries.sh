@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Builds the libraries for Windows; to be sourced in the project's folder.
 
 windows_folder=$PWD/build/windows

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Keeps wine's server up until the script ends, so that a program starts in a tenth of the time; to be
 # sourced after libraries.sh.
 

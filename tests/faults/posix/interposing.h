@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a function of the platform is stood in front of: the program's own one comes before that of the
 // shared library.
 #ifndef TESTS_FAULTS_POSIX_INTERPOSING_H

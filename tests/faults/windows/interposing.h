@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How a function of the platform is stood in front of: the linker is told to give every reference to
 // it another name.
 #ifndef TESTS_FAULTS_WINDOWS_INTERPOSING_H

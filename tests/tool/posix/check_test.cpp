@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What "check" makes of a POSIX file system, and others of what it writes.
 #include <chrono>
 #include <fmt/format.h>

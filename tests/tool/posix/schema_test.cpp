@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The schemas in docs/schema, as other programs understand them.
 #include <filesystem>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the tool makes of outputs that take nothing, files that are none, and documents that want a
 // connection: it ends, with a status and a sentence, whatever it meets.
 #include <arpa/inet.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Patches as other programs take them.
 #include "tools/tarnmf/unified_diff.h"
 

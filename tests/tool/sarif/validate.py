@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 """Validates a SARIF log against the schema beside this file."""
 import json
 import pathlib

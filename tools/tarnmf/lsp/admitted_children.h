@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Which elements may begin at a place.
 #ifndef TOOLS_TARNMF_LSP_ADMITTED_CHILDREN_H
 #define TOOLS_TARNMF_LSP_ADMITTED_CHILDREN_H

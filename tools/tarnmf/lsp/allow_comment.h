@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Comments that say that a finding is on purpose.
 #ifndef TOOLS_TARNMF_LSP_ALLOW_COMMENT_H
 #define TOOLS_TARNMF_LSP_ALLOW_COMMENT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnmf/lsp/attribute_values.h"
 
 #include <string_view>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is known of an attribute's value before it is written.
 #ifndef TOOLS_TARNMF_LSP_ATTRIBUTE_VALUES_H
 #define TOOLS_TARNMF_LSP_ATTRIBUTE_VALUES_H

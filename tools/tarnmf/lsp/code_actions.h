@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What can be done about findings.
 #ifndef TOOLS_TARNMF_LSP_CODE_ACTIONS_H
 #define TOOLS_TARNMF_LSP_CODE_ACTIONS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What can be written at a place of a manifest.
 #ifndef TOOLS_TARNMF_LSP_COMPLETION_H
 #define TOOLS_TARNMF_LSP_COMPLETION_H

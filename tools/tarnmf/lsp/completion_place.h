@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The place at which something is completed, and what is offered there by its kind.
 #ifndef TOOLS_TARNMF_LSP_COMPLETION_PLACE_H
 #define TOOLS_TARNMF_LSP_COMPLETION_PLACE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Both directions of the conversation with an editor.
 #ifndef TOOLS_TARNMF_LSP_CONNECTION_H
 #define TOOLS_TARNMF_LSP_CONNECTION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What stands at a place of a manifest, half-typed ones included.
 #ifndef TOOLS_TARNMF_LSP_CURSOR_H
 #define TOOLS_TARNMF_LSP_CURSOR_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is found, as the editor shows it.
 #ifndef TOOLS_TARNMF_LSP_DIAGNOSTICS_H
 #define TOOLS_TARNMF_LSP_DIAGNOSTICS_H

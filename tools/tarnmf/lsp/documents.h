@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The documents that are open in the editor.
 #ifndef TOOLS_TARNMF_LSP_DOCUMENTS_H
 #define TOOLS_TARNMF_LSP_DOCUMENTS_H

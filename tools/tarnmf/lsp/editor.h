@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the editor can do, and how places are told to it.
 #ifndef TOOLS_TARNMF_LSP_EDITOR_H
 #define TOOLS_TARNMF_LSP_EDITOR_H

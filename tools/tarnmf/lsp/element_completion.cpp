@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Elements and end tags.
 #include <algorithm>
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An element as it is inserted.
 #ifndef TOOLS_TARNMF_LSP_ELEMENT_TEXT_H
 #define TOOLS_TARNMF_LSP_ELEMENT_TEXT_H

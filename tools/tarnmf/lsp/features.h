@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What editors ask about documents.
 #ifndef TOOLS_TARNMF_LSP_FEATURES_H
 #define TOOLS_TARNMF_LSP_FEATURES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a start tag says beside the attribute at hand, and what that leaves open.
 #ifndef TOOLS_TARNMF_LSP_GIVEN_BESIDE_H
 #define TOOLS_TARNMF_LSP_GIVEN_BESIDE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What is said about a place of a manifest.
 #ifndef TOOLS_TARNMF_LSP_HOVER_H
 #define TOOLS_TARNMF_LSP_HOVER_H

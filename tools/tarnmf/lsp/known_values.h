@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The values of an attribute that can be told from what the manifests of a process declare.
 #ifndef TOOLS_TARNMF_LSP_KNOWN_VALUES_H
 #define TOOLS_TARNMF_LSP_KNOWN_VALUES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // "tarnmf lsp": manifests in an editor.
 #ifndef TOOLS_TARNMF_LSP_LSP_COMMAND_H
 #define TOOLS_TARNMF_LSP_LSP_COMMAND_H

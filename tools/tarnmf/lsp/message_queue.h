@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Messages on their way from the thread that reads them to the one that works.
 #ifndef TOOLS_TARNMF_LSP_MESSAGE_QUEUE_H
 #define TOOLS_TARNMF_LSP_MESSAGE_QUEUE_H

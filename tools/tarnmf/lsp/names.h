@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The names by which manifests refer to each other, wherever they are declared or used.
 #ifndef TOOLS_TARNMF_LSP_NAMES_H
 #define TOOLS_TARNMF_LSP_NAMES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Places in texts as editors count them: lines and characters from 0, characters in units of UTF-16 or
 // in bytes of UTF-8.
 #ifndef TOOLS_TARNMF_LSP_POSITIONS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The words of the language server protocol that several parts of the server use.
 #ifndef TOOLS_TARNMF_LSP_PROTOCOL_H
 #define TOOLS_TARNMF_LSP_PROTOCOL_H

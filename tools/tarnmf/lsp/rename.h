@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Gives a module another id wherever it is named.
 #ifndef TOOLS_TARNMF_LSP_RENAME_H
 #define TOOLS_TARNMF_LSP_RENAME_H

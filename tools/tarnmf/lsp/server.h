@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The language server: answers the messages of one editor, one after the other.
 #ifndef TOOLS_TARNMF_LSP_SERVER_H
 #define TOOLS_TARNMF_LSP_SERVER_H

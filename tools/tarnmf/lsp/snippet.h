@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Text that is inserted with places to be filled in, in the syntax of the protocol or plain.
 #ifndef TOOLS_TARNMF_LSP_SNIPPET_H
 #define TOOLS_TARNMF_LSP_SNIPPET_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The files of the file system for a process that runs long.
 #ifndef TOOLS_TARNMF_LSP_STORED_FILES_H
 #define TOOLS_TARNMF_LSP_STORED_FILES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What manifests declare, as outlines and lists show it.
 #ifndef TOOLS_TARNMF_LSP_SYMBOLS_H
 #define TOOLS_TARNMF_LSP_SYMBOLS_H

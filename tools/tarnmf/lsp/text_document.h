@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The text of a document while it is edited.
 #ifndef TOOLS_TARNMF_LSP_TEXT_DOCUMENT_H
 #define TOOLS_TARNMF_LSP_TEXT_DOCUMENT_H

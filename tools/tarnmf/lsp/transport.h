@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Messages of the language server protocol as they cross a stream: a line "Content-Length: N", other
 // header lines, an empty line, and N bytes of JSON.
 #ifndef TOOLS_TARNMF_LSP_TRANSPORT_H

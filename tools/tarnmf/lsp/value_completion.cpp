@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Values of attributes.
 #include "tools/tarnmf/lsp/completion_place.h"
 #include "tools/tarnmf/lsp/given_beside.h"

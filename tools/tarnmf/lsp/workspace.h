@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the open documents belong to: the load points that are checked with them.
 #ifndef TOOLS_TARNMF_LSP_WORKSPACE_H
 #define TOOLS_TARNMF_LSP_WORKSPACE_H
