@@ -13,6 +13,7 @@ command -v node >/dev/null || test_packages+=(nodejs)
 command -v npm >/dev/null || test_packages+=(npm)
 # The libraries for Windows are built from sources, with what build_packages has of headers.
 windows_packages=(g++-mingw-w64-x86-64-posix wine64 dpkg-dev googletest)
+debian_packages=(debhelper dpkg-dev lintian doxygen)
 # Tools that the results depend on: version 14, or the system's own where it has no such package.
 format_packages=(clang-format-14)
 bench_packages=(python3 valgrind)
