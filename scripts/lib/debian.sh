@@ -53,8 +53,10 @@ try_debian_packages() {
   echo "== Installing them"
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
     "$1"/*.deb >/dev/null
-  local status=0
-  debian/tests/embed || status=1
+  local status=0 work
+  work=$(mktemp -d)
+  AUTOPKGTEST_TMP=$work debian/tests/embed || status=1
+  rm -rf "$work"
   echo "== Removing them"
   "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get remove -y -qq "${names[@]}" >/dev/null
   [ "$status" -eq 0 ] || { echo "the installed packages do not work" >&2; return 1; }
