@@ -9,17 +9,18 @@ import sys
 import tempfile
 
 try:
-    import jsonschema
+    from jsonschema import Draft4Validator, Draft202012Validator, RefResolver, validators
 except ImportError:
     print("skipped: python3-jsonschema is not installed")
     sys.exit(77)
 
 HERE = pathlib.Path(__file__).resolve().parent
+SARIF = HERE / "sarif/sarif-2.1.0.json"
 SCHEMAS = HERE.parents[1] / "docs/schema/json"
 TOOL, SAMPLES = sys.argv[1:]
-scratch = tempfile.TemporaryDirectory()
-SCRATCH = scratch.name
+SCRATCH = (scratch := tempfile.TemporaryDirectory()).name
 
+ROOT = "<tarnmanifest version='1'>{}</tarnmanifest>"
 HOST = "00000000-0000-0000-0000-0000000000e1"
 CLASS = f"""<class id="{HOST[:-1]}2" affinity="service" commonname="Render"><serviceside svcid="{HOST}"
   xsid="{HOST}" exposed="yes"><module name="r"/></serviceside></class>
@@ -30,7 +31,7 @@ BROKEN = {
       <serviceside moduleref="m" xsname="Nobody"/></class>""",
     "malformed": '<module id="m" name="m"/><',
     "refused": f'{CLASS}<class id="{HOST}" commonname="A"><clientside moduleref="none"/></class>',
-    "exception": "</tarnmanifest><!--",
+    "exception": '<?xml version="1.  "?><tarnmanifest version="1"/>',
     "misspelt": '<module id="m" nmae="m"/><module id="m" name="m"/><module id="m" name="n"/>',
 }
 
@@ -50,14 +51,13 @@ def write(path, content):
 
 def write_installations():
     for name, content in BROKEN.items():
-        write(f"{name}/a.tmfx", f'<tarnmanifest version="1">{content}</tarnmanifest>')
-    write("exception/a.tmfx", '<?xml version="1.  "?><tarnmanifest version="1"/>')
-    write("missing/a b.tmfx", """<tarnmanifest version="1"><runnable moduleref="m"/>
-      <!-- tarnmf: allow runnable-module-unknown (by plan) --><runnable moduleref="none"/></tarnmanifest>""")
+        write(f"{name}/a.tmfx", content if content[1] == "?" else ROOT.format(content))
+    write("missing/a b.tmfx", ROOT.format("""<runnable moduleref="m"/>
+      <!-- tarnmf: allow runnable-module-unknown (by plan) --><runnable moduleref="none"/>"""))
     write("missing/.installed", 'layout += 64 { "x" | "y" | "lib" }\n')
     write("missing/linux-x64/libr.so", "no library")
     scan = f"scan --json --loadpoint {SCRATCH}/changed"
-    module = '<tarnmanifest version="1"><module id="{0}" name="r"/>{1}</tarnmanifest>'
+    module = ROOT.format('<module id="{}" name="r"/>{}')
     write("changed/a.tmfx", module.format("m", CLASS))
     write("old.json", run(scan))
     write("changed/libr.so", "")
@@ -78,16 +78,13 @@ ROWS = [
     ("check --sarif", "sarif", CHECKS),
     ("explain --json", "explain", ["class-hidden", "unreadable", "bad-id", "42", "0", "tarnmanifest",
                                    "preload", "clientside", "preload/by", "clientside/multiplicity"]),
-    ("read --json", "read", [f"{SCRATCH}/{name}/a.tmfx" for name in BROKEN]
-     + [f"{SAMPLES}/platform/{name}.tmfx" for name in ("classes", "modules", "services")]),
+    ("read --json", "read", [f"{SCRATCH}/{name}/a.tmfx {SAMPLES}/platform/services.tmfx" for name in BROKEN]),
     ("scan --json", "scan", SCANS),
     ("scan --json --preload", "scan", SCANS),
     ("find class --json Render", "find-class", SCANS),
     ("find class --json ImageStore", "find-class", SCANS),
     (f"find service --json {HOST}", "find-service", SCANS),
-    ("list loadpoints --json", "list-loadpoints", SCANS),
-    ("list classes --json", "list-classes", SCANS),
-    ("list services --json", "list-services", SCANS),
+    *((f"list {what} --json", f"list-{what}", SCANS) for what in ("loadpoints", "classes", "services")),
     ("diff --json", "diff", [f"{SCRATCH}/{old}.json {SCRATCH}/{new}.json" for old, new in
                              (("old", "new"), ("new", "old"), ("none", "new"), ("old", "old"))]),
     ("why class --json Render", "why-class", CHECKS),
@@ -108,11 +105,13 @@ def commands(words=""):
     return [found for name in inner for found in commands(f"{words} {name}".strip())] or [(words, text)]
 
 
-def parts(schema, path=""):
-    yield path, schema
+def objects(schema, where):
+    """All schemas of objects within a schema, with where they stand."""
     for key, value in schema.items() if isinstance(schema, dict) else enumerate(schema):
         if isinstance(value, (dict, list)):
-            yield from parts(value, f"{path}/{key}")
+            yield from objects(value, f"{where}/{key}")
+    if isinstance(schema, dict) and isinstance(schema.get("properties"), dict):
+        yield where, schema
 
 
 seen = set()
@@ -121,55 +120,44 @@ seen = set()
 def noting_keys(validator, properties, instance, schema):
     if isinstance(instance, dict):
         seen.update((id(properties), key) for key in properties if key in instance)
-    yield from jsonschema.Draft202012Validator.VALIDATORS["properties"](
-        validator, properties, instance, schema)
+    yield from Draft202012Validator.VALIDATORS["properties"](validator, properties, instance, schema)
+
+
+NotingValidator = validators.extend(Draft202012Validator, {"properties": noting_keys})
 
 
 def main():
     write_installations()
     files = {path.as_uri(): json.loads(path.read_text()) for path in SCHEMAS.iterdir()}
-    forms = {re.sub(r".*/tarnmf-(.*)-\d+\.schema\.json", r"\1", uri): uri for uri in files}
+    forms = {name: (uri, int(number)) for uri in files
+             for name, number in re.findall(r"/tarnmf-([a-z-]+)-(\d+)\.schema\.json$", uri)}
     assert len(forms) == len(files), "one file a form"
-    NotingValidator = jsonschema.validators.extend(
-        jsonschema.Draft202012Validator, {"properties": noting_keys})
 
-    # Who has --json has a schema, and who has not is known.
+    # Who has --json has a schema and a row, and who has not is known.
     with_json = {words for words, text in commands() if re.search(r"^ +--json\b", text, re.MULTILINE)}
     assert {words for words, _ in commands()} - with_json == {"lsp"}
-    tested = {command for command, _, _ in ROWS}
     for words in with_json | {"--version"}:
-        assert words.replace(" ", "-").lstrip("-") in forms, f"{words} has no schema"
-        assert any(f"{command} ".startswith(f"{words} --json ") for command in tested), words
-
-    for uri, schema in files.items():
-        jsonschema.Draft202012Validator.check_schema(schema)
-        if "format" in schema.get("properties", {}):
-            number = schema["properties"]["format"]["const"]
-            assert uri.endswith(f"-{number}.schema.json"), uri
+        form = words.replace(" ", "-").lstrip("-")
+        assert any(f"{command} ".startswith(f"{words} --json ") and name == form
+                   for command, name, _ in ROWS) and form in forms, f"{words} has no schema"
 
     failures = []
     for command, form, lines in ROWS:
-        if form == "sarif":
-            schema = json.loads((HERE / "sarif/sarif-2.1.0.json").read_text())
-            validator = jsonschema.Draft4Validator(schema)
-        else:
-            schema = files[forms[form]]
-            validator = NotingValidator(
-                schema, resolver=jsonschema.RefResolver(forms[form], schema, store=files))
+        uri, number = forms.get(form, (None, None))
+        validator = (NotingValidator(files[uri], resolver=RefResolver(uri, files[uri], store=files))
+                     if uri else Draft4Validator(json.loads(SARIF.read_text())))
         for line in lines:
             output = json.loads(run(f"{command} {line}"))
-            if "format" in schema.get("properties", {}):
-                assert next(iter(output)) == "format", command
+            if form not in ("check", "sarif"):
+                assert next(iter(output.items())) == ("format", number), command
             failures += [f"{command} {line}: {error.json_path}: {error.message[:300]}"
                          for error in validator.iter_errors(output)]
 
     # No object may have more keys, none is without a word, and each is printed by some row.
     for uri, schema in files.items():
-        resolver = jsonschema.RefResolver(uri, schema, store=files)
-        for path, part in parts(schema):
-            if not isinstance(part, dict) or not isinstance(part.get("properties"), dict):
-                continue
-            where = f"{uri}#{path}"
+        NotingValidator.check_schema(schema)
+        resolver = RefResolver(uri, schema, store=files)
+        for where, part in objects(schema, uri):
             if part.get("additionalProperties") is not False:
                 failures.append(f"{where}: more keys are admitted")
             for key, value in part["properties"].items():
@@ -178,8 +166,7 @@ def main():
                     failures.append(f"{where}/{key}: no description")
                 if (id(part["properties"]), key) not in seen:
                     failures.append(f"{where}/{key}: no row prints it")
-    print("\n".join(failures))
-    return 1 if failures else 0
+    sys.exit("\n".join(failures) or 0)
 
 
-sys.exit(main())
+main()
