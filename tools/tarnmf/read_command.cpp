@@ -8,6 +8,7 @@
 #include <iterator>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 #include "check/files.h"
 #include "check/verdict.h"
@@ -72,7 +73,7 @@ int RunRead(const ReadOptions& options) {
   output["code"] = result.exception ? Json() : Json(static_cast<int>(result.code));
   if (result.exception) output["exception"] = *result.exception;
   output["data"] = ToJson(data);
-  fmt::print("{}", JsonText(output));
+  fmt::print("{}", FormText(json_format::kRead, std::move(output)));
   return PrintFailures(options.files, result) ? 1 : 0;
 }
 
