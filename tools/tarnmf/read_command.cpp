@@ -73,7 +73,7 @@ int RunRead(const ReadOptions& options) {
   output["code"] = result.exception ? Json() : Json(static_cast<int>(result.code));
   if (result.exception) output["exception"] = *result.exception;
   output["data"] = ToJson(data);
-  fmt::print("{}", FormText(json_format::kRead, std::move(output)));
+  fmt::print("{}", JsonText(output));
   return PrintFailures(options.files, result) ? 1 : 0;
 }
 
