@@ -65,7 +65,7 @@ bool HasCode(const RuleT& rule, BtkErrorT code) {
 std::string Fenced(std::string_view example) {
   const std::string_view text = WithoutFirstLineFeed(example);
   const bool isXml = text.starts_with('<');
-  return fmt::format("```{}\n{}{}```\n", isXml ? "xml" : "", text,
+  return fmt::format("```{}\n{}{}```\n", isXml ? "xml" : "text", text,
                      text.ends_with('\n') ? "" : "\n");
 }
 
