@@ -7,10 +7,11 @@ build_packages=(
   libcli11-dev nlohmann-json3-dev libfmt-dev
   libgtest-dev libgmock-dev
 )
-test_packages=(neovim gdb)
+test_packages=(neovim gdb graphviz)
 # Some machines have these commands from elsewhere.
 command -v node >/dev/null || test_packages+=(nodejs)
 command -v npm >/dev/null || test_packages+=(npm)
+command -v python3 >/dev/null || test_packages+=(python3)
 # The libraries for Windows are built from sources, with what build_packages has of headers.
 windows_packages=(g++-mingw-w64-x86-64-posix wine64 dpkg-dev googletest)
 debian_packages=(debhelper dpkg-dev lintian doxygen)

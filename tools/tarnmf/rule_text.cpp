@@ -59,7 +59,7 @@ bool HasCode(const RuleT& rule, BtkErrorT code) {
 // An example in a page: more than one file, or a layout file, is no XML.
 std::string Fenced(std::string_view text) {
   const bool isXml = text.starts_with('<');
-  return fmt::format("```{}\n{}{}```\n", isXml ? "xml" : "", text,
+  return fmt::format("```{}\n{}{}```\n", isXml ? "xml" : "text", text,
                      text.ends_with('\n') ? "" : "\n");
 }
 
