@@ -52,7 +52,7 @@ class Page:
             self.line = self.text.count('\n', 0, block.start()) + 1
             kind = ' '.join(word for word in block[2].split() if '=' not in word)
             more = dict(word.split('=', 1) for word in block[2].split() if '=' in word)
-            if not block[2] and (self.options.bare or self.stands_below_mark(block)):
+            if not block[2] and self.stands_below_mark(block):
                 continue
             if kind not in KINDS or more.keys() - {'status', 'needs'}:
                 self.fail(f'no test knows what "```{block[2]}" is')
@@ -235,7 +235,6 @@ def main():
         parser.add_argument(f'--{name}', type=pathlib.Path, required=True)
     parser.add_argument('--cxx', required=True)
     parser.add_argument('--flags', default='')
-    parser.add_argument('--bare', action='store_true', help='fences without a word are passed over')
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as work:
         Page(options.page, options, pathlib.Path(work)).run()
