@@ -15,7 +15,7 @@ _tarnmf_read_line() {
     elif [[ $_tarnmf_quote == "'" ]]; then
       word+=$char
     elif [[ $char == \\ && ( -z $_tarnmf_quote || ${line:i+1:1} == [\\\$\`\"] ) ]]; then
-      word+=${line:++i:1} within=yes
+      word+=${line:i+1:1} i=$((i + 1)) within=yes
     elif [[ -n $_tarnmf_quote ]]; then
       word+=$char
     elif [[ $char == [\'\"] ]]; then
