@@ -72,9 +72,9 @@ class Reader {
   // The first positional argument that takes one more.
   const CLI::Option* NextArgument() const {
     for (const CLI::Option* option : line_.command->get_options()) {
-      const auto count = std::count_if(
-          line_.given.begin(), line_.given.end(),
-          [&](const CommandLine::Given& given) { return given.option == option; });
+      const auto count =
+          std::count_if(line_.given.begin(), line_.given.end(),
+                        [&](const CommandLine::Given& given) { return given.option == option; });
       if (option->get_positional() && count < option->get_items_expected_max()) return option;
     }
     return nullptr;

@@ -13,7 +13,8 @@ namespace {
 
 TEST(Complete, SaysNothingOfWhatIsWrong) {
   const TempDirectory directory;
-  directory.Write("pack/a.tmfx", "<tarnclassmanifest version='1'><class commonname='Seen\"'/><class");
+  directory.Write("pack/a.tmfx",
+                  "<tarnclassmanifest version='1'><class commonname='Seen\"'/><class");
   directory.Write("pack/b.tmfx", "\xff\xfe<");
   directory.Write("pack/c.tmfx", "<class commonname='\xc2\x9bIn\xc2\x9b'/>");
   directory.Write("pack/.installed", "base");
@@ -32,15 +33,16 @@ TEST(Complete, SaysNothingOfWhatIsWrong) {
                          {"find class --add pack S too many", "\tfiles\n"},
                          {"find -- class", ""},
                          {"--=", ""},
-                         {"-", "--help\tPrint this help message and exit\n"
-                               "--version\tDisplay program version information and exit\n"},
+                         {"-",
+                          "--help\tPrint this help message and exit\n"
+                          "--version\tDisplay program version information and exit\n"},
                          {"= '[' '' - -- -- '{}' \"$(printf '\\377')\"", ""},
                          {"explain /", ""},
                          {"explain CLASS/I", ""},
                          {"check --rule ==", ""},
                          {"check --rule bogus=", ""}}) {
-    const Outcome outcome = RunCommand("cd " + directory.At() + " && timeout 60 " TARNMF_TOOL
-                                       " complete -- " + row.words);
+    const Outcome outcome = RunCommand("cd " + directory.At() +
+                                       " && timeout 60 " TARNMF_TOOL " complete -- " + row.words);
     EXPECT_EQ(outcome.status, 0) << row.words;
     EXPECT_EQ(outcome.errors, "") << row.words;
     EXPECT_EQ(outcome.out, row.out) << row.words;
