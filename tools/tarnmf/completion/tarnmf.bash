@@ -50,9 +50,9 @@ _tarnmf() {
   COMPREPLY=()
   while IFS= read -r candidate; do
     description=${candidate#*$'\t'} candidate=${candidate%%$'\t'*}
-    case $candidate$description in
-      files) compopt -o default ;;
-      directories) compopt -o dirnames ;;
+    case $candidate:$description in
+      :files) compopt -o default ;;
+      :directories) compopt -o dirnames ;;
     esac
     [[ -n $candidate ]] || continue
     [[ $candidate != *= ]] || compopt -o nospace
