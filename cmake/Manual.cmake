@@ -27,7 +27,9 @@ function(manual_page name section document)
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}/docs
     COMMENT "Making ${name}(${section})"
     VERBATIM)
-  install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT tool)
+  if(TARNMF_INSTALL)
+    install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man${section} COMPONENT tool)
+  endif()
   set(manual_pages ${manual_pages} ${page} PARENT_SCOPE)
 endfunction()
 

@@ -7,7 +7,7 @@ build_packages=(
   libcli11-dev nlohmann-json3-dev libfmt-dev pandoc
   libgtest-dev libgmock-dev
 )
-test_packages=(neovim gdb bash zsh fish man-db groff)
+test_packages=(neovim gdb bash zsh fish man-db)
 # Some machines have these commands from elsewhere.
 command -v node >/dev/null || test_packages+=(nodejs)
 command -v npm >/dev/null || test_packages+=(npm)

@@ -28,7 +28,6 @@ TEST(Complete, SaysNothingOfWhatIsWrong) {
                          {"find class --add pack --add pack --loadpoint pack ''", "Seen\"\t\n"},
                          {"find class --add pipe --add pack/a.tmfx --add '' --add nowhere ''", ""},
                          {"find class --add ''", "\tdirectories\n"},
-                         {"find class --add pack -- ''", "Seen\"\t\n"},
                          {"find class --bogus --scope=--=--add --add pack S", "Seen\"\t\n"},
                          {"find class --add pack S too many", "\tfiles\n"},
                          {"find -- class", ""},
@@ -39,7 +38,6 @@ TEST(Complete, SaysNothingOfWhatIsWrong) {
                          {"= '[' '' - -- -- '{}' \"$(printf '\\377')\"", ""},
                          {"explain /", ""},
                          {"explain CLASS/I", ""},
-                         {"check --rule ==", ""},
                          {"check --rule bogus=", ""}}) {
     const Outcome outcome = RunCommand("cd " + directory.At() +
                                        " && timeout 60 " TARNMF_TOOL " complete -- " + row.words);
