@@ -7,9 +7,9 @@
 #include <iterator>
 #include <set>
 
+#include "tools/tarnmf/argument_completion.h"
 #include "tools/tarnmf/command_line.h"
 #include "tools/tarnmf/printable.h"
-#include "tools/tarnmf/value_completion.h"
 
 namespace tool {
 namespace {
@@ -43,8 +43,8 @@ void AddCommands(const CLI::App& command, std::vector<Candidate>& candidates) {
     candidates.push_back({sub->get_name(), sub->get_description()});
 }
 
-ValueCompletion Complete(const CommandLine& line) {
-  ValueCompletion completion = CompleteValue(line);
+ArgumentCompletion Complete(const CommandLine& line) {
+  ArgumentCompletion completion = CompleteArgument(line);
   if (line.optionsAreOver) return completion;
   // What begins like an option would be taken for one.
   std::erase_if(completion.candidates,
@@ -66,15 +66,15 @@ std::string InOneCell(std::string_view text) {
 
 // Candidates that go on what is written, each once. A text that no line can hold, or no terminal may
 // be given, is left out.
-void Print(const CommandLine& line, const ValueCompletion& completion) {
+void Print(const CommandLine& line, const ArgumentCompletion& completion) {
   std::set<std::string> printed;
   for (const auto& [text, description] : completion.candidates) {
     if (!text.starts_with(line.word) || text != InOneCell(text)) continue;
     if (printed.insert(text).second)
       fmt::print("{}{}\t{}\n", line.head, text, InOneCell(description));
   }
-  if (completion.paths == ValueCompletion::Paths::kFiles) fmt::print("\tfiles\n");
-  if (completion.paths == ValueCompletion::Paths::kDirectories) fmt::print("\tdirectories\n");
+  if (completion.paths == ArgumentCompletion::Paths::kFiles) fmt::print("\tfiles\n");
+  if (completion.paths == ArgumentCompletion::Paths::kDirectories) fmt::print("\tdirectories\n");
 }
 
 }  // namespace
@@ -86,7 +86,7 @@ bool IsCompletion(const std::vector<std::string>& arguments) {
 void RunComplete(const CLI::App& app, const std::vector<std::string>& arguments) {
   const auto words = arguments.begin() + kBeforeWords;
   const CommandLine line = ReadCommandLine(app, {words, arguments.end()});
-  ValueCompletion completion;
+  ArgumentCompletion completion;
   try {
     completion = Complete(line);
   } catch (const std::exception&) {

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "tools/tarnmf/value_completion.h"
+#include "tools/tarnmf/argument_completion.h"
 
 namespace tool {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/tarnmf/value_completion.h"
+#include "tools/tarnmf/argument_completion.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -16,7 +16,7 @@ namespace tool {
 namespace {
 
 using namespace tarnmf::check;
-using Paths = ValueCompletion::Paths;
+using Paths = ArgumentCompletion::Paths;
 using Candidates = std::vector<Candidate>;
 
 Candidates RuleCandidates(const char* suffix) {
@@ -100,7 +100,7 @@ constexpr Row kRows[] = {
 
 }  // namespace
 
-ValueCompletion CompleteValue(const CommandLine& line) {
+ArgumentCompletion CompleteArgument(const CommandLine& line) {
   if (line.target == nullptr) return {};
   const std::string name = line.target->get_name();
   const Row* const row = std::find_if(std::begin(kRows), std::end(kRows),

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What may stand where a command line wants a value.
-#ifndef TOOLS_TARNMF_VALUE_COMPLETION_H
-#define TOOLS_TARNMF_VALUE_COMPLETION_H
+#ifndef TOOLS_TARNMF_ARGUMENT_COMPLETION_H
+#define TOOLS_TARNMF_ARGUMENT_COMPLETION_H
 
 #include <string>
 #include <vector>
@@ -16,7 +16,7 @@ struct Candidate {
 };
 
 // Candidates, or paths, which shells know best how to complete.
-struct ValueCompletion {
+struct ArgumentCompletion {
   enum class Paths { kNone, kFiles, kDirectories };
 
   std::vector<Candidate> candidates;
@@ -25,8 +25,8 @@ struct ValueCompletion {
 
 // Values of the line's target, whether they go on what is written of it or not. Manifests are read of
 // the load points that stand on the line.
-ValueCompletion CompleteValue(const CommandLine& line);
+ArgumentCompletion CompleteArgument(const CommandLine& line);
 
 }  // namespace tool
 
-#endif  // TOOLS_TARNMF_VALUE_COMPLETION_H
+#endif  // TOOLS_TARNMF_ARGUMENT_COMPLETION_H
