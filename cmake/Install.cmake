@@ -50,3 +50,14 @@ if(TARNMF_BUILD_TOOL)
   install(FILES docs/schema/tarnmf-manifest.rng docs/schema/tarnmf-manifest.xsd
     DESTINATION ${CMAKE_INSTALL_DATADIR}/tarnmf COMPONENT tool)
 endif()
+
+# The documents as they lie in the sources, so that their links lead somewhere, and the reference where
+# target docs has made one.
+install(FILES README.md CHANGELOG.md LICENSE SECURITY.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/docs/html/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/reference
+  COMPONENT documentation OPTIONAL)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development
+  PATTERN CMakeLists.txt EXCLUDE PATTERN src EXCLUDE)

@@ -4,9 +4,9 @@
 --   heading   of the one section that the page is; without it a command's sections, or the document
 --   without   the heading of a section that has a page of its own
 --   synopsis  where the document has none
--- In docs/tool.md the first code below a heading "tarnmf COMMAND" is the synopsis; the table of commands
--- has the lines for NAME; tables of options, tables of exit statuses and paragraphs that begin with "The
--- exit status is" go into the sections of a manual page that are meant for them.
+-- Code of the language "synopsis" is one; in docs/tool.md the table of commands has the lines for NAME.
+-- Tables of options, tables of exit statuses and paragraphs that begin with "The exit status is" go into
+-- the sections of a manual page that are meant for them.
 local stringify = pandoc.utils.stringify
 local general_heading = 'All commands'
 
@@ -127,10 +127,10 @@ function Page.new()
   return setmetatable({ synopsis = {}, description = {}, options = {}, exit = {}, commands = {} }, Page)
 end
 
-function Page:add(section, has_synopsis)
-  for number, block in ipairs(section.blocks) do
+function Page:add(section)
+  for _, block in ipairs(section.blocks) do
     local title = table_title(block)
-    if number == 1 and has_synopsis and block.t == 'CodeBlock' then
+    if block.t == 'CodeBlock' and block.classes:includes('synopsis') then
       table.insert(self.synopsis, block)
     elseif title == 'option' then
       table.insert(self.options, block)
@@ -181,7 +181,7 @@ local function command_page(sections, command)
     for _, section in ipairs(sections) do
       if is_within(section, outer) then
         if #own > 1 or section ~= outer then page:add_heading(section) end
-        page:add(section, section == outer)
+        page:add(section)
       end
     end
   end
@@ -191,7 +191,7 @@ local function command_page(sections, command)
     page:add(shared)
   end
   local general = Page.new()
-  general:add(find(sections, general_heading), true)
+  general:add(find(sections, general_heading))
   append(page.options, general.options)
   if #page.exit == 0 then page.exit = general.exit end
   return page
@@ -200,7 +200,7 @@ end
 local function tool_page(sections)
   local page = Page.new()
   page:add(sections[2])
-  page:add(find(sections, general_heading), true)
+  page:add(find(sections, general_heading))
   page:add_heading(find(sections, 'Completion'))
   page:add(find(sections, 'Completion'))
   return page

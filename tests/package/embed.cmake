@@ -1,23 +1,11 @@
 # SPDX-License-Identifier: Apache-2.0
 # Builds a program that embeds the libraries, runs it on the sample installations and checks what it
 # prints and preloads. WAY is "package" (the example with its own CMakeLists.txt, beside an installed
-# copy), "pkg-config" (the same with the compiler alone), "readme" (the program in README.md, likewise)
-# or "subproject" (the sources as a part of the program's own project).
+# copy), "pkg-config" (the same with the compiler alone) or "subproject" (the sources as a part of the
+# program's own project).
+include(${CMAKE_CURRENT_LIST_DIR}/example.cmake)
 file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
-set(program ${SOURCE}/examples/embed/main.cpp)
-
-if(WAY STREQUAL "readme")
-  file(READ ${SOURCE}/README.md text)
-  string(FIND "${text}" "```cpp\n" begin)
-  math(EXPR begin "${begin} + 7")
-  string(SUBSTRING "${text}" ${begin} -1 text)
-  string(FIND "${text}" "```" end)
-  string(SUBSTRING "${text}" 0 ${end} text)
-  string(REPLACE "build/demo/samples" ${SAMPLES} text "${text}")
-  set(program ${WORK}/readme.cpp)
-  file(WRITE ${program} "${text}")
-endif()
 
 if(WAY STREQUAL "subproject")
   file(WRITE ${WORK}/CMakeLists.txt "cmake_minimum_required(VERSION 3.25)
@@ -26,7 +14,7 @@ add_subdirectory(${SOURCE} tarnmf)
 add_executable(embed main.cpp)
 target_link_libraries(embed PRIVATE tarnmf::tarnmf)
 ")
-  file(READ ${program} text)
+  file(READ ${SOURCE}/examples/embed/main.cpp text)
   file(WRITE ${WORK}/main.cpp "#if __has_include(\"support/owned.h\") || __has_include(\"README.md\")
 #error The folders of the sources are handed on
 #endif
@@ -42,16 +30,7 @@ ${text}")
     message(FATAL_ERROR "built or installed without being asked for: ${unwanted}")
   endif()
 elseif(WAY STREQUAL "package")
-  # A tool chain looks for packages below its own roots alone, so the package is named by its folder.
-  set(found -DCMAKE_PREFIX_PATH=${PREFIX} -DCMAKE_CXX_COMPILER=${CXX})
-  if(TOOLCHAIN)
-    set(found -Dtarnmf_DIR=${PREFIX}/${LIBDIR}/cmake/tarnmf -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
-  endif()
-  execute_process(
-    COMMAND ${CMAKE_COMMAND} -S ${SOURCE}/examples/embed -B ${WORK} -G ${GENERATOR}
-      ${found} -DCMAKE_CXX_FLAGS=${FLAGS}
-    COMMAND_ERROR_IS_FATAL ANY)
-  execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK} COMMAND_ERROR_IS_FATAL ANY)
+  build_example(${SOURCE}/examples/embed ${WORK})
 else()
   set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIBDIR}/pkgconfig)
   execute_process(COMMAND ${PKG_CONFIG} --cflags --libs tarnmf
@@ -61,36 +40,17 @@ else()
   separate_arguments(needed UNIX_COMMAND "${needed}")
   separate_arguments(FLAGS UNIX_COMMAND "${FLAGS}")
   execute_process(
-    COMMAND ${CXX} -std=c++20 ${FLAGS} ${program} -o ${WORK}/embed ${needed}
+    COMMAND ${CXX} -std=c++20 ${FLAGS} ${SOURCE}/examples/embed/main.cpp -o ${WORK}/embed ${needed}
       -Wl,-rpath,${libdir}
     COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
-# Where libraries are not looked for by paths in the program they lie beside it.
-file(GLOB libraries ${PREFIX}/${BINDIR}/*.dll)
-file(COPY ${libraries} DESTINATION ${WORK})
-
-# check(OUTPUT TRACE ARGUMENT...)
-function(check expectedOutput expectedTrace)
-  execute_process(COMMAND ${RUN} ${WORK}/embed${SUFFIX} ${ARGN}
-    RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE trace)
-  # Line ends are the system's.
-  string(REPLACE "\r\n" "\n" output "${output}")
-  string(REPLACE "\r\n" "\n" trace "${trace}")
-  if(NOT result EQUAL 0 OR NOT output STREQUAL expectedOutput OR NOT trace STREQUAL expectedTrace)
-    message(FATAL_ERROR "status ${result}, output:\n${output}\nerrors:\n${trace}")
-  endif()
-endfunction()
-
-set(journal "sample: ws.journal is loaded\n")
-if(WAY STREQUAL "readme")
-  check("ImageStore, version 5\n" "${journal}")
-  return()
-endif()
+copy_libraries_to(${WORK})
+set(program ${WORK}/embed)
 # The second library is loaded only because the example sets its option.
-set(trace "${journal}sample: ws.diagnostics is loaded\n")
+set(trace "sample: ws.journal is loaded\nsample: ws.diagnostics is loaded\n")
 set(ownStore "2 load points\nno scope: version 2 from ${SAMPLES}/platform\n")
-check("${ownStore}its scope: version 5 from ${SAMPLES}/imaging-pack/payload/\n" "${trace}"
+check(${program} "${ownStore}its scope: version 5 from ${SAMPLES}/imaging-pack/payload/\n" "${trace}"
   ${SAMPLES}/platform ${SAMPLES}/imaging-pack ImageStore)
-check("${ownStore}its scope: version 1 from ${SAMPLES}/site-overrides\n" "${trace}"
+check(${program} "${ownStore}its scope: version 1 from ${SAMPLES}/site-overrides\n" "${trace}"
   ${SAMPLES}/platform ${SAMPLES}/site-overrides/manifests ImageStore)

@@ -120,8 +120,8 @@ class Comparison {
                                           FileText(now.file), FileText(old.file)),
                               std::move(json)});
     }
-    if (old.content == now.content) return;
     const std::vector<std::string> fields = ChangedFields(old.content, now.content);
+    if (fields.empty()) return;
     Json json = Head(key, now, "changed");
     json["fields"] = fields;
     for (const std::string& field : fields) {
@@ -171,7 +171,7 @@ int RunDiff(const DiffOptions& options) {
     Json array = Json::array();
     for (const Difference& difference : differences)
       array.push_back(difference.json);
-    fmt::print("{}", JsonText({{"differences", std::move(array)}}));
+    fmt::print("{}", FormText(json_format::kDiff, {{"differences", std::move(array)}}));
   } else {
     for (const Difference& difference : differences)
       ShowText("{}\n", difference.text);

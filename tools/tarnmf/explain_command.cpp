@@ -7,6 +7,7 @@
 #include <set>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include "tarnmf/error_text.h"
 
@@ -15,7 +16,9 @@
 #include "check/rules.h"
 #include "check/wording.h"
 #include "grammar/manifest.h"
+#include "tools/tarnmf/grammar_json.h"
 #include "tools/tarnmf/grammar_text.h"
+#include "tools/tarnmf/rule_json.h"
 #include "tools/tarnmf/rule_text.h"
 
 namespace tool {
@@ -51,10 +54,8 @@ void OfferElements(const ElementT& element, CloseNames& names, std::set<const El
                                           DidYouMean(names.Best(), Quoted)));
 }
 
-std::string ExplainAttribute(const ElementT& element, std::string_view name) {
-  if (const AttributeT* attribute = AttributeNamed(element, name)) {
-    return AttributeText(element, *attribute);
-  }
+const AttributeT& RequireAttribute(const ElementT& element, std::string_view name) {
+  if (const AttributeT* attribute = AttributeNamed(element, name)) return *attribute;
   CloseNames names(name);
   for (const AttributeT& attribute : element.attributes)
     names.Offer(attribute.name);
@@ -62,20 +63,31 @@ std::string ExplainAttribute(const ElementT& element, std::string_view name) {
                                           DidYouMean(names.Best(), Quoted)));
 }
 
-std::string Explain(const std::string& subject) {
-  if (const std::optional<Rule> rule = RuleNamed(subject)) return RuleText(Describe(*rule));
-  if (const std::optional<BtkErrorT> code = CodeNamed(subject)) return CodeText(*code);
+std::string AsForm(const char* kind, Json explained) {
+  return FormText(json_format::kExplain, {{kind, std::move(explained)}});
+}
+
+std::string Explain(const std::string& subject, bool json) {
+  if (const std::optional<Rule> rule = RuleNamed(subject)) {
+    const RuleT& described = Describe(*rule);
+    return json ? AsForm("rule", RuleJson(described)) : RuleText(described);
+  }
+  if (const std::optional<BtkErrorT> code = CodeNamed(subject))
+    return json ? AsForm("code", CodeJson(*code)) : CodeText(*code);
   const std::size_t slash = subject.find('/');
   const ElementT* const element = ElementNamed(subject.substr(0, slash));
   if (element == nullptr) RefuseSubject(subject.substr(0, slash));
-  return slash == subject.npos ? ElementText(*element)
-                               : ExplainAttribute(*element, subject.substr(slash + 1));
+  if (slash == subject.npos)
+    return json ? AsForm("element", ElementJson(*element)) : ElementText(*element);
+  const AttributeT& attribute = RequireAttribute(*element, subject.substr(slash + 1));
+  return json ? AsForm("attribute", AttributeOfElementJson(*element, attribute))
+              : AttributeText(*element, attribute);
 }
 
 }  // namespace
 
 int RunExplain(const ExplainOptions& options) {
-  fmt::print("{}", options.page ? RulesPage() : Explain(options.subject));
+  fmt::print("{}", options.page ? RulesPage() : Explain(options.subject, options.json));
   return 0;
 }
 

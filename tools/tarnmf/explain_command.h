@@ -10,6 +10,7 @@ namespace tool {
 struct ExplainOptions {
   std::string subject;  // RULE, CODE, ELEMENT or ELEMENT/ATTRIBUTE
   bool page = false;    // all rules instead, as docs/rules.md
+  bool json = false;
 };
 
 // Returns the exit status. Throws std::invalid_argument for a subject that nothing is known about.

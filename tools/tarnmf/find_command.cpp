@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include "check/paths.h"
@@ -140,7 +141,7 @@ int RunFindClass(const FindClassOptions& options) {
     Json output = {{"found", entry != nullptr},
                    {"entry", entry != nullptr ? ToJson(*entry) : Json()}};
     session.Names().Show(output);
-    fmt::print("{}", JsonText(output));
+    fmt::print("{}", FormText(json_format::kFindClass, std::move(output)));
   } else if (entry != nullptr) {
     PrintClass(session, *entry);
   }
@@ -154,7 +155,8 @@ int RunFindService(const FindServiceOptions& options) {
   const FoundService found = FindService(session, id, options.in);
   if (options.scan.json) {
     fmt::print("{}",
-               JsonText({{"found", found.role != nullptr},
+               FormText(json_format::kFindService,
+                        {{"found", found.role != nullptr},
                          {"loadpoint", found.role != nullptr ? Json(found.loadpoint) : Json()},
                          {"service", found.role != nullptr ? ToJson(*found.role) : Json()}}));
   } else if (found.role != nullptr) {

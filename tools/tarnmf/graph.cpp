@@ -20,9 +20,9 @@ using EdgeKind = GraphEdge::Kind;
 
 constexpr EdgeKind kSideEdges[] = {EdgeKind::kClient, EdgeKind::kService, EdgeKind::kAgent};
 
-std::string LineText(const Manifest& manifest, NodeId node) {
-  const Position at = manifest.source.At(manifest.document[node].span.begin);
-  return fmt::format("{}:{}", manifest.source.Path(), at.line);
+// "FILE:LINE", for what has no id.
+std::string LineText(const GraphNode& node) {
+  return fmt::format("{}:{}", node.file, node.at.line);
 }
 
 class Drawing {
@@ -46,12 +46,26 @@ class Drawing {
   }
 
  private:
-  std::size_t AddNode(NodeKind kind, std::size_t loadpoint, const std::string& id,
-                      const std::string& name, const std::string& more, const std::string& place) {
-    const int number = numbers_[{loadpoint, id}]++;
-    const std::string unique = number == 0 ? id : fmt::format("{}#{}", id, number + 1);
-    graph_.nodes.push_back(
-        {kind, loadpoint, unique, name, more.empty() ? name : name + "\n" + more, place});
+  // A node of something that is declared; its name and label are still to come.
+  static GraphNode NodeAt(NodeKind kind, std::size_t loadpoint, const Manifest& manifest,
+                          NodeId node) {
+    return {kind,
+            loadpoint,
+            "",
+            "",
+            "",
+            manifest.source.Path(),
+            manifest.source.At(manifest.document[node].name.begin),
+            ""};
+  }
+
+  // `kind` and the id, or else the place, tell the node from others.
+  std::size_t AddNode(GraphNode node, const char* kind, const std::string& more) {
+    const std::string key = fmt::format("{} {}", kind, node.id.empty() ? LineText(node) : node.id);
+    const int number = numbers_[{node.loadpoint, key}]++;
+    node.key = number == 0 ? key : fmt::format("{}#{}", key, number + 1);
+    node.label = more.empty() ? node.name : node.name + "\n" + more;
+    graph_.nodes.push_back(std::move(node));
     return graph_.nodes.size() - 1;
   }
 
@@ -80,38 +94,41 @@ class Drawing {
 
   void AddModule(std::size_t number, const Manifest& manifest, const ModuleDeclaration& module) {
     const ModuleFile file = FindModuleFile(*process_.LoadPoints()[number], module);
-    const std::string place = LineText(manifest, module.node);
-    const auto& fileName = module.implementations.front().name;
-    const std::string name = module.id  ? module.id->text
-                             : fileName ? fileName->text + " (nested)"
-                                        : "(nested)";
     const bool isMissing = file.search.file.empty();
-    const std::size_t node = AddNode(isMissing ? NodeKind::kMissing : NodeKind::kModule, number,
-                                     "module " + (module.id ? module.id->text : place), name,
-                                     isMissing     ? "no file"
-                                     : module.type ? module.type->text
-                                                   : "",
-                                     place);
-    modules_[&module] = node;
-    if (module.id) modulesById_.try_emplace({number, module.id->text}, node);
+    GraphNode node =
+        NodeAt(isMissing ? NodeKind::kMissing : NodeKind::kModule, number, manifest, module.node);
+    if (module.id) node.id = module.id->text;
+    const auto& fileName = module.implementations.front().name;
+    node.name = module.id ? module.id->text : fileName ? fileName->text + " (nested)" : "(nested)";
+    const std::string type = module.type ? module.type->text : "";
+    const std::size_t added = AddNode(std::move(node), "module", isMissing ? "no file" : type);
+    modules_[&module] = added;
+    if (module.id) modulesById_.try_emplace({number, module.id->text}, added);
   }
 
   void AddClass(std::size_t number, const ClassRecord& record) {
     const ClassDeclaration& declared = *record.declaration;
-    const std::string place = LineText(*record.manifest, declared.node);
-    const std::string id = declared.id ? IdText(declared.id->id) : place;
-    const std::string name = declared.commonname ? declared.commonname->text : id;
-    classes_[&record] = AddNode(NodeKind::kClass, number, "class " + id, name, "", place);
+    GraphNode node = NodeAt(NodeKind::kClass, number, *record.manifest, declared.node);
+    if (declared.id) node.id = IdText(declared.id->id);
+    node.name = NameOf(node, declared.commonname);
+    classes_[&record] = AddNode(std::move(node), "class", "");
   }
 
   void AddService(std::size_t number, const Manifest& manifest, const ServiceDeclaration& service) {
-    const std::string place = LineText(manifest, service.node);
-    const std::string id = service.id ? IdText(service.id->id) : place;
-    const std::string name = service.commonname ? service.commonname->text : id;
-    const std::size_t node = AddNode(NodeKind::kService, number, "service " + id, name,
-                                     fmt::format("version {}", service.version), place);
-    services_[&service] = node;
-    servicesById_.try_emplace({number, id}, node);
+    GraphNode node = NodeAt(NodeKind::kService, number, manifest, service.node);
+    if (service.id) node.id = IdText(service.id->id);
+    node.name = NameOf(node, service.commonname);
+    const std::string id = node.id;
+    const std::size_t added =
+        AddNode(std::move(node), "service", fmt::format("version {}", service.version));
+    services_[&service] = added;
+    if (service.id) servicesById_.try_emplace({number, id}, added);
+  }
+
+  template <class Text>
+  static std::string NameOf(const GraphNode& node, const std::optional<Text>& commonname) {
+    if (commonname) return commonname->text;
+    return node.id.empty() ? LineText(node) : node.id;
   }
 
   // ---- Edges -----------------------------------------------------------------------------------
@@ -119,7 +136,9 @@ class Drawing {
   // A module that no manifest of the load point declares is drawn as one without a file.
   std::size_t ModuleNamed(std::size_t number, const std::string& id) {
     const auto [known, isNew] = modulesById_.try_emplace({number, id}, graph_.nodes.size());
-    if (isNew) AddNode(NodeKind::kMissing, number, "module " + id, id, "not declared", "");
+    if (isNew) {
+      AddNode({NodeKind::kMissing, number, "", id, id, "", {}, ""}, "module", "not declared");
+    }
     return known->second;
   }
 
@@ -202,7 +221,7 @@ class Drawing {
   const CheckedProcess& process_;
   Graph graph_;
   std::vector<std::size_t> drawn_;      // numbers of load points
-  std::map<InLoadPoint, int> numbers_;  // of nodes with one id
+  std::map<InLoadPoint, int> numbers_;  // of nodes with one key
   std::map<const ModuleDeclaration*, std::size_t> modules_;
   std::map<InLoadPoint, std::size_t> modulesById_;
   std::map<const ClassRecord*, std::size_t> classes_;
@@ -220,11 +239,30 @@ std::string AsIdText(const std::string& text) {
 }
 
 bool IsNamed(const GraphNode& node, const std::string& focus, const std::string& id) {
-  const std::size_t space = node.id.find(' ');
-  return node.name == focus || node.id.compare(space + 1, std::string::npos, id) == 0;
+  return node.name == focus || node.id == id;
 }
 
 }  // namespace
+
+const char* EdgeName(EdgeKind kind) {
+  switch (kind) {
+    case EdgeKind::kClient:
+      return "client";
+    case EdgeKind::kService:
+      return "service";
+    case EdgeKind::kAgent:
+      return "agent";
+    case EdgeKind::kHostedBy:
+      return "hosted by";
+    case EdgeKind::kRuns:
+      return "runs";
+    case EdgeKind::kPreloadedWith:
+      return "preloaded with";
+    case EdgeKind::kHiddenBy:
+      return "hidden by";
+  }
+  return "";
+}
 
 Graph DrawGraph(const CheckedProcess& process) {
   return Drawing(process).Draw();

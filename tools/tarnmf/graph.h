@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "check/source.h"
 #include "tools/tarnmf/checked_process.h"
 
 namespace tool {
@@ -15,10 +16,12 @@ struct GraphNode {
   enum class Kind { kModule, kMissing, kClass, kService };  // missing: a module without a file
   Kind kind;
   std::size_t loadpoint;
-  std::string id;     // in its load point and kind
-  std::string name;   // that people know it by
+  std::string key;   // in its load point
+  std::string id;    // of what it stands for; empty: none
+  std::string name;  // that people know it by
+  std::string file;  // where it is declared; empty: nowhere
+  tarnmf::check::Position at;
   std::string label;  // lines
-  std::string place;  // "FILE:LINE"; empty: nowhere
 };
 
 struct GraphEdge {
@@ -39,6 +42,9 @@ struct Graph {
   std::vector<GraphEdge> edges;
 };
 
+// What an edge says: "hosted by".
+const char* EdgeName(GraphEdge::Kind kind);
+
 Graph DrawGraph(const CheckedProcess& process);
 
 // The nodes that are called so, or have this id, with all that is at most `depth` edges away from
@@ -46,6 +52,9 @@ Graph DrawGraph(const CheckedProcess& process);
 Graph Surroundings(const Graph& graph, const std::string& focus, std::size_t depth);
 
 std::string DotText(const Graph& graph);
+
+// For json_format::kGraph.
+std::string GraphJson(const Graph& graph);
 
 }  // namespace tool
 

@@ -26,6 +26,7 @@ struct GraphOptions {
   std::string focus;  // empty: everything
   std::size_t depth = 2;
   bool svg = false;
+  bool json = false;
 };
 
 // Nothing when nothing has the name; that has been told.
@@ -55,12 +56,15 @@ bool PrintSvg(const std::string& dot) {
 int RunGraph(const GraphOptions& options) {
   const CheckedProcess process(options.process);
   Graph graph = DrawGraph(process);
+  bool isFound = true;
   if (!options.focus.empty()) {
     graph = FocusedGraph(graph, options);
-    if (graph.nodes.empty()) return 1;
+    isFound = !graph.nodes.empty();
   } else if (graph.nodes.size() > kManyNodes) {
     Tell("{} nodes; --focus NAME draws the surroundings of one", graph.nodes.size());
   }
+  if (options.json) fmt::print("{}", GraphJson(graph));
+  if (options.json || !isFound) return isFound ? 0 : 1;
   const std::string dot = DotText(graph);
   if (options.svg) return PrintSvg(dot) ? 0 : 1;
   fmt::print("{}", dot);
@@ -82,7 +86,9 @@ void AddGraph(CLI::App& app, Action& action) {
       ->check(CountProblem)
       ->capture_default_str()
       ->needs(focus);
-  graph->add_flag("--svg", options->svg, "print a picture, with the help of graphviz");
+  CLI::Option* const svg =
+      graph->add_flag("--svg", options->svg, "print a picture, with the help of graphviz");
+  graph->add_flag("--json", options->json, "print JSON")->excludes(svg);
   graph->callback([&action, options] { action = [options] { return RunGraph(*options); }; });
 }
 

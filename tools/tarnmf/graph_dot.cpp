@@ -15,13 +15,8 @@ static_assert(std::size(kNodeStyles) == static_cast<std::size_t>(GraphNode::Kind
 
 // By GraphEdge::Kind. Edges that say nothing about the order are not followed by it.
 constexpr const char* kEdgeStyles[] = {
-    R"(label="client")",
-    R"(label="service")",
-    R"(label="agent")",
-    R"(label="hosted by", style=bold)",
-    R"(label="runs")",
-    R"(label="preloaded with", style=dotted)",
-    R"(label="hidden by", style=dashed, color=red, constraint=false)"};
+    "", "", "", ", style=bold", "", ", style=dotted", ", style=dashed, color=red, constraint=false",
+};
 static_assert(std::size(kEdgeStyles) == static_cast<std::size_t>(GraphEdge::Kind::kHiddenBy) + 1);
 
 std::string Quoted(const std::string& text) {
@@ -38,13 +33,16 @@ std::string Quoted(const std::string& text) {
 }
 
 std::string NodeId(const GraphNode& node) {
-  return Quoted(fmt::format("{} {}", node.loadpoint, node.id));
+  return Quoted(fmt::format("{} {}", node.loadpoint, node.key));
 }
 
 std::string NodeLine(const GraphNode& node) {
   std::string attributes = fmt::format("label={}, {}", Quoted(node.label),
                                        kNodeStyles[static_cast<std::size_t>(node.kind)]);
-  if (!node.place.empty()) attributes += fmt::format(", URL={0}, tooltip={0}", Quoted(node.place));
+  if (!node.file.empty()) {
+    attributes += fmt::format(", URL={0}, tooltip={0}",
+                              Quoted(fmt::format("{}:{}", node.file, node.at.line)));
+  }
   return fmt::format("    {} [{}];\n", NodeId(node), attributes);
 }
 
@@ -68,9 +66,9 @@ std::string DotText(const Graph& graph) {
                         clusters[i]);
   }
   for (const GraphEdge& edge : graph.edges) {
-    text +=
-        fmt::format("  {} -> {} [{}];\n", NodeId(graph.nodes[edge.from]),
-                    NodeId(graph.nodes[edge.to]), kEdgeStyles[static_cast<std::size_t>(edge.kind)]);
+    text += fmt::format("  {} -> {} [label=\"{}\"{}];\n", NodeId(graph.nodes[edge.from]),
+                        NodeId(graph.nodes[edge.to]), EdgeName(edge.kind),
+                        kEdgeStyles[static_cast<std::size_t>(edge.kind)]);
   }
   return text + "}\n";
 }

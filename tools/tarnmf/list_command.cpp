@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/tarnmf/list_command.h"
 
+#include <algorithm>
 #include <fmt/format.h>
+#include <iterator>
+#include <utility>
 #include <vector>
 
 #include "tools/tarnmf/record_json.h"
@@ -75,24 +78,33 @@ std::vector<Row> Services(const ScanSession& session) {
   return rows;
 }
 
-std::vector<Row> Rows(const ScanSession& session, const std::string& what) {
-  if (session.Repository() == nullptr) return {};
-  if (what == "loadpoints") return Loadpoints(session);
-  return what == "classes" ? Classes(session) : Services(session);
-}
+struct Listing {
+  const char* name;  // also of the array in JSON
+  int format;
+  std::vector<Row> (*rows)(const ScanSession&);
+};
+constexpr Listing kListings[] = {
+    {"loadpoints", json_format::kListLoadpoints, Loadpoints},
+    {"classes", json_format::kListClasses, Classes},
+    {"services", json_format::kListServices, Services},
+};
 
 }  // namespace
 
 int RunList(const ScanOptions& options, const std::string& what) {
   const ScanSession session(options);
-  const std::vector<Row> rows = Rows(session, what);
+  const Listing& listing =
+      *std::find_if(std::begin(kListings), std::end(kListings),
+                    [&](const Listing& candidate) { return what == candidate.name; });
+  std::vector<Row> rows;
+  if (session.Repository() != nullptr) rows = listing.rows(session);
   if (options.json) {
     Json array = Json::array();
     for (const Row& row : rows)
       array.push_back(row.json);
     Json output = {{what, array}};
     session.Names().Show(output);
-    fmt::print("{}", JsonText(output));
+    fmt::print("{}", FormText(listing.format, std::move(output)));
   } else {
     for (const Row& row : rows)
       ShowText("{}\n", row.text);

@@ -17,6 +17,7 @@
 #include "tools/tarnmf/explain_command.h"
 #include "tools/tarnmf/find_command.h"
 #include "tools/tarnmf/graph_command.h"
+#include "tools/tarnmf/json_form.h"
 #include "tools/tarnmf/list_command.h"
 #include "tools/tarnmf/lsp/lsp_command.h"
 #include "tools/tarnmf/no_network.h"
@@ -61,6 +62,8 @@ void AddRead(CLI::App& app, tool::ReadOptions& options, Action& action) {
       app.add_subcommand("read", "Read manifest files as one load point and print them as JSON");
   read->add_option("--loadpoint", options.loadpoint, "load point to lend to the records")
       ->type_name("PATH");
+  const std::string json = "print JSON, which is the only form";
+  read->add_flag("--json", json);
   read->add_option("FILE", options.files, "manifest files, in the order of reading")->required();
   read->callback([&] { action = [&] { return tool::RunRead(options); }; });
 }
@@ -151,10 +154,29 @@ void AddExplain(CLI::App& app, tool::ExplainOptions& options, Action& action) {
   explain->add_option("SUBJECT", options.subject, "RULE, CODE, ELEMENT or ELEMENT/ATTRIBUTE");
   // For docs/rules.md. It is hidden, so that --help does not name it as what SUBJECT excludes.
   explain->add_flag("--page", options.page)->group("");
+  explain->add_flag("--json", options.json, "print JSON");
   explain->callback([&] {
     if (options.subject.empty() && !options.page) throw CLI::RequiredError("SUBJECT");
     if (!options.subject.empty() && options.page) throw CLI::ExcludesError("--page", "SUBJECT");
+    if (options.json && options.page) throw CLI::ExcludesError("--page", "--json");
     action = [&] { return tool::RunExplain(options); };
+  });
+}
+
+// Without a command, --json is for the version.
+void AddVersion(CLI::App& app) {
+  CLI::Option* const json = app.add_flag_callback(
+      "--json",
+      [&app] {
+        if (app.get_version_ptr()->count() == 0)
+          throw std::invalid_argument("--json stands behind a command, or beside --version");
+      },
+      "print the version as JSON");
+  app.set_version_flag("--version", [json] {
+    if (json->count() == 0) return std::string(TARNMF_VERSION);
+    std::string text = tool::FormText(tool::json_format::kVersion, {{"version", TARNMF_VERSION}});
+    text.pop_back();  // the parser ends the line
+    return text;
   });
 }
 
@@ -183,7 +205,7 @@ int main(int argc, char** argv) {
   tool::ForbidConnections();
   CLI::App app("Reads, checks and scans the manifests of a platform installation", "tarnmf");
   app.allow_windows_style_options(false);  // "/a" is a path everywhere
-  app.set_version_flag("--version", TARNMF_VERSION);
+  AddVersion(app);
   app.require_subcommand(1);
   tool::CheckOptions check;
   tool::ExplainOptions explain;

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 #include "check/files.h"
 #include "check/verdict.h"

@@ -175,8 +175,4 @@ Json ToJson(const MfSvcResolveT& entry) {
           {"record", entry.record != nullptr ? ToJson(*entry.record) : Json()}};
 }
 
-std::string JsonText(const Json& json) {
-  return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
 }  // namespace tool

@@ -4,14 +4,11 @@
 #ifndef TOOLS_TARNMF_RECORD_JSON_H
 #define TOOLS_TARNMF_RECORD_JSON_H
 
-#include <nlohmann/json.hpp>
-#include <string>
-
 #include "tarnmf/records.h"
 
-namespace tool {
+#include "tools/tarnmf/json_form.h"
 
-using Json = nlohmann::ordered_json;
+namespace tool {
 
 Json ToJson(const UniIdT& id);
 Json ToJson(const char* text);
@@ -22,9 +19,6 @@ Json ToJson(const MfServiceRoleT& role);
 Json ToJson(const MfRunnableT& runnable);
 Json ToJson(const MfLdpDataT& data);
 Json ToJson(const MfSvcResolveT& entry);
-
-// Bytes that are no valid UTF-8 are replaced.
-std::string JsonText(const Json& json);
 
 }  // namespace tool
 

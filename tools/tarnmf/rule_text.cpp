@@ -32,14 +32,9 @@ const char* FixText(Fix fix) {
   return "";
 }
 
-std::string_view WithoutFirstLineFeed(std::string_view text) {
-  if (text.starts_with('\n')) text.remove_prefix(1);
-  return text;
-}
-
 std::string Indented(std::string_view text) {
   std::string indented;
-  for (text = WithoutFirstLineFeed(text); !text.empty();) {
+  while (!text.empty()) {
     const std::string_view line = text.substr(0, text.find('\n'));
     if (!line.empty()) indented += "    ";
     indented += line;
@@ -62,10 +57,9 @@ bool HasCode(const RuleT& rule, BtkErrorT code) {
 }
 
 // An example in a page: more than one file, or a layout file, is no XML.
-std::string Fenced(std::string_view example) {
-  const std::string_view text = WithoutFirstLineFeed(example);
+std::string Fenced(std::string_view text) {
   const bool isXml = text.starts_with('<');
-  return fmt::format("```{}\n{}{}```\n", isXml ? "xml" : "", text,
+  return fmt::format("```{}\n{}{}```\n", isXml ? "xml" : "text", text,
                      text.ends_with('\n') ? "" : "\n");
 }
 
@@ -73,8 +67,8 @@ std::string PageSection(const RuleT& rule) {
   std::string text = fmt::format("\n## {}\n\n*{}.* {} {}\n", rule.name, SeverityText(rule),
                                  rule.summary, rule.advice);
   if (rule.fix != Fix::kNone) text += fmt::format("\n{}\n", FixText(rule.fix));
-  if (rule.wrong != nullptr) text += fmt::format("\nWrong:\n\n{}", Fenced(rule.wrong));
-  if (rule.right != nullptr) text += fmt::format("\nRight:\n\n{}", Fenced(rule.right));
+  if (rule.wrong != nullptr) text += fmt::format("\nWrong:\n\n{}", Fenced(ExampleText(rule.wrong)));
+  if (rule.right != nullptr) text += fmt::format("\nRight:\n\n{}", Fenced(ExampleText(rule.right)));
   return text;
 }
 
@@ -84,18 +78,31 @@ std::string RuleText(const RuleT& rule) {
   std::string text =
       fmt::format("{} ({})\n\n{}\n{}\n", rule.name, SeverityText(rule), rule.summary, rule.advice);
   if (rule.fix != Fix::kNone) text += fmt::format("{}\n", FixText(rule.fix));
-  if (rule.wrong != nullptr) text += fmt::format("\nWrong:\n{}", Indented(rule.wrong));
-  if (rule.right != nullptr) text += fmt::format("\nRight:\n{}", Indented(rule.right));
+  if (rule.wrong != nullptr) text += fmt::format("\nWrong:\n{}", Indented(ExampleText(rule.wrong)));
+  if (rule.right != nullptr) text += fmt::format("\nRight:\n{}", Indented(ExampleText(rule.right)));
   return text;
 }
 
 std::string CodeText(BtkErrorT code) {
   std::string text = CodeInWords(code) + "\n";
   std::string rules;
-  for (const RuleT& rule : Catalogue()) {
-    if (HasCode(rule, code)) rules += fmt::format("  {}: {}\n", rule.name, rule.summary);
-  }
+  for (const RuleT* rule : RulesWithCode(code))
+    rules += fmt::format("  {}: {}\n", rule->name, rule->summary);
   if (!rules.empty()) text += "\nWhat check tells with it:\n" + rules;
+  return text;
+}
+
+std::vector<const RuleT*> RulesWithCode(BtkErrorT code) {
+  std::vector<const RuleT*> rules;
+  for (const RuleT& rule : Catalogue()) {
+    if (HasCode(rule, code)) rules.push_back(&rule);
+  }
+  return rules;
+}
+
+std::string_view ExampleText(const char* example) {
+  std::string_view text = example != nullptr ? example : "";
+  if (text.starts_with('\n')) text.remove_prefix(1);
   return text;
 }
 

@@ -4,6 +4,8 @@
 #define TOOLS_TARNMF_RULE_TEXT_H
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "check/rules.h"
 #include "platform/errors.h"
@@ -14,6 +16,12 @@ std::string RuleText(const tarnmf::check::RuleT& rule);
 
 // The code in words and the rules that come with it.
 std::string CodeText(BtkErrorT code);
+
+// Those that come with the code.
+std::vector<const tarnmf::check::RuleT*> RulesWithCode(BtkErrorT code);
+
+// The example without what only keeps it apart from the source around it; empty for none.
+std::string_view ExampleText(const char* example);
 
 // docs/rules.md.
 std::string RulesPage();

@@ -13,7 +13,7 @@ int RunScan(const ScanReportOptions& options) {
   const ScanSession session(options.scan);
   const ScanView view(session);
   if (options.scan.json) {
-    fmt::print("{}", JsonText(ToJson(view)));
+    fmt::print("{}", FormText(json_format::kScan, ToJson(view)));
   } else {
     PrintProblems(view);
     if (options.all) PrintListing(view);

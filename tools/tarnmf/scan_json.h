@@ -8,7 +8,8 @@
 
 namespace tool {
 
-// {"code", "steps": [...]}: one step for the process's own load point and one per installation.
+// The keys of json_format::kScan. Among its steps are one for the process's own load point and one per
+// installation.
 // "code" is that of the first step that failed, 0 when none did, null for an exception.
 // The same for every scan of the same load points.
 Json ToJson(const ScanView& view);

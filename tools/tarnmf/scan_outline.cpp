@@ -107,6 +107,16 @@ class StepReader {
   std::map<std::pair<ItemKind, std::string>, int> numbers_;
 };
 
+// A sentence about a scan that another version of the tool has printed; empty for one as this one
+// prints it.
+std::string FormatProblem(const Json& scan) {
+  const Json format = scan.value("format", Json());
+  if (format == Json(json_format::kScan)) return "";
+  return fmt::format("the scan {}, and this version of tarnmf reads format {} only",
+                     format.is_number() ? "is of format " + format.dump() : "names no format",
+                     json_format::kScan);
+}
+
 // What a scan prints is never that deep, and the functions above descend into everything.
 bool RefuseDepth(int depth, Json::parse_event_t /*event*/, Json& /*parsed*/) {
   constexpr int kDeepest = 64;
@@ -126,14 +136,18 @@ ScanOutline ReadOutline(const std::string& file) {
   std::ifstream stream(SystemPath(file), std::ios::binary);
   if (!stream) throw std::invalid_argument(fmt::format("{}: the file cannot be read", file));
   ScanOutline outline;
+  std::string problem;
   try {
     const Json scan = Json::parse(stream, RefuseDepth);
-    for (const Json& step : scan.at("steps"))
-      StepReader(step, outline).Read();
+    problem = FormatProblem(scan);
+    if (problem.empty()) {
+      for (const Json& step : scan.at("steps"))
+        StepReader(step, outline).Read();
+    }
   } catch (const std::exception& error) {
-    throw std::invalid_argument(
-        fmt::format("{}: this is not what \"tarnmf scan --json\" prints: {}", file, error.what()));
+    problem = fmt::format("this is not what \"tarnmf scan --json\" prints: {}", error.what());
   }
+  if (!problem.empty()) throw std::invalid_argument(fmt::format("{}: {}", file, problem));
   return outline;
 }
 

@@ -10,6 +10,7 @@
 
 #include "check/files.h"
 #include "platform/host/system_path.h"
+#include "tools/tarnmf/grammar_json.h"
 #include "tools/tarnmf/other_programs.h"
 #include "tools/tarnmf/schema_markdown.h"
 #include "tools/tarnmf/schema_rng.h"
@@ -39,6 +40,7 @@ struct Form {
 constexpr Form kForms[] = {
     {"--rng", "as RELAX NG (the default)", RngSchema},
     {"--xsd", "as XML Schema, with the help of trang", XsdSchema},
+    {"--json", "as JSON", JsonSchema},
     {"--markdown", "as tables for readers", MarkdownSchema},
 };
 

@@ -152,7 +152,7 @@ int RunWhyClass(const WhyClassOptions& options) {
   const std::vector<Candidate> candidates = process.Answers().Candidates(query);
   const NamedClass* const found = process.Answers().Find(query);
   if (options.json) {
-    fmt::print("{}", JsonText(ToJson(query, candidates, found)));
+    fmt::print("{}", FormText(json_format::kWhyClass, ToJson(query, candidates, found)));
   } else if (!candidates.empty()) {
     PrintText(query, candidates, found);
   }

@@ -148,7 +148,8 @@ void Print(const std::string& module, const std::vector<Explanation>& explanatio
   Json array = Json::array();
   for (const Explanation& explanation : explanations)
     array.push_back(ToJson(explanation));
-  fmt::print("{}", JsonText({{"module", module}, {"declarations", std::move(array)}}));
+  fmt::print("{}", FormText(json_format::kWhyPreload,
+                            {{"module", module}, {"declarations", std::move(array)}}));
 }
 
 void PrintUnknown(const CheckedProcess& checked, const std::string& id) {

@@ -52,18 +52,6 @@ TEST_F(CheckCommand, RefusesClosedDirectories) {
   }
 }
 
-TEST_F(CheckCommand, SarifFollowsItsSchema) {
-  Write("pack/a b.tmfx", kWrong);
-  Write("pack/b.tmfx",
-        "<tarnmanifest version=\"1\">\n<!-- tarnmf: allow runnable-module-unknown (by plan) -->\n"
-        "<runnable moduleref=\"gone\"/></tarnmanifest>");
-  Write("log.sarif", RunTool("check --sarif pack").out);
-  if (RunCommand("python3 -c 'import jsonschema'").status != 0)
-    GTEST_SKIP() << "python3-jsonschema is not installed";
-  const Outcome validation = RunCommand("python3 " TARNMF_TEST_DATA "/sarif/validate.py log.sarif");
-  EXPECT_EQ(validation.status, 0) << validation.errors;
-}
-
 TEST_F(CheckCommand, FixesKeepLinksAndModesAndAreAPatch) {
   Write("files/a.tmfx", kWrong);
   fs::create_directory("pack");
