@@ -4,10 +4,10 @@
 build_packages=(
   g++ cmake ninja-build pkg-config git
   libxerces-c-dev libexpat1-dev libutfcpp-dev uuid-dev
-  libcli11-dev nlohmann-json3-dev libfmt-dev
+  libcli11-dev nlohmann-json3-dev libfmt-dev pandoc
   libgtest-dev libgmock-dev
 )
-test_packages=(neovim gdb graphviz)
+test_packages=(neovim gdb graphviz bash zsh fish man-db)
 # Some machines have these commands from elsewhere.
 command -v node >/dev/null || test_packages+=(nodejs)
 command -v npm >/dev/null || test_packages+=(npm)

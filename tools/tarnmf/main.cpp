@@ -12,6 +12,7 @@
 #include "tools/tarnmf/action.h"
 #include "tools/tarnmf/arguments.h"
 #include "tools/tarnmf/check_command.h"
+#include "tools/tarnmf/complete_command.h"
 #include "tools/tarnmf/diff_command.h"
 #include "tools/tarnmf/explain_command.h"
 #include "tools/tarnmf/find_command.h"
@@ -227,6 +228,10 @@ int main(int argc, char** argv) {
   tool::AddLsp(app, action);
   try {
     std::vector<std::string> arguments = tool::Arguments(argc, argv);
+    if (tool::IsCompletion(arguments)) {
+      tool::RunComplete(app, arguments);
+      return Finished(0);
+    }
     // The parser takes them from the end, without the program's name.
     std::reverse(arguments.begin(), arguments.end());
     if (!arguments.empty()) arguments.pop_back();
