@@ -34,6 +34,7 @@ TEST(Complete, SaysNothingOfWhatIsWrong) {
                          {"--=", ""},
                          {"-",
                           "--help\tPrint this help message and exit\n"
+                          "--json\tprint the version as JSON\n"
                           "--version\tDisplay program version information and exit\n"},
                          {"= '[' '' - -- -- '{}' \"$(printf '\\377')\"", ""},
                          {"explain /", ""},
