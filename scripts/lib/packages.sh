@@ -4,17 +4,19 @@
 build_packages=(
   g++ cmake ninja-build pkg-config git
   libxerces-c-dev libexpat1-dev libutfcpp-dev uuid-dev
-  libcli11-dev nlohmann-json3-dev libfmt-dev pandoc
+  libcli11-dev nlohmann-json3-dev libfmt-dev
   libgtest-dev libgmock-dev
 )
-test_packages=(neovim gdb graphviz bash zsh fish man-db)
+# Manual pages are made where this is.
+manual_packages=(pandoc)
+test_packages=(neovim gdb graphviz bash zsh fish man-db "${manual_packages[@]}")
 # Some machines have these commands from elsewhere.
 command -v node >/dev/null || test_packages+=(nodejs)
 command -v npm >/dev/null || test_packages+=(npm)
 command -v python3 >/dev/null || test_packages+=(python3)
 # The libraries for Windows are built from sources, with what build_packages has of headers.
 windows_packages=(g++-mingw-w64-x86-64-posix wine64 dpkg-dev googletest)
-debian_packages=(debhelper dpkg-dev lintian doxygen)
+debian_packages=(debhelper dpkg-dev lintian doxygen "${manual_packages[@]}")
 # Tools that the results depend on: version 14, or the system's own where it has no such package.
 format_packages=(clang-format-14)
 bench_packages=(python3 valgrind)
