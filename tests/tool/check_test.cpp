@@ -19,24 +19,6 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
-TEST_F(CheckCommand, ExitStatusSaysWhatWasFound) {
-  Write("good/a.tmfx", kGood);
-  Write("warned/a.tmfx", kWarned);
-  Write("wrong/a.tmfx", kWrong);
-  Write("wide/\xc3\xa9\xf0\x9f\x98\x80 x.tmfx", kWrong);
-  Write("set/.tarnmf-check", "runnable-module-unknown = error\n");
-  Write("set/pack/a.tmfx", kWarned);
-  Write("unset/.tarnmf-check", "# all of it\n\nclas-hidden = off\nbad-id = off\nallow\n");
-  Write("unset/pack/a.tmfx", kGood);
-  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/check.cases")) {
-    const Outcome outcome = RunTool("check " + row.input);
-    EXPECT_EQ(outcome.status, row.result[0] - '0') << row.name << "\n" << outcome.errors;
-    EXPECT_THAT(outcome.errors,
-                HasSubstr(row.result.substr(std::min<std::size_t>(2, row.result.size()))));
-    EXPECT_EQ(outcome.status == 2 ? outcome.out : outcome.errors, "") << row.name;
-  }
-}
-
 TEST_F(CheckCommand, PrintsFindingsInAllForms) {
   Write("pack/a,1.tmfx", kWrong);
   Write("pack/b.tmfx", kWarned);
@@ -117,14 +99,6 @@ TEST_F(CheckCommand, FixesWhatIsCertain) {
   EXPECT_EQ(second.out, first.out);
   EXPECT_EQ(second.errors, "");
   EXPECT_EQ(RunTool("check --diff pack").out, "");
-}
-
-TEST(Explain, KnowsRulesCodesAndTheGrammar) {
-  for (const FileCase& row : ReadCaseFile(TARNMF_CASES "/explain.cases")) {
-    const Outcome outcome = RunTool("explain " + row.input);
-    EXPECT_EQ(outcome.status, row.result[0] - '0') << row.name;
-    EXPECT_THAT(outcome.out + outcome.errors, HasSubstr(row.result.substr(2))) << row.name;
-  }
 }
 
 #if defined(TARNMF_SAMPLES)

@@ -82,37 +82,11 @@ TEST(Diff, TellsEachChangeOnce) {
   EXPECT_THAT(scoped.out, Not(HasSubstr("callers of scope")));
 }
 
-// Some programs that pass JSON on sort the keys.
-TEST(Diff, IsBlindForTheOrderOfKeys) {
-  const TempDirectory root;
-  const std::string head = R"({"format": 1, "steps": [{"loadpoint": "/p", )";
-  const std::string tail = R"(, "registered": {"services": [], "runnables": []}}]})";
-  const std::string before = root.Write("a.json", head + R"("kind": "process", "code": 0)" + tail);
-  const std::string after = root.Write("b.json", head + R"("code": 0, "kind": "process")" + tail);
-  EXPECT_EQ(RunTool("diff " + before + " " + after).status, 0);
-}
-
-TEST(Diff, RefusesWhatIsNoScan) {
+TEST(Diff, RefusesWhatIsNoScanHoweverDeep) {
   const TempDirectory root;
   const std::string deep = std::string(200'000, '[') + std::string(200'000, ']');
-  const std::string noScan = "this is not what \"tarnmf scan --json\" prints: ";
-  const std::string rows[][2] = {
-      {"", noScan},
-      {"{", noScan},
-      {"[]", noScan},
-      {R"({"format": 1, "steps": 1})", noScan},
-      {R"({"format": 1, "steps": [{"loadpoint": 1}]})", noScan},
-      {R"({"format": 1, "steps": )" + deep + "}", noScan},
-      {R"({"steps": []})", "the scan names no format, and this version of tarnmf reads format 1"},
-      {R"({"format": 4294967297, "steps": []})", "the scan is of format 4294967297, and this"},
-  };
-  for (const auto& [text, told] : rows) {
-    const std::string file = root.Write("x.json", text);
-    const Outcome outcome = RunTool("diff " + file + " " + file);
-    EXPECT_EQ(outcome.status, 2) << text.substr(0, 40);
-    EXPECT_THAT(outcome.errors, HasSubstr("x.json: " + told));
-  }
-  EXPECT_EQ(RunTool("diff /nowhere/a /nowhere/b").status, 2);
+  const std::string file = root.Write("x.json", R"({"format": 1, "steps": )" + deep + "}");
+  EXPECT_EQ(RunTool("diff " + file + " " + file).status, 2);
 }
 
 }  // namespace
