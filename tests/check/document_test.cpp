@@ -2,7 +2,6 @@
 // How documents are read, in whatever encoding and however broken they are.
 #include <algorithm>
 #include <fmt/format.h>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <memory>
@@ -16,6 +15,7 @@
 #include "check/manifest.h"
 #include "tests/check/marked.h"
 #include "tests/support/case_file.h"
+#include "tests/support/temp_directory.h"
 
 namespace tarnmf::check {
 namespace {
@@ -191,8 +191,7 @@ TEST(Document, PlacesDoNotDependOnTheEncoding) {
 }
 
 TEST(Document, IsWholeOnceItsRootIs) {
-  std::ifstream file(std::string(TARNMF_SAMPLES) + "/platform/imaging.tmfx", std::ios::binary);
-  const std::string sample{std::istreambuf_iterator<char>(file), {}};
+  const std::string sample = test::ReadFile(TARNMF_SAMPLES "/platform/imaging.tmfx");
   const std::size_t end = sample.rfind('>') + 1;
   ASSERT_GT(end, 1000U);
   for (std::size_t size = 0; size <= sample.size(); ++size) {

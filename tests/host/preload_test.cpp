@@ -1,16 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <fstream>
-#include <iterator>
-
 #include "tests/host/preloading.h"
 
 namespace tarnmf::test {
-
-std::string ProbeLibrary() {
-  std::ifstream file(TARNMF_PROBE_LIBRARY, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 namespace {
 
 TEST_F(Preloading, SurvivesLibrariesThatAreCutOff) {

@@ -2,6 +2,7 @@
 #include "tests/support/temp_directory.h"
 
 #include <fstream>
+#include <iterator>
 #include <random>
 #include <stdexcept>
 
@@ -34,6 +35,11 @@ std::string TempDirectory::Write(const std::string& name, std::string_view conte
   out.write(content.data(), static_cast<std::streamsize>(content.size()));
   if (!out.flush()) throw std::runtime_error("cannot write " + At(name));
   return At(name);
+}
+
+std::string ReadFile(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 }  // namespace tarnmf::test

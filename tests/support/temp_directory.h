@@ -30,6 +30,9 @@ class TempDirectory {
   std::filesystem::path path_;
 };
 
+// All bytes of a file.
+std::string ReadFile(const std::filesystem::path& file);
+
 }  // namespace tarnmf::test
 
 #endif  // TESTS_SUPPORT_TEMP_DIRECTORY_H

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/case_file.h"
 #include "tests/support/system_names.h"
 #include "tests/tool/check_command.h"
 

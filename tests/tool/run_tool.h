@@ -3,7 +3,6 @@
 #ifndef TESTS_TOOL_RUN_TOOL_H
 #define TESTS_TOOL_RUN_TOOL_H
 
-#include <filesystem>
 #include <string>
 
 namespace tarnmf::test {
@@ -20,10 +19,6 @@ Outcome RunCommand(const std::string& command);
 // `arguments` is what follows the tool's name on a command line, in double quotes where it has blanks;
 // `input` is what it finds on standard input.
 Outcome RunTool(const std::string& arguments, const std::string& input = "");
-// With a working directory of its own.
-Outcome RunToolIn(const std::string& directory, const std::string& arguments);
-
-std::string ReadFile(const std::filesystem::path& file);
 
 }  // namespace tarnmf::test
 

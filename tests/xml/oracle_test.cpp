@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The tree that the readers walk says what the XML library's own DOM would have said.
 #include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <random>
 
 #include "tests/support/documents.h"
@@ -131,14 +129,9 @@ class OracleTest : public testing::Test {
     documents_.push_back(kEverything);
     for (const char* folder : {"fuzz/corpus", "samples"}) {
       for (const auto& entry : fs::recursive_directory_iterator(fs::path(TARNMF_SOURCE) / folder)) {
-        if (entry.is_regular_file()) documents_.push_back(TextOf(entry.path()));
+        if (entry.is_regular_file()) documents_.push_back(ReadFile(entry.path()));
       }
     }
-  }
-
-  static std::string TextOf(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
   }
 
   std::vector<std::string> documents_;
