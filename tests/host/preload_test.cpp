@@ -2,6 +2,11 @@
 #include "tests/host/preloading.h"
 
 namespace tarnmf::test {
+
+std::string ProbeLibrary() {
+  return ReadFile(TARNMF_PROBE_LIBRARY);
+}
+
 namespace {
 
 TEST_F(Preloading, SurvivesLibrariesThatAreCutOff) {

@@ -12,6 +12,9 @@
 
 namespace tarnmf::test {
 
+// The bytes of a library that can be loaded.
+std::string ProbeLibrary();
+
 class Preloading : public testing::Test {
  protected:
   // Why a library with this content is not loaded; empty: it is.
@@ -29,7 +32,7 @@ class Preloading : public testing::Test {
     return preload.failure;
   }
 
-  const std::string whole_ = ReadFile(TARNMF_PROBE_LIBRARY);
+  const std::string whole_ = ProbeLibrary();
   const TempDirectory root_;
   btkHostDlmManager manager_;
   int number_ = 0;
