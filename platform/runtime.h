@@ -26,6 +26,8 @@ BTK_API std::int32_t btkAoDec32(std::int32_t* counter);
 /// for equal ones, or positive; a null string sorts first. The order is the platform's own; the host
 /// layer's is that of the bytes.
 BTK_API int CmpCase_cStrings_Safe(const char* const* left, const char* const* right);
+/// Whether strings that are not null stand to each other as strcmp has them.
+inline constexpr bool kBtkCmpCaseIsOfBytes = true;
 /// The same for wide paths; one trailing separator is ignored.
 BTK_API int Cmp_cWPaths_Safe(const btkWChar* const* left, const btkWChar* const* right);
 

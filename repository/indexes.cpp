@@ -183,11 +183,12 @@ MfSvcResolveT* liMfRepoBaseImpl::FindClassImpl(const UniIdT* scope, const char* 
   if (!at.found) return nullptr;
   const ResolveBucketT& bucket = classIndex[at.place];
   const auto threshold = static_cast<std::int16_t>(VersionKey(reqVersion < 0 ? 0 : reqVersion) - 1);
-  const std::int32_t first = FirstAbove(bucket, threshold);
   const UniIdT& wanted = scope != nullptr ? *scope : kBtkNullUniId;
   MfSvcResolveT* withoutScope = nullptr;
-  for (std::int32_t i = bucket.byVersion.Count() - 1; i >= first; --i) {
+  // From the highest version, so that what is too old ends the walk.
+  for (std::int32_t i = bucket.byVersion.Count() - 1; i >= 0; --i) {
     MfSvcResolveT* const entry = bucket.byVersion[i];
+    if (entry->versionKey < threshold) break;
     if (entry->record->svcMinVersion > limit) continue;
     if (btkUniIdIsEqual(&entry->ids[kMfScopeId], &wanted)) return entry;
     if (withoutScope == nullptr && btkUniIdIsNull(entry->ids[kMfScopeId])) withoutScope = entry;

@@ -7,36 +7,14 @@
 #include "support/number_search.h"
 
 namespace tarnmf {
-namespace {
-
-// A character's place among those that make names: the end of a name, all signs before the digits,
-// digits and letters, in the order of their bytes. Any other counts as the one of these before it:
-// names that differ only there have equal heads. So a head holds ten characters, not eight.
-struct CharacterPlaces {
-  std::uint8_t of[256];
-};
-constexpr CharacterPlaces kPlaces = [] {
-  CharacterPlaces places{};
-  std::uint8_t place = 0;
-  for (int character = 1; character < 256; ++character) {
-    const bool counts = character == 1 || (character >= '0' && character <= '9') ||
-                        (character >= 'A' && character <= 'Z') ||
-                        (character >= 'a' && character <= 'z');
-    if (counts) ++place;
-    places.of[character] = place;
-  }
-  return places;
-}();
-constexpr int kBitsOfPlace = 6;
-static_assert(kPlaces.of[255] < 1 << kBitsOfPlace);
-
-}  // namespace
 
 IndexRange NameHeads::Guess(const char* name) const {
   if (!areUseful_ || name == nullptr) return {0, heads_.Count()};
   const Head sought = HeadOf(name);
   const std::int32_t last = LastNotAbove(sought);
-  return {heads_[last] == sought ? StartOfRun(last) : last, last + 1};
+  const std::int32_t place = heads_[last] > sought ? last : last + 1;
+  if (heads_[last] != sought) return {place, place};
+  return {last > 0 && heads_[last - 1] == sought ? StartOfRun(last) : last, place};
 }
 
 void NameHeads::InsertReserved(std::int32_t place, const char* name) {
@@ -47,21 +25,18 @@ void NameHeads::InsertReserved(std::int32_t place, const char* name) {
 
 void NameHeads::Renew(const SortedNames& names) {
   prefixes_.Choose(names);
-  placeBits_ = static_cast<int>(std::bit_width(static_cast<unsigned>(2 * prefixes_.Count())));
+  placeBits_ = static_cast<unsigned>(std::bit_width(static_cast<unsigned>(2 * prefixes_.Count())));
+  code_.Learn(names, prefixes_);
   for (std::int32_t i = 0; i < names.count; ++i)
     heads_[i] = HeadOf(names[i]);
   areUseful_ = TellNamesApart();
   staleness_ = 0;
 }
 
-// Short names are filled up with zeros.
 NameHeads::Head NameHeads::HeadOf(const char* name) const {
-  const int headBits = 64 - placeBits_;
-  const char* rest = "";
-  Head head = static_cast<Head>(prefixes_.PlaceOf(name, rest)) << headBits;
-  for (int shift = headBits - kBitsOfPlace; shift >= 0 && *rest != '\0'; shift -= kBitsOfPlace)
-    head |= Head{kPlaces.of[static_cast<unsigned char>(*rest++)]} << shift;
-  return head;
+  const NamePrefixes::Split split = prefixes_.SplitOf(name);
+  const unsigned codeBits = 64 - placeBits_;
+  return Head{split.place} << codeBits | code_.Of(split.rest, codeBits);
 }
 
 bool NameHeads::HasPrefix(Head head) const {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "repository/name_code.h"
 #include "repository/name_prefixes.h"
 #include "support/growable_array.h"
 
@@ -18,14 +19,14 @@ struct IndexRange {
   std::int32_t last;
 };
 
-// A head is made of a name's place among the prefixes and the characters after its prefix. So names
-// in the order of their bytes have ascending heads, whatever the prefixes are, and a few strange names
-// do not spoil the heads of all others.
+// A head is made of a name's place among the prefixes and a code of the characters after its prefix.
+// So names in the order of their bytes have ascending heads, whatever the prefixes are, and a few
+// strange names do not spoil the heads of all others.
 class NameHeads {
  public:
   // Where to look for `name`, which may be null: the names with the same head, when there are none
-  // the one before them. All names while the heads are of no use. It is a guess: true only of names
-  // in the order of their bytes.
+  // the place between two names where it belongs. All names while the heads are of no use. Names that
+  // are not in the order of their bytes make it a guess.
   IndexRange Guess(const char* name) const;
 
   // Makes room for one more head; false when out of memory.
@@ -44,7 +45,7 @@ class NameHeads {
   void Renew(const SortedNames& names);
 
  private:
-  using Head = std::uint64_t;
+  using Head = NameCode::Code;
   static constexpr std::int32_t kStrangerWeight = 4;
 
   Head HeadOf(const char* name) const;
@@ -55,7 +56,8 @@ class NameHeads {
 
   GrowableArray<Head, 32> heads_;
   NamePrefixes prefixes_;
-  int placeBits_ = 2;  // that a place takes
+  NameCode code_;
+  unsigned placeBits_ = 2;  // that a place takes
   std::int32_t staleness_ = 0;
   bool areUseful_ = false;
 };

@@ -3,9 +3,9 @@
 //
 // The order is that of a comparator in another library, and the names lie all over memory, so that
 // each step of a plain bisection costs a call and two cache misses. Heads (see name_heads.h) stand
-// beside the array: a bisection over these numbers guesses where a name is. The comparator decides
-// nevertheless: it searches the names with equal heads, and confirms that a name which is not among
-// them belongs there. Where it refutes the guess, as it may when its order is not that of the bytes,
+// beside the array: a bisection over these numbers tells where a name is, and the comparator searches
+// the names with equal heads. An order that is not known to be that of the bytes makes it a guess: the
+// comparator then confirms that a name which is not found belongs there. Where it refutes the guess,
 // what the guess left out is searched too. So a wrong guess only costs time.
 #ifndef REPOSITORY_NAME_INDEX_H
 #define REPOSITORY_NAME_INDEX_H
@@ -18,7 +18,8 @@
 
 namespace tarnmf {
 
-// `Order` compares two names as strcmp does; Element has a member `key`, its name, which must stay
+// `Order` compares two names as strcmp does, and its kIsOfBytes says whether they always stand to each
+// other as strcmp has them, too; Element has a member `key`, its name, which must stay
 // where it is and as it is for as long as the element is here. Step and Owner are the array's.
 template <class Element, std::int32_t Step, class Owner, class Order>
 class NameIndex {
@@ -31,7 +32,7 @@ class NameIndex {
   BisectResult Find(const char* name) const {
     const IndexRange guess = heads_.Guess(name);
     const BisectResult at = Search(guess.first, guess.last, name);
-    if (at.found) return at;
+    if (at.found || Order::kIsOfBytes) return at;
     if (at.place == guess.first && at.place > 0 && Compare(at.place - 1, name) >= 0)
       return Search(0, at.place, name);
     if (at.place == guess.last && at.place < Count() && Compare(at.place, name) <= 0)

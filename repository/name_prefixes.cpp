@@ -2,7 +2,6 @@
 #include "repository/name_prefixes.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "support/bisect.h"
 
@@ -73,26 +72,6 @@ void NamePrefixes::Choose(const SortedNames& names, Range range, std::int32_t ot
   }
   for (std::int32_t i = 0; i < parts.count; ++i)
     Choose(names, parts.ranges[i], others + parts.count - 1 - i);
-}
-
-std::int32_t NamePrefixes::PlaceOf(const char* name, const char*& rest) const {
-  std::int32_t first = 0;
-  std::int32_t last = count_;
-  while (first < last) {
-    const std::int32_t middle = (first + last) / 2;
-    const Prefix& prefix = prefixes_[middle];
-    const int order = std::strncmp(name, prefix.text, prefix.length);
-    if (order == 0) {
-      rest = name + prefix.length;
-      return 2 * middle + 1;
-    }
-    if (order < 0) {
-      last = middle;
-    } else {
-      first = middle + 1;
-    }
-  }
-  return 2 * first;
 }
 
 }  // namespace tarnmf

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace tarnmf {
 
@@ -25,9 +26,29 @@ class NamePrefixes {
   void Choose(const SortedNames& names);
 
   std::int32_t Count() const { return count_; }
+
   // Names with prefix number N have the place 2 * N + 1; those before, between and after them have the
-  // even ones. `rest` becomes what follows the prefix.
-  std::int32_t PlaceOf(const char* name, const char*& rest) const;
+  // even ones, and no characters after a prefix.
+  struct Split {
+    std::uint32_t place;
+    const char* rest;
+  };
+  Split SplitOf(const char* name) const {
+    std::uint32_t first = 0;
+    auto last = static_cast<std::uint32_t>(count_);
+    while (first < last) {
+      const std::uint32_t middle = (first + last) / 2;
+      const Prefix& prefix = prefixes_[middle];
+      const int order = std::strncmp(name, prefix.text, prefix.length);
+      if (order == 0) return {2 * middle + 1, name + prefix.length};
+      if (order < 0) {
+        last = middle;
+      } else {
+        first = middle + 1;
+      }
+    }
+    return {2 * first, ""};
+  }
 
  private:
   static constexpr std::int32_t kMost = 15;

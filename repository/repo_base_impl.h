@@ -42,6 +42,7 @@ template <>
 inline constexpr bool kMovesAsBytes<ResolveBucketT> = true;
 
 struct PlatformOrder {
+  static constexpr bool kIsOfBytes = kBtkCmpCaseIsOfBytes;
   int operator()(const char* left, const char* right) const {
     return CmpCase_cStrings_Safe(&left, &right);
   }

@@ -3,6 +3,7 @@
 #ifndef SUPPORT_NUMBER_SEARCH_H
 #define SUPPORT_NUMBER_SEARCH_H
 
+#include <cstddef>
 #include <cstdint>
 
 #include "support/prefetch.h"
@@ -12,18 +13,27 @@ namespace tarnmf {
 // The place of the first of `count` elements for which isBefore(element) is not true. When there is
 // none before the last place it is that one, whose element is not looked at. A processor would
 // predict every other step of a bisection wrongly: there is no branch to predict. It can't run ahead
-// then, so what the next step may look at is fetched here.
+// then, so what the next step may look at is fetched here where much may not be in the cache.
 // REQUIRES: `count` > 0; the elements for which isBefore is true come first.
 template <class Element, class IsBefore>
 std::int32_t FirstNotBefore(const Element* elements, std::int32_t count, IsBefore isBefore) {
+  constexpr std::size_t kInCache = 8192 / sizeof(Element);
+  constexpr std::size_t kInLine = 64 / sizeof(Element);
   const Element* first = elements;
-  while (count > 1) {
-    const std::int32_t half = count / 2;
-    count -= half;
-    Prefetch(first + count / 2);
-    Prefetch(first + half + count / 2);
-    first += half & -static_cast<std::int32_t>(isBefore(first[half - 1]));
+  auto left = static_cast<std::size_t>(count);
+  const auto step = [&] {
+    const std::size_t half = left / 2;
+    first += half & -static_cast<std::size_t>(isBefore(first[half - 1]));
+    left -= half;
+  };
+  if (left > kInCache) {
+    for (; left > kInLine; step()) {
+      Prefetch(first + left / 4);
+      Prefetch(first + left / 2 + left / 4);
+    }
   }
+  while (left > 1)
+    step();
   return static_cast<std::int32_t>(first - elements);
 }
 
