@@ -27,11 +27,14 @@ std::string Manifest(const std::filesystem::path& directory, int number) {
   return directory / (std::to_string(number) + ".xml");
 }
 
-// One library with one class each, all of one package.
+// One library with one class each, all of one package, whose own manifest says no more than it must.
 void Write(const std::filesystem::path& directory, int files) {
   std::filesystem::create_directories(directory);
-  std::ofstream(directory / "package.xml") << "<package format=\"3\"><name>components</name>"
-                                              "<version>1.0.0</version></package>\n";
+  std::ofstream(directory / "package.xml")
+      << "<package format=\"3\">\n  <name>components</name>\n  <version>1.0.0</version>\n"
+         "  <description>Components</description>\n"
+         "  <maintainer email=\"components@example.com\">Components</maintainer>\n"
+         "  <license>Apache-2.0</license>\n</package>\n";
   for (int i = 0; i < files; ++i) {
     const std::string number = std::to_string(i);
     std::ofstream(Manifest(directory, i))

@@ -4,7 +4,8 @@
 #ifndef PLATFORM_STREAM_H
 #define PLATFORM_STREAM_H
 
-#include <cstdio>
+#include <cstddef>
+#include <cstdint>
 
 #include "platform/errors.h"
 #include "platform/types.h"
@@ -73,7 +74,10 @@ class BTK_API btkFileStream final : public btkIStream {
   void Close() override;
 
  private:
-  std::FILE* file_ = nullptr;
+  static constexpr int kClosed = -1;
+
+  int descriptor_ = kClosed;
+  bool isAtEnd_ = false;
 };
 
 #endif  // PLATFORM_STREAM_H

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "platform/host/btkhost.h"
-#include "platform/host/file_status.h"
+#include "platform/host/input_file.h"
 #include "platform/runtime.h"
 
 class btkIOSerializer {};
@@ -48,27 +48,23 @@ btkFileStream::~btkFileStream() {
 BtkErrorT btkFileStream::Open(const char* path, int /*mode*/, btkIOSerializer* /*serializer*/) {
   Close();
   state_ = 0;
-  // Who reads a stream has a buffer of its own.
-  file_ = OpenForReading(path, AdmittedSpecialFiles().contains(path));
-  return file_ != nullptr ? kBtkOk : kBtkMissing;
+  descriptor_ = OpenInputFile(path, AdmittedSpecialFiles().contains(path));
+  return descriptor_ != kClosed ? kBtkOk : kBtkMissing;
 }
 
+// Once at its end, it stays there: a terminal would ask for more.
 std::int32_t btkFileStream::Read(void* buffer, std::size_t size) {
-  if (file_ == nullptr) {
-    state_ |= kBtkStreamFailed;
-    return -1;
-  }
-  if (std::feof(file_) != 0) return 0;
   constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
-  const std::size_t bytes = std::fread(buffer, 1, std::min(size, kMost), file_);
-  if (std::ferror(file_) != 0) {
-    state_ |= kBtkStreamFailed;
-    return -1;
-  }
+  if (isAtEnd_) return 0;
+  const std::ptrdiff_t bytes =
+      descriptor_ != kClosed ? ReadInputFile(descriptor_, buffer, std::min(size, kMost)) : -1;
+  if (bytes < 0) state_ |= kBtkStreamFailed;
+  isAtEnd_ = bytes == 0 && size > 0;
   return static_cast<std::int32_t>(bytes);
 }
 
 void btkFileStream::Close() {
-  if (file_ != nullptr) std::fclose(file_);
-  file_ = nullptr;
+  if (descriptor_ != kClosed) CloseInputFile(descriptor_);
+  descriptor_ = kClosed;
+  isAtEnd_ = false;
 }

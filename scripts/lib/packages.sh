@@ -19,7 +19,7 @@ windows_packages=(g++-mingw-w64-x86-64-posix wine64 dpkg-dev googletest)
 debian_packages=(debhelper dpkg-dev lintian doxygen "${manual_packages[@]}")
 # Tools that the results depend on: version 14, or the system's own where it has no such package.
 format_packages=(clang-format-14)
-bench_packages=(python3 valgrind)
+bench_packages=(python3 strace valgrind)
 check_packages=(clang-14 clang-tidy-14 libclang-rt-14-dev doxygen graphviz trang jing libxml2-utils
   python3-jsonschema emacs-nox elpa-eglot)
 

@@ -107,6 +107,21 @@ def start_up(table, folder):
                       ratios(pairs), *((must, aim) if holds else ()))
 
 
+def system_calls(table, folder):
+    """Those about files, of a start-up with more manifests than another one, so that what is done once
+    does not count; rounded, since a folder is listed in pieces."""
+    few, many = (manifests(folder / f"calls-{files}", files, 1, 1, 1) for files in (500, 1000))
+    table.add("system calls about files, for each manifest of a start-up",
+              [round((calls(many) - calls(few)) / 500, 1) for _ in range(3)], 5.0)
+
+
+def calls(path):
+    command = ["strace", "-f", "-qq", "-e", "trace=%file,%desc", "-o", "/dev/stderr",
+               FOLDER / "tarnmf_bench", "start", path, "ours"]
+    done = subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, check=True)
+    return done.stderr.count(b"\n")
+
+
 def publish(table):
     table.add("publishing 100,000 records in random / in sorted order",
               ratios(bench("pairs", "publish", 100_000, 5, heap=KEPT_HEAP)), 1.5, 1.2)
@@ -208,6 +223,7 @@ def main():
         results["costs"] = parse(table)
         memory(table, folder)
         start_up(table, folder)
+        system_calls(table, folder)
         publish(table)
         lookup(table)
         plugin_loader(table, folder)
