@@ -18,7 +18,7 @@ NameCode::Code NameCode::LearntCode(const char* rest, unsigned bits) const {
   CharacterPlace last{};
   while (size >= kWhole && !last.EndsOrder()) {
     const CharacterPlace place = kCharacterPlaces[*rest++];
-    const Share share = successors_[kPlaces * last.Number() + place.Number()];
+    const Share share = successors_[SuccessorOf(last, place)];
     size /= kWhole;
     code += size * share.before;
     size *= share.own;
@@ -37,7 +37,7 @@ void NameCode::Learn(const SortedNames& names, const NamePrefixes& prefixes) {
     const char* rest = prefixes.SplitOf(names[i]).rest;
     for (CharacterPlace last{}; !last.EndsOrder();) {
       const CharacterPlace place = kCharacterPlaces[*rest++];
-      ++counts[kPlaces * last.Number() + place.Number()];
+      ++counts[SuccessorOf(last, place)];
       last = place;
     }
   }

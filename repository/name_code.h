@@ -31,6 +31,10 @@ class NameCode {
   static constexpr int kPlaces = 1 << kBitsOfPlace;
   static constexpr std::int32_t kSuccessors = kPlaces * kPlaces;
 
+  static std::int32_t SuccessorOf(CharacterPlace last, CharacterPlace next) {
+    return static_cast<std::int32_t>(last.Number() << kBitsOfPlace | next.Number());
+  }
+
   // The range of codes of names that go on with one character, as shares of the range before it.
   struct Share {
     std::uint16_t before;  // of the characters with a lower place
