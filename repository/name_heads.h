@@ -4,7 +4,6 @@
 #ifndef REPOSITORY_NAME_HEADS_H
 #define REPOSITORY_NAME_HEADS_H
 
-#include <cstddef>
 #include <cstdint>
 
 #include "repository/name_code.h"

@@ -208,6 +208,9 @@ std::string SomeWords(std::mt19937& random) {
   std::string name = "com.example.";
   for (int i = 0; i < 4; ++i)
     name += kWords[random() % std::size(kWords)];
+  // A few names have what words do not: what is rare has the least room in the code.
+  for (auto length = random() % 16 == 0 ? random() % 12 : 0; length > 0; --length)
+    name[name.size() - 1 - random() % 20] = static_cast<char>('a' + random() % 26);
   return name;
 }
 
